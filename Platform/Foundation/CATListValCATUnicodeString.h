@@ -1,0 +1,6 @@
+#pragma once
+
+#include "CATListVal.h"
+#include "CATUnicodeString.h"
+
+using CATListValCATUnicodeString = CATListVal<CATUnicodeString>;

@@ -1,0 +1,6 @@
+#pragma once
+
+#include "CATInterface_var.h"
+#include "CATListVal.h"
+
+using CATListValCATBaseUnknown_var = CATListVal<CATBaseUnknown_var>;

@@ -1,0 +1,41 @@
+#pragma once
+
+#include "CATDataType.h"
+#include "QTBBaseLibExport.h"
+
+// Trace scope of one operation, and the switches of the debug output.
+class QTBBASELIB_API QTBDebugUtil
+{
+public:
+    // Opens a scope under the operation's full name. At trace level 2 and above, with the debug status on, entry and
+    // exit are written to the debug output, indented by depth; otherwise a scope costs the test of a flag.
+    // The flag forces the two lines at any trace level.
+    QTBDebugUtil(const char* name, unsigned char bAlways)
+    {
+        if (s_bGlobalDebugStatus != FALSE) [[unlikely]] {
+            Enter(name, bAlways);
+        }
+    }
+    QTBDebugUtil(const QTBDebugUtil&) = delete;
+    QTBDebugUtil& operator=(const QTBDebugUtil&) = delete;
+    ~QTBDebugUtil()
+    {
+        if (m_pName != nullptr) [[unlikely]] {
+            Leave();
+        }
+    }
+
+    // TRUE when debug output is wanted.
+    static unsigned char GetDebugStatus() { return s_bGlobalDebugStatus; }
+
+    // 0 and 1: messages only; 2: entry and exit of every operation too; 3: also the extra output of rep nodes that
+    // lost their PDM node.
+    static int s_GlobalTraceLevel;
+    static unsigned char s_bGlobalDebugStatus;
+
+private:
+    void Enter(const char* name, unsigned char bAlways);
+    void Leave() const;
+
+    const char* m_pName = nullptr;
+};

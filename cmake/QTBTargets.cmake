@@ -10,13 +10,12 @@ target_compile_options(
             -Wshadow
             -Wconversion
             -Wnon-virtual-dtor
-            -Woverloaded-virtual=1
             -Wpedantic
             -Wno-gnu-zero-variadic-macro-arguments
             -Werror
             -fmacro-prefix-map=${PROJECT_SOURCE_DIR}/=)
 if(CMAKE_CXX_COMPILER_ID STREQUAL "Clang")
-  target_compile_options(qtb_options INTERFACE -Wno-overloaded-virtual -Wno-unknown-warning-option)
+  target_compile_options(qtb_options INTERFACE -Wno-unknown-warning-option)
 endif()
 if(QTB_SANITIZE)
   target_compile_options(qtb_options INTERFACE -fsanitize=${QTB_SANITIZE} -fno-sanitize-recover=all
@@ -24,39 +23,48 @@ if(QTB_SANITIZE)
   target_link_options(qtb_options INTERFACE -fsanitize=${QTB_SANITIZE})
 endif()
 
-# qtb_add_library(NAME FOLDERS folder... [LINK target...] [PRIVATE_LINK target...] [PRIVATE_HEADERS])
+# qtb_add_library(NAME FOLDERS folder... [LINK target...] [PRIVATE_LINK target...] [PUBLIC_HEADERS header...])
 # A shared library of all sources in the folders. The folders are its include path, so that headers are included by
-# their names; with PRIVATE_HEADERS for its own sources and tests only.
+# their names. All headers are public and installed, unless PUBLIC_HEADERS names those that are. The objects are a
+# target of their own (NAME_objects) for tests that reach what the library hides.
 function(qtb_add_library name)
-  cmake_parse_arguments(ARG "PRIVATE_HEADERS" "" "FOLDERS;LINK;PRIVATE_LINK" ${ARGN})
+  cmake_parse_arguments(ARG "" "" "FOLDERS;LINK;PRIVATE_LINK;PUBLIC_HEADERS" ${ARGN})
   set(sources)
+  set(headers)
+  set(folders)
   foreach(folder IN LISTS ARG_FOLDERS)
-    file(GLOB found CONFIGURE_DEPENDS ${folder}/*.cpp ${folder}/*.h)
-    list(APPEND sources ${found})
+    file(GLOB found_sources CONFIGURE_DEPENDS ${folder}/*.cpp)
+    file(GLOB found_headers CONFIGURE_DEPENDS ${folder}/*.h)
+    list(APPEND sources ${found_sources})
+    list(APPEND headers ${found_headers})
+    list(APPEND folders ${CMAKE_CURRENT_SOURCE_DIR}/${folder})
   endforeach()
-  add_library(${name} SHARED ${sources})
+
+  add_library(${name}_objects OBJECT ${sources} ${headers})
+  set_target_properties(${name}_objects PROPERTIES POSITION_INDEPENDENT_CODE ON)
+  target_include_directories(${name}_objects PUBLIC ${folders})
+  target_compile_features(${name}_objects PUBLIC cxx_std_20)
+  target_link_libraries(
+    ${name}_objects
+    PUBLIC ${ARG_LINK}
+    PRIVATE ${ARG_PRIVATE_LINK} qtb_options)
+
+  add_library(${name} SHARED $<TARGET_OBJECTS:${name}_objects>)
   add_library(QTBModel::${name} ALIAS ${name})
   set_target_properties(${name} PROPERTIES LINKER_LANGUAGE CXX VERSION ${PROJECT_VERSION}
                                            SOVERSION ${PROJECT_VERSION_MAJOR})
-  foreach(folder IN LISTS ARG_FOLDERS)
-    if(ARG_PRIVATE_HEADERS)
-      target_include_directories(${name} PRIVATE ${CMAKE_CURRENT_SOURCE_DIR}/${folder})
-      set_property(TARGET ${name} APPEND PROPERTY QTB_INTERNAL_INCLUDES ${CMAKE_CURRENT_SOURCE_DIR}/${folder})
-    else()
-      target_include_directories(${name} PUBLIC $<BUILD_INTERFACE:${CMAKE_CURRENT_SOURCE_DIR}/${folder}>)
-      install(
-        DIRECTORY ${folder}/
-        DESTINATION ${CMAKE_INSTALL_INCLUDEDIR}/qtbmodel
-        FILES_MATCHING
-        PATTERN "*.h")
-    endif()
-  endforeach()
-  target_include_directories(${name} PUBLIC $<INSTALL_INTERFACE:${CMAKE_INSTALL_INCLUDEDIR}/qtbmodel>)
+  target_include_directories(${name} PUBLIC "$<BUILD_INTERFACE:${folders}>"
+                                            $<INSTALL_INTERFACE:${CMAKE_INSTALL_INCLUDEDIR}/qtbmodel>)
   target_compile_features(${name} PUBLIC cxx_std_20)
   target_link_libraries(
     ${name}
     PUBLIC ${ARG_LINK}
     PRIVATE ${ARG_PRIVATE_LINK} $<BUILD_INTERFACE:qtb_options>)
+
+  if(ARG_PUBLIC_HEADERS)
+    set(headers ${ARG_PUBLIC_HEADERS})
+  endif()
+  install(FILES ${headers} DESTINATION ${CMAKE_INSTALL_INCLUDEDIR}/qtbmodel)
   install(TARGETS ${name} EXPORT QTBModelTargets DESTINATION ${CMAKE_INSTALL_LIBDIR})
 endfunction()
 

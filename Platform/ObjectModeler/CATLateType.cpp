@@ -2,6 +2,7 @@
 
 #include <cstring>
 #include <map>
+#include <utility>
 
 #include "CATBaseUnknown.h"
 #include "CATDataType.h"

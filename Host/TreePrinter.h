@@ -1,0 +1,34 @@
+#pragma once
+
+#include <iosfwd>
+#include <string>
+#include <vector>
+
+#include "CATListValCATBaseUnknown_var.h"
+
+// The displayed trees of a PDM window, taken down for printing.
+namespace TreePrinter {
+
+// One displayed rep node; nodes stand in the order in which a tree is read from top to bottom.
+struct Line
+{
+    std::string text;     // the display string
+    std::string pdmClass; // PDM class of the node, empty when the rep node lost its PDM node
+    std::string key;      // PDM key, likewise
+    int level;            // 0 for a root
+    bool isRelation;
+    bool isLast;     // the last child of its parent
+    int hiddenBelow; // nodes left out below this one, because of the level limit
+};
+
+// Walks the trees from the given root rep nodes. Children below maxLevel are only counted; -1 for no limit.
+std::vector<Line> Collect(const CATListValCATBaseUnknown_var& roots, int maxLevel);
+
+// Indented trees with the PDM class in a column of its own.
+void PrintText(std::ostream& stream, const std::vector<Line>& lines);
+
+// A JSON array with an object for each root: display, class, key, kind and, where there are any, children.
+// indent is the number of blanks in front of each line.
+void PrintJson(std::ostream& stream, const std::vector<Line>& lines, int indent);
+
+} // namespace TreePrinter

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "CATBaseUnknown.h"
+#include "CATTie.h"
 
 inline constexpr IID IID_CATICreateInstance{"CATICreateInstance"};
 
@@ -14,10 +15,10 @@ public:
     virtual HRESULT CreateInstance(void** ppv) = 0;
 };
 
-template <class Tie>
+template <class Tie, class Target = CATOwnTarget>
 class TIECATICreateInstance : public Tie
 {
 public:
     using Tie::Tie;
-    HRESULT CreateInstance(void** ppv) override { return this->Target()->CreateInstance(ppv); }
+    HRESULT CreateInstance(void** ppv) override { return Target::Of(*this)->CreateInstance(ppv); }
 };

@@ -10,13 +10,34 @@
 // object. The forwarding classes are templates named TIE<interface> over one of the two bases below, which hold
 // everything else:
 //
-//     template <class Tie>
+//     template <class Tie, class Target = CATOwnTarget>
 //     class TIEQTBINode : public Tie
 //     {
 //     public:
 //         using Tie::Tie;
-//         HRESULT GetPdmClass(CATUnicodeString* p) override { return this->Target()->GetPdmClass(p); }
+//         HRESULT GetPdmClass(CATUnicodeString* p) override { return Target::Of(*this)->GetPdmClass(p); }
 //     };
+
+// Where a tie forwards to: its extension, or the component's own interface object for an interface that this one
+// extends, so that a node has one state whichever interface is asked.
+struct CATOwnTarget
+{
+    template <class Tie>
+    static auto Of(Tie& tie)
+    {
+        return tie.Target();
+    }
+};
+
+template <class Base>
+struct CATInheritedTarget
+{
+    template <class Tie>
+    static Base* Of(Tie& tie)
+    {
+        return tie.template InheritedTarget<Base>();
+    }
+};
 
 // Base of the ties of a data extension: the extension object lives inside its interface object.
 template <class InterfaceType, class ExtensionType>
@@ -41,12 +62,10 @@ public:
         m_bConstructed = true;
     }
 
-protected:
     // The extension, also while its constructor runs.
     ExtensionType* Target() { return std::launder(reinterpret_cast<ExtensionType*>(m_Storage)); }
 
-    // The component's own interface object for an interface that this one extends: inherited operations go there, so
-    // that a node has one state whichever interface is asked.
+    // The component's own interface object for an interface that this one extends.
     template <class Base>
     Base* InheritedTarget()
     {
@@ -92,7 +111,6 @@ public:
 
     void ConstructExtension() {}
 
-protected:
     class Call
     {
     public:

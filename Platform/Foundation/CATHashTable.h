@@ -43,8 +43,8 @@ public:
         return ppLink != nullptr ? (*ppLink)->pRecord : nullptr;
     }
 
-    // Takes the record equal to the given one that was inserted last out of the table and returns it; null when there is
-    // none.
+    // Takes the record equal to the given one that was inserted last out of the table and returns it; null when there
+    // is none.
     T* Remove(const T* pLike)
     {
         Link** ppLink = const_cast<Link**>(FindLink(pLike));
@@ -94,7 +94,8 @@ private:
     Link* const* FindLink(const T* pLike) const
     {
         const unsigned int hash = m_pHash(pLike);
-        for (Link* const* ppLink = &m_Buckets[hash % m_Buckets.size()]; *ppLink != nullptr; ppLink = &(*ppLink)->pNext) {
+        for (Link* const* ppLink = &m_Buckets[hash % m_Buckets.size()]; *ppLink != nullptr;
+             ppLink = &(*ppLink)->pNext) {
             if ((*ppLink)->hash == hash && m_pCompare((*ppLink)->pRecord, pLike) == 0) {
                 return ppLink;
             }

@@ -7,6 +7,8 @@
 
 class QTBIPdmNodeCont;
 class QTBIRepNodeCont;
+class QTBNameValueListAttr;
+class QTBSchemaDescription;
 class QTBSchemaNode;
 using QTBIPdmNodeCont_var = CATInterface_var<QTBIPdmNodeCont>;
 using QTBIRepNodeCont_var = CATInterface_var<QTBIRepNodeCont>;
@@ -111,9 +113,9 @@ public:
                   const CATUnicodeString& usTagAttributes, const CATUnicodeString& usXmlType);
 
 private:
-    HRESULT GetKeyOfThis(CATUnicodeString* pusKey);
-    HRESULT AppendDescriptionAttributes(const QTBSchemaNode& schemaNode, CATUnicodeString* pusDescription);
-    HRESULT GetStatusSuffix(CATUnicodeString* pusSuffix);
+    HRESULT AppendDescriptionAttributes(QTBSchemaDescription* pDescription, CATUnicodeString* pusDescription);
+    HRESULT AppendStatus(CATUnicodeString* pusDescription);
+    HRESULT GetQtbInfo(QTBNameValueListAttr** ppNameValueListAttr);
 
     QTBSchemaNode* m_pSchemaNode;
     QTBIPdmNodeCont_var m_spIPdmNodeCont;

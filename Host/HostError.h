@@ -1,0 +1,24 @@
+#pragma once
+
+#include <stdexcept>
+
+// What the program ends with.
+enum class ExitCode : int
+{
+    Success = 0,
+    Failure = 1,  // the session could not do what was asked
+    Usage = 2,    // the command line is wrong
+    BadInput = 3, // a schema, answer or assembly cannot be read
+};
+
+// A failure that a person is told about; ends the program with its exit code.
+class HostError : public std::runtime_error
+{
+public:
+    HostError(ExitCode exitCode, const std::string& message) : std::runtime_error(message), m_ExitCode(exitCode) {}
+
+    ExitCode GetExitCode() const { return m_ExitCode; }
+
+private:
+    ExitCode m_ExitCode;
+};

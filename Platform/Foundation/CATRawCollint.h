@@ -1,0 +1,6 @@
+#pragma once
+
+#include "CATListVal.h"
+
+// List of whole numbers.
+using CATRawCollint = CATListVal<int>;

@@ -5,8 +5,7 @@
 
 #include "CATMsgCatalog.h"
 
-namespace
-{
+namespace {
 
 int s_LiveErrors = 0;
 
@@ -65,8 +64,7 @@ private:
     std::uint32_t m_Serial = 0;
 };
 
-namespace
-{
+namespace {
 
 CATErrorRegister& Register()
 {
@@ -150,6 +148,15 @@ CATXHException::CATXHException(const CATXHException& other) noexcept : std::exce
 CATXHException::~CATXHException()
 {
     m_pError->Release();
+}
+
+HRESULT CATXHException::GetResult() const
+{
+    if (m_pError->m_Result == S_OK) {
+        // The error mechanism takes a reference over; this exception keeps its own.
+        m_pError->AddRef();
+    }
+    return CATError::GetReturn(2, m_pError, nullptr, __FILE__, __LINE__);
 }
 
 const char* CATXHException::what() const noexcept

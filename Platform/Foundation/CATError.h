@@ -86,6 +86,7 @@ protected:
 
 private:
     friend class CATErrorRegister;
+    friend class CATXHException;
 
     static HRESULT GetFailure(int severity, CATError* pError, void* pReserved, const char* file, int line);
 
@@ -119,6 +120,10 @@ public:
     ~CATXHException() override;
 
     CATError* GetError() const { return m_pError; }
+
+    // A failure that carries the error, for a guard that ends with a result.
+    HRESULT GetResult() const;
+
     const char* what() const noexcept override;
 
 private:

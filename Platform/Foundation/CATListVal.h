@@ -127,7 +127,7 @@ public:
         MakeWritable(Size(), false);
         T* pFirst = m_pBlock->First();
         T* pRemoved = pFirst + (position - 1);
-        T removed(std::move(*pRemoved));
+        [[maybe_unused]] const T removed(std::move(*pRemoved));
         if (position <= m_pBlock->size / 2) {
             std::move_backward(pFirst, pRemoved, pRemoved + 1);
             std::destroy_at(pFirst);

@@ -56,8 +56,8 @@ public:
     // elements, runs of white space alone are layout and left out; elsewhere every blank counts.
     CATUnicodeString GetText() const;
 
-    // Whether the element has text of its own in the sense of GetText.
-    bool HasText() const;
+    // Whether the element has text of its own other than white space.
+    bool HasNonBlankText() const;
 
 private:
     pugi::xml_node_struct* m_pNode = nullptr;

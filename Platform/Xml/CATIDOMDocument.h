@@ -13,9 +13,9 @@ class PLATFORM_API CATIDOMDocument : public CATIDOMNode
 {
     CATDeclareInterface(CATIDOMDocument, CATIDOMNode)
 
-        public :
-        // The one element that holds all others; S_OK with NULL_var after it was removed.
-        virtual HRESULT GetDocumentElement(CATIDOMElement_var* pspElement) = 0;
+public:
+    // The one element that holds all others; S_OK with NULL_var after it was removed.
+    virtual HRESULT GetDocumentElement(CATIDOMElement_var* pspElement) = 0;
 
     // All elements of the document with that tag name, whatever their depth, in document order.
     virtual HRESULT GetElementsByTagName(const CATUnicodeString& usTagName, CATIDOMNodeList_var* pspNodes) = 0;

@@ -16,7 +16,8 @@ class PLATFORM_API CATIDOMElement : public CATIDOMNode
 {
     CATDeclareInterface(CATIDOMElement, CATIDOMNode)
 
-        public : virtual HRESULT GetTagName(CATUnicodeString* pusTagName) = 0;
+public:
+    virtual HRESULT GetTagName(CATUnicodeString* pusTagName) = 0;
 
     virtual HRESULT HasAttribute(const CATUnicodeString& usName, unsigned char* pbHasAttribute) = 0;
 
@@ -34,4 +35,8 @@ class PLATFORM_API CATIDOMElement : public CATIDOMNode
 
     // The element for reading, without handles.
     virtual CATDOMElementView GetView() const = 0;
+
+    // The handle on an element that a view on this one, its parents or what is below them led to; empty for an empty
+    // view.
+    virtual CATIDOMElement_var GetElementOfView(const CATDOMElementView& element) const = 0;
 };

@@ -19,9 +19,9 @@ class PLATFORM_API CATIDOMNode : public CATBaseUnknown
 {
     CATDeclareInterface(CATIDOMNode, CATBaseUnknown)
 
-        public :
-        // The tag name of an element, "#document" for the document.
-        virtual HRESULT GetNodeName(CATUnicodeString* pusName) = 0;
+public:
+    // The tag name of an element, "#document" for the document.
+    virtual HRESULT GetNodeName(CATUnicodeString* pusName) = 0;
 
     // The node that holds this one. S_OK with NULL_var for the document and for an element that was removed or not yet
     // appended.

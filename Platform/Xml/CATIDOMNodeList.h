@@ -12,7 +12,8 @@ class PLATFORM_API CATIDOMNodeList : public CATBaseUnknown
 {
     CATDeclareInterface(CATIDOMNodeList, CATBaseUnknown)
 
-        public : virtual HRESULT GetLength(int* pLength) = 0;
+public:
+    virtual HRESULT GetLength(int* pLength) = 0;
 
     // The node at that index, counted from 0. E_FAIL outside the list.
     virtual HRESULT Item(int index, CATIDOMNode_var* pspNode) = 0;

@@ -8,10 +8,10 @@ class PLATFORM_API CATXMLError : public CATInternalError
 {
     CATDeclareErrorClass(CATXMLError, CATInternalError)
 
-        public :
-        // Line and column are counted from 1; line 0 means the source as a whole.
-        CATXMLError(const CATUnicodeString& usSourceName, int line, int column, const CATUnicodeString& usProblem,
-                    const CATUnicodeString& usExpected);
+public:
+    // Line and column are counted from 1; line 0 means the source as a whole.
+    CATXMLError(const CATUnicodeString& usSourceName, int line, int column, const CATUnicodeString& usProblem,
+                const CATUnicodeString& usExpected);
 
     int GetLine() const { return m_Line; }
     int GetColumn() const { return m_Column; }

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <cstddef>
 #include <string>
 #include <string_view>
 
@@ -18,10 +19,12 @@ public:
     // and no memory beyond its nesting.
     static HRESULT CheckText(std::string_view utf8Xml, const CATUnicodeString& usSourceName);
 
-    // Turns the bytes of a file into UTF-8: UTF-8 (also US-ASCII), UTF-16 of either byte order or ISO-8859-1, as byte
-    // order mark and declaration say. *pbDecoded tells whether *pText holds the result or the bytes are UTF-8 as they
-    // stand, behind the first *pSkip bytes. Fails with a CATXMLError for another encoding, one that contradicts itself
-    // and bytes that are not what they claim to be.
-    static HRESULT DecodeBytes(std::string_view bytes, const CATUnicodeString& usSourceName, std::string* pText,
-                               bool* pbDecoded, std::size_t* pSkip);
+    // Turns the bytes of a file into UTF-8 without byte order mark: UTF-8 (also US-ASCII), UTF-16 of either byte order
+    // or ISO-8859-1, as byte order mark and declaration say. Fails with a CATXMLError for another encoding, a
+    // declaration that contradicts the bytes, and bytes that are not what they claim to be.
+    static HRESULT DecodeBytes(const CATUnicodeString& usSourceName, std::string* pBytes);
+
+    // The failure that says what is wrong at a byte of a text; line and column are counted here.
+    static HRESULT Refuse(std::string_view utf8Xml, std::size_t offset, const CATUnicodeString& usSourceName,
+                          const CATUnicodeString& usProblem, const CATUnicodeString& usExpected);
 };

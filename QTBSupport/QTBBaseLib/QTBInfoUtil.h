@@ -21,7 +21,7 @@ public:
     static HRESULT GetActionIndex(const QTBIPdmNode_var& spIPdmNode, int* pActionIndex);
 
     // Stamps the node. A record without "QtbInfo" gets one; fails when the node has no record to add it to. Called by
-    // the graph update for every node that it read.
+    // the graph update for every node that it read; the load manager takes note of the node.
     static HRESULT SetActionIndex(const int& iActionIndex, QTBIPdmNode_var* pspIPdmNode);
 
     // The class that describes an object whose own class is a specialisation: entry "QtbRelevantBaseClass". Fails
@@ -70,8 +70,7 @@ public:
     static HRESULT CatiaPartNumberFromPdmIsDefined(const QTBIPdmNode_var& spIPdmNode, unsigned char* pbIsDefined);
 
     // Instance names of a relation, in order: the attribute named by the session setting of the instance name, a list
-    // or a string, which is a list of one. An attribute that holds nothing is a list of one empty name. Fails quietly
-    // when the node has no such attribute.
+    // or a string, which is a list of one name. Fails quietly when the node has no such attribute.
     static HRESULT GetCatiaInstanceNameListFromPdm(const QTBIPdmNode_var& spIPdmNode,
                                                    CATListValCATUnicodeString* pInstanceNames);
 

@@ -1,6 +1,5 @@
 #pragma once
 
-#include <cstdint>
 #include <memory>
 #include <vector>
 
@@ -45,9 +44,10 @@ private:
         QTBPooledName name;
         CATUnicodeString value;
     };
-    // What only few lists have.
+    // What only few lists have: further XML attributes, or so many entries that they need an index.
     struct Extras;
 
+    bool ReadEntries(const CATDOMElementView& element);
     bool ReadEntry(const CATDOMElementView& element);
     // The entry's offset in m_Entries, -1 when there is none.
     int FindEntry(const QTBPooledName& name) const;

@@ -45,6 +45,10 @@ public:
 protected:
     QTBNodeAttr() = default;
 
+    // The element for reading, an empty view when there is none. An empty view has no name, so that the attribute stays
+    // invalid.
+    static CATDOMElementView ViewElement(const CATIDOMElement_var* pspIDOMElement);
+
     // Takes the attribute over from its element; an attribute without name stays invalid.
     void SetNameFromElement(const CATDOMElementView& element);
     void SetInvalid() { m_Name = QTBPooledName(); }
@@ -57,6 +61,22 @@ protected:
 
     // Cuts a text to the length of a tooltip.
     static CATUnicodeString ShortText(const CATUnicodeString& usText);
+
+    // Puts the tooltip of a value with many parts together; a long value is not walked to its end.
+    class TooltipText
+    {
+    public:
+        void Add(const char* separator, const CATUnicodeString& usPart)
+        {
+            m_Text += separator;
+            m_Text += ShortText(usPart);
+        }
+        bool IsFull() const { return m_Text.GetLengthInChar() > TOOLTIP_LENGTH; }
+        CATUnicodeString Get() const { return ShortText(m_Text); }
+
+    private:
+        CATUnicodeString m_Text;
+    };
 
 private:
     QTBPooledName m_Name;

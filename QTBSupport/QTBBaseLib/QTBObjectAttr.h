@@ -18,8 +18,6 @@ public:
     QTBObjectAttr(CATIDOMElement_var* pspIDOMElementOnObject, CATBaseUnknown_var* pspNodeAttributes);
     ~QTBObjectAttr() override;
 
-    unsigned char IsValid() const override;
-
     // The PDM object node that holds the embedded object's attributes.
     HRESULT GetObjectNode(CATBaseUnknown_var* pspBaseUnknownOnObjectNode) const;
 

@@ -1,7 +1,6 @@
 #include "QTBCheck.h"
 
-namespace
-{
+namespace {
 
 constexpr const char* CATALOG = "QTBDebugErrors";
 
@@ -33,8 +32,7 @@ void WriteDiagnosis(const char* diagnosis, const QTBCheck::Site& site)
 
 } // namespace
 
-namespace QTBCheck
-{
+namespace QTBCheck {
 
 CATError* AssertionFailed(const Site& site)
 {
@@ -63,6 +61,15 @@ CATError* ResultFailed(HRESULT hr, const Site& site)
 HRESULT Return(CATError* pError, const Site& site)
 {
     return CATError::GetReturn(2, pError, NULL, site.file, site.line);
+}
+
+HRESULT Unwind(HRESULT hr, int levels, const Site& site)
+{
+    HRESULT result = hr;
+    for (int level = 0; level < levels; ++level) {
+        result = Return(ResultFailed(result, site), site);
+    }
+    return result;
 }
 
 void Raise(CATError* pError, const Site& site)

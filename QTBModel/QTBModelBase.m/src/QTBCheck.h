@@ -21,6 +21,7 @@
 //   QTB_RESULT_AS("GetKey", hr);                 a result that somebody else has at hand
 //   QTB_RAISE_ASSERT / _INTERFACE / _CALL        the raising forms
 //   QTB_REPORT_CALL(function, args...)           reports a failing call on the debug output and goes on
+//   QTB_UNWIND_AS("Function", levels, hr);       a failure that comes out of that many nested calls of an operation
 //   QTB_TRACE("text" << value);                  one line of debug output
 //   return QTB_SUCCESS;  return QTB_QUIET_FAILURE;
 
@@ -89,6 +90,15 @@
         }                                                                                                              \
     } while (false)
 
+// Walks that are as deep as the data keep their own stack. What fails inside ends the operation as it would come out of
+// that many nested calls, each of which reports it.
+#define QTB_UNWIND_AS(text, levels, ...)                                                                               \
+    do {                                                                                                               \
+        if (const HRESULT qtbResult = (__VA_ARGS__); FAILED(qtbResult)) [[unlikely]] {                                 \
+            return QTBCheck::Unwind(qtbResult, levels, QTB_SITE(text));                                                \
+        }                                                                                                              \
+    } while (false)
+
 #define QTB_TRACE(...)                                                                                                 \
     do {                                                                                                               \
         if (QTBDebugUtil::GetDebugStatus()) [[unlikely]] {                                                             \
@@ -102,8 +112,7 @@
         text, __FILE__, __LINE__                                                                                       \
     }
 
-namespace QTBCheck
-{
+namespace QTBCheck {
 
 // Where a check stands, and its text.
 struct Site
@@ -121,6 +130,7 @@ CATError* NoInterface(const Site& site);
 CATError* ResultFailed(HRESULT hr, const Site& site);
 
 HRESULT Return(CATError* pError, const Site& site);
+HRESULT Unwind(HRESULT hr, int levels, const Site& site);
 [[noreturn]] void Raise(CATError* pError, const Site& site);
 // Writes the error's message with file and line to the debug output; the failure has no further effect.
 void Report(CATError* pError, const Site& site);

@@ -3,8 +3,7 @@
 #include "CATUnicodeString.h"
 
 // Names with a fixed meaning in the node model.
-namespace QTBReservedNames
-{
+namespace QTBReservedNames {
 
 // Relation from a PDM node to the rep nodes that show it, and from a rep node to its child rep nodes. Every other
 // relation name is the name of a PDM relation class.

@@ -1,12 +1,12 @@
 #include "QTBEPersistentOnDoc.h"
 
 #include "CATApplicationFrame.h"
+#include "CATDlgDocument.h"
 #include "CATDlgNotify.h"
 #include "CATMsgCatalog.h"
 #include "QTBCheck.h"
 
-namespace
-{
+namespace {
 
 constexpr const char* CATALOG = "QTBUserPrompts";
 // An information dialog with one button that blocks the application.
@@ -35,7 +35,7 @@ void QTBEPersistentOnDoc::SaveAs(const CATUnicodeString& storageName, unsigned c
 {
     QTB_SCOPE("QTBEPersistentOnDoc::SaveAs");
     QTB_TRACE("QTBEPersistentOnDoc::SaveAs -> iStoragePrintableName:" << storageName << ", iBecameCurrent:["
-                                                                       << ToText(bBecameCurrent) << "]");
+                                                                      << ToText(bBecameCurrent) << "]");
     ShowNotice();
 }
 
@@ -49,7 +49,7 @@ void QTBEPersistentOnDoc::Load(const CATUnicodeString& storageName, unsigned cha
 {
     QTB_SCOPE("QTBEPersistentOnDoc::Load");
     QTB_TRACE("QTBEPersistentOnDoc::Load -> iStoragePrintableName:" << storageName << ", iReadOnly:["
-                                                                     << ToText(bReadOnly) << "]");
+                                                                    << ToText(bReadOnly) << "]");
 }
 
 void QTBEPersistentOnDoc::Load_B(void*)

@@ -126,6 +126,51 @@ void AppendListItem(const CATUnicodeString& usItem, CATUnicodeString* pusList)
     }
 }
 
+// The state of an object, in parentheses, when there is something to say.
+HRESULT AppendStatus(const QTBIPdmNode_var& spIPdmNode, CATUnicodeString* pusDescription)
+{
+    CATUnicodeString usStatus;
+
+    // The node's own version is deliberately not shown, only a newer one.
+    unsigned char bIsNewest = FALSE;
+    unsigned char bHasSubVersion = FALSE;
+    CATUnicodeString usVersion;
+    CATUnicodeString usNewestVersion;
+    CATUnicodeString usSubVersion;
+    if (SUCCEEDED(QTBInfoUtil::GetPdmVersionInfo(spIPdmNode, &bIsNewest, &bHasSubVersion, &usVersion, &usNewestVersion,
+                                                 &usSubVersion)) &&
+        bIsNewest == FALSE) {
+        AppendListItem(CATMsgCatalog::BuildMessage("QTBUserMessages", "NewestVersion") + ":" + usNewestVersion,
+                       &usStatus);
+    }
+
+    unsigned char bEditIsAllowed = FALSE;
+    QTB_CALL(QTBInfoUtil::PdmObjectIsEditAllowed, spIPdmNode, &bEditIsAllowed);
+    if (bEditIsAllowed == FALSE) {
+        unsigned char bCheckOutIsAllowed = FALSE;
+        CATUnicodeString usUser;
+        if (FAILED(QTBInfoUtil::PdmObjectIsCheckOutAllowed(spIPdmNode, &bCheckOutIsAllowed, &usUser))) {
+            QTB_TRACE("QTBEPdmNodeOnPdmNode::GetDescriptionString -> QTBInfoUtil::PdmObjectIsCheckOutAllowed !");
+        }
+        if (bCheckOutIsAllowed == FALSE && !usUser.IsEmpty()) {
+            CATError* pError = QTBMessageUtil::ObjectIsCheckedOutByUser(usUser);
+            if (pError != NULL) {
+                AppendListItem(pError->GetNLSMessage(), &usStatus);
+                pError->Release();
+            }
+        }
+    }
+
+    // Asked for its failure only: a document without file is deliberately not marked.
+    unsigned char bHasFile = FALSE;
+    QTB_CALL(QTBInfoUtil::PdmDocumentHasFile, spIPdmNode, &bHasFile);
+
+    if (!usStatus.IsEmpty()) {
+        *pusDescription += " (" + usStatus + ")";
+    }
+    return QTB_SUCCESS;
+}
+
 } // namespace
 
 QTBEPdmNodeOnPdmNode::QTBEPdmNodeOnPdmNode() : m_pSchemaNode(NULL), m_uiPdmKeyHash(0) {}
@@ -243,7 +288,9 @@ HRESULT QTBEPdmNodeOnPdmNode::GetDescriptionString(CATUnicodeString* pusDescript
         return QTB_SUCCESS;
     }
 
-    if (const HRESULT hr = AppendDescriptionAttributes(pDescription, &usDescription); FAILED(hr)) {
+    const QTBIPdmNode_var spIPdmNodeOnThis(this);
+    QTB_INTERFACE(spIPdmNodeOnThis);
+    if (const HRESULT hr = AppendDescriptionAttributes(spIPdmNodeOnThis, pDescription, &usDescription); FAILED(hr)) {
         return hr;
     }
     if (usDescription.IsEmpty()) {
@@ -251,7 +298,7 @@ HRESULT QTBEPdmNodeOnPdmNode::GetDescriptionString(CATUnicodeString* pusDescript
     }
     const QTBIPdmObjNode_var spIPdmObjNodeOnThis(this);
     if (spIPdmObjNodeOnThis != NULL_var) {
-        if (const HRESULT hr = AppendStatus(&usDescription); FAILED(hr)) {
+        if (const HRESULT hr = AppendStatus(spIPdmNodeOnThis, &usDescription); FAILED(hr)) {
             return hr;
         }
     }
@@ -259,11 +306,10 @@ HRESULT QTBEPdmNodeOnPdmNode::GetDescriptionString(CATUnicodeString* pusDescript
     return QTB_SUCCESS;
 }
 
-HRESULT QTBEPdmNodeOnPdmNode::AppendDescriptionAttributes(QTBSchemaDescription* pDescription,
+HRESULT QTBEPdmNodeOnPdmNode::AppendDescriptionAttributes(const QTBIPdmNode_var& spIPdmNodeOnThis,
+                                                          QTBSchemaDescription* pDescription,
                                                           CATUnicodeString* pusDescription)
 {
-    const QTBIPdmNode_var spIPdmNodeOnThis(this);
-    QTB_INTERFACE(spIPdmNodeOnThis);
     const int iDescAttrCount = pDescription->GetDescAttrCount();
     for (int i = 1; i <= iDescAttrCount; ++i) {
         QTBSchemaAttributeRep* pDescAttr = NULL;
@@ -283,52 +329,6 @@ HRESULT QTBEPdmNodeOnPdmNode::AppendDescriptionAttributes(QTBSchemaDescription* 
         if (i < iDescAttrCount) {
             *pusDescription += ", ";
         }
-    }
-    return QTB_SUCCESS;
-}
-
-HRESULT QTBEPdmNodeOnPdmNode::AppendStatus(CATUnicodeString* pusDescription)
-{
-    const QTBIPdmNode_var spIPdmNode(this);
-    QTB_INTERFACE(spIPdmNode);
-    CATUnicodeString usStatus;
-
-    // The node's own version is deliberately not shown, only a newer one.
-    unsigned char bIsNewest = FALSE;
-    unsigned char bHasSubVersion = FALSE;
-    CATUnicodeString usVersion;
-    CATUnicodeString usNewestVersion;
-    CATUnicodeString usSubVersion;
-    if (SUCCEEDED(QTBInfoUtil::GetPdmVersionInfo(spIPdmNode, &bIsNewest, &bHasSubVersion, &usVersion, &usNewestVersion,
-                                                 &usSubVersion)) &&
-        bIsNewest == FALSE) {
-        AppendListItem(CATMsgCatalog::BuildMessage("QTBUserMessages", "NewestVersion") + ":" + usNewestVersion,
-                       &usStatus);
-    }
-
-    unsigned char bEditIsAllowed = FALSE;
-    QTB_CALL(QTBInfoUtil::PdmObjectIsEditAllowed, spIPdmNode, &bEditIsAllowed);
-    if (bEditIsAllowed == FALSE) {
-        unsigned char bCheckOutIsAllowed = FALSE;
-        CATUnicodeString usUser;
-        if (FAILED(QTBInfoUtil::PdmObjectIsCheckOutAllowed(spIPdmNode, &bCheckOutIsAllowed, &usUser))) {
-            QTB_TRACE("QTBEPdmNodeOnPdmNode::GetDescriptionString -> QTBInfoUtil::PdmObjectIsCheckOutAllowed !");
-        }
-        if (bCheckOutIsAllowed == FALSE && !usUser.IsEmpty()) {
-            CATError* pError = QTBMessageUtil::ObjectIsCheckedOutByUser(usUser);
-            if (pError != NULL) {
-                AppendListItem(pError->GetNLSMessage(), &usStatus);
-                pError->Release();
-            }
-        }
-    }
-
-    // Asked for its failure only: a document without file is deliberately not marked.
-    unsigned char bHasFile = FALSE;
-    QTB_CALL(QTBInfoUtil::PdmDocumentHasFile, spIPdmNode, &bHasFile);
-
-    if (!usStatus.IsEmpty()) {
-        *pusDescription += " (" + usStatus + ")";
     }
     return QTB_SUCCESS;
 }

@@ -5,11 +5,13 @@
 #include "CATUnicodeString.h"
 #include "QTBENodeOnNode.h"
 
+class QTBIPdmNode;
 class QTBIPdmNodeCont;
 class QTBIRepNodeCont;
 class QTBNameValueListAttr;
 class QTBSchemaDescription;
 class QTBSchemaNode;
+using QTBIPdmNode_var = CATInterface_var<QTBIPdmNode>;
 using QTBIPdmNodeCont_var = CATInterface_var<QTBIPdmNodeCont>;
 using QTBIRepNodeCont_var = CATInterface_var<QTBIRepNodeCont>;
 
@@ -113,8 +115,8 @@ public:
                   const CATUnicodeString& usTagAttributes, const CATUnicodeString& usXmlType);
 
 private:
-    HRESULT AppendDescriptionAttributes(QTBSchemaDescription* pDescription, CATUnicodeString* pusDescription);
-    HRESULT AppendStatus(CATUnicodeString* pusDescription);
+    HRESULT AppendDescriptionAttributes(const QTBIPdmNode_var& spIPdmNodeOnThis, QTBSchemaDescription* pDescription,
+                                        CATUnicodeString* pusDescription);
     HRESULT GetQtbInfo(QTBNameValueListAttr** ppNameValueListAttr);
 
     QTBSchemaNode* m_pSchemaNode;

@@ -68,6 +68,11 @@ public:
     HRESULT RetrieveAdjacentRelationNodes(CATListValCATBaseUnknown_var* pAdjacentRelationNodes, int iDirection);
 
 private:
+    // Directions of RetrieveAdjacentRelationNodes.
+    static constexpr int LEFT = 0;
+    static constexpr int RIGHT = 1;
+    static constexpr int BOTH = 2;
+
     // What is asked of GetRightNodes and GetLeftNodes, and the two lists that they fill.
     struct Request;
 
@@ -81,11 +86,10 @@ private:
     template <class Side>
     HRESULT AppendObjectsOfRelations(const Request& request);
     template <class Side>
-    HRESULT AppendAdjacentRelationNodes(CATListValCATBaseUnknown_var* pAdjacentRelationNodes);
+    HRESULT AppendAdjacentRelationNodes(const QTBINodeRelations_var& spINodeRelationsOnThis,
+                                        CATListValCATBaseUnknown_var* pAdjacentRelationNodes);
 
     static HRESULT KeepObjectsOfClasses(const Request& request);
-
-    HRESULT ReadClassName(CATUnicodeString* pusClassName);
 
     QTBSchemaObject* m_pSchemaObject = NULL;
     CATUnicodeString m_usClassAttrName;

@@ -1,0 +1,3 @@
+#include "CATEventSource.h"
+
+CATEventSource::~CATEventSource() = default;

@@ -1,0 +1,104 @@
+#include "CATFrmLayout.h"
+
+#include <algorithm>
+
+#include "CATApplicationFrame.h"
+#include "CATDocumentServices.h"
+#include "CATError.h"
+
+CATFrmLayout* CATFrmLayout::GetCurrentLayout()
+{
+    return CATApplicationFrame::GetFrame()->GetLayout();
+}
+
+CATFrmLayout::CATFrmLayout() = default;
+
+CATFrmLayout::~CATFrmLayout()
+{
+    CloseAll();
+}
+
+void CATFrmLayout::SetCurrentWindow(CATFrmWindow* pWindow)
+{
+    if (m_Windows.Locate(pWindow) == 0) {
+        CATError::Throw(__FILE__, __LINE__, new CATInternalError("WindowNotInLayoutERR_1001", "CATApplicationFrame"));
+    }
+    if (m_pCurrentWindow != pWindow) {
+        m_pCurrentWindow = pWindow;
+        GetCallbackManager()->DispatchCallbacks(WINDOW_ACTIVATED(), pWindow);
+    }
+}
+
+void CATFrmLayout::CloseWindow(CATFrmWindow* pWindow)
+{
+    if (m_Windows.RemoveValue(pWindow) == 0) {
+        return;
+    }
+    if (m_pCurrentWindow == pWindow) {
+        m_pCurrentWindow = m_Windows.Size() > 0 ? m_Windows[m_Windows.Size()] : nullptr;
+    }
+    CATFrmEditor* pEditor = pWindow->GetEditor();
+    AnnounceEnd(CATFrmWindow::WINDOW_CLOSE_ENDED(), pWindow);
+    delete pWindow;
+    if (!HasWindowOf(pEditor)) {
+        CloseEditor(pEditor);
+    }
+}
+
+void CATFrmLayout::CloseEditor(CATFrmEditor* pEditor)
+{
+    if (m_Editors.Locate(pEditor) == 0) {
+        return;
+    }
+    const CATListPtrCATFrmWindow windows = m_Windows;
+    for (CATFrmWindow* pWindow : windows) {
+        if (pWindow->GetEditor() == pEditor) {
+            CloseWindow(pWindow);
+        }
+    }
+    // Its last window took the editor with it.
+    if (m_Editors.RemoveValue(pEditor) == 0) {
+        return;
+    }
+    pEditor->GetPSO()->Empty();
+    pEditor->GetHSO()->Empty();
+    AnnounceEnd(CATFrmEditor::EDITOR_CLOSE_ENDED(), pEditor);
+    CATDocumentServices::Forget(pEditor->GetDocument());
+    delete pEditor;
+}
+
+void CATFrmLayout::CloseAll()
+{
+    while (m_Windows.Size() > 0) {
+        CloseWindow(m_Windows[m_Windows.Size()]);
+    }
+    while (m_Editors.Size() > 0) {
+        CloseEditor(m_Editors[m_Editors.Size()]);
+    }
+}
+
+void CATFrmLayout::AddWindow(CATFrmWindow* pWindow)
+{
+    m_Windows.Append(pWindow);
+    SetCurrentWindow(pWindow);
+}
+
+void CATFrmLayout::AddEditor(CATFrmEditor* pEditor)
+{
+    m_Editors.Append(pEditor);
+}
+
+void CATFrmLayout::AnnounceEnd(const char* event, CATEventSource* pSender)
+{
+    try {
+        GetCallbackManager()->DispatchCallbacks(event, pSender);
+    } catch (const CATXHException& exception) {
+        CATApplicationFrame::GetFrame()->ShowError(*exception.GetError());
+    }
+}
+
+bool CATFrmLayout::HasWindowOf(const CATFrmEditor* pEditor) const
+{
+    return std::any_of(m_Windows.begin(), m_Windows.end(),
+                       [pEditor](const CATFrmWindow* pWindow) { return pWindow->GetEditor() == pEditor; });
+}

@@ -1,0 +1,16 @@
+#include "CATFrmNavigGraphicWindow.h"
+
+#include "CATFrmLayout.h"
+
+CATFrmNavigGraphicWindow::~CATFrmNavigGraphicWindow() = default;
+
+CATFrmNavigGraphicWindow* CATFrmNavigGraphicWindow::Create(const CATUnicodeString& title, CATFrmEditor* pEditor)
+{
+    CATFrmLayout* pLayout = CATFrmLayout::GetCurrentLayout();
+    if (pLayout == nullptr) {
+        return nullptr;
+    }
+    auto* pWindow = new CATFrmNavigGraphicWindow(title, pEditor);
+    pLayout->AddWindow(pWindow);
+    return pWindow;
+}

@@ -1,0 +1,37 @@
+#pragma once
+
+#include <cstddef>
+#include <cstdint>
+#include <vector>
+
+namespace pugi {
+struct xml_node_struct;
+} // namespace pugi
+
+class CATDOMElement;
+
+// The handle object of each element that has one. Open addressing; elements that are neighbours in memory, which are
+// neighbours in the document mostly, have neighbouring slots.
+class CATDOMHandleTable
+{
+public:
+    // Null when the element has no handle object.
+    CATDOMElement* Find(const pugi::xml_node_struct* pNode) const;
+    // The element must have none yet.
+    void Insert(const pugi::xml_node_struct* pNode, CATDOMElement* pElement);
+    // The element must have one.
+    void Erase(const pugi::xml_node_struct* pNode);
+
+private:
+    struct Slot
+    {
+        const pugi::xml_node_struct* pNode;
+        CATDOMElement* pElement;
+    };
+
+    std::size_t HomeOf(const pugi::xml_node_struct* pNode) const;
+    void Resize(std::size_t slotCount);
+
+    std::vector<Slot> m_Slots;
+    std::size_t m_Count = 0;
+};

@@ -1,0 +1,3 @@
+#include "QTBNodeAttribute.h"
+
+QTBNodeAttribute::~QTBNodeAttribute() = default;

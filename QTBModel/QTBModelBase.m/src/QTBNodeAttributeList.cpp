@@ -1,0 +1,3 @@
+#include "QTBNodeAttributeList.h"
+
+QTBNodeAttributeList::~QTBNodeAttributeList() = default;

@@ -1,0 +1,3 @@
+#include "QTBNodeRelation.h"
+
+QTBNodeRelation::~QTBNodeRelation() = default;

@@ -1,0 +1,9 @@
+#pragma once
+
+#include "QTBPdmNode.h"
+#include "QTBCreateInstance.h"
+
+// Factory of the late type QTBPdmNode.
+class QTBECreateInstanceOnPdmNode : public QTBCreateInstance<QTBPdmNode>
+{
+};

@@ -1,0 +1,660 @@
+// The part of QTBERepNodeContOnRepNodeCont that lets the trees follow the PDM graph.
+
+#include <iostream>
+#include <vector>
+
+#include "QTBCheck.h"
+#include "QTBConstants.h"
+#include "QTBERepNodeContOnRepNodeCont.h"
+#include "QTBGlobVarsUtil.h"
+#include "QTBHashTableQtbNodeAttribute.h"
+#include "QTBHashTableUtil.h"
+#include "QTBIPdmNode.h"
+#include "QTBIPdmNodeCont.h"
+#include "QTBIPdmObjNode.h"
+#include "QTBIPdmRelNode.h"
+#include "QTBIRepNode.h"
+#include "QTBInfoUtil.h"
+#include "QTBMessageUtil.h"
+#include "QTBPartToFileInfo.h"
+#include "QTBPartToFilePdmTreeInfo.h"
+#include "QTBPartToFileUtil.h"
+#include "QTBPdmGraphUtil.h"
+#include "QTBPdmTree.h"
+#include "QTBPdmTreeObj.h"
+#include "QTBPdmTreeRel.h"
+#include "QTBRepTreeUtil.h"
+#include "QTBSchema.h"
+#include "QTBSchemaUtil.h"
+#include "QTBTraceUtil.h"
+
+namespace {
+
+constexpr int UNLIMITED = -1;
+
+// Keeps the trees of a bulk update from ending the action one by one, however the update ends.
+class SingleActionScope
+{
+public:
+    explicit SingleActionScope(unsigned char* pbIncActionIndexAfterUpdate)
+        : m_pbIncActionIndexAfterUpdate(pbIncActionIndexAfterUpdate)
+    {
+        *m_pbIncActionIndexAfterUpdate = FALSE;
+    }
+    SingleActionScope(const SingleActionScope&) = delete;
+    SingleActionScope& operator=(const SingleActionScope&) = delete;
+    ~SingleActionScope() { *m_pbIncActionIndexAfterUpdate = TRUE; }
+
+private:
+    unsigned char* m_pbIncActionIndexAfterUpdate;
+};
+
+int g_MaxExpansionLevel = UNLIMITED;
+bool g_bMaxLevelReached = false;
+
+} // namespace
+
+struct QTBERepNodeContOnRepNodeCont::Expansion
+{
+    const CATListValQTBNodeRelationInfo& NodeRelationInfos;
+    unsigned char bOneLevelOnly;
+    unsigned char* pbWindowNeedsUpdate;
+    CATListValCATBaseUnknown_var* pListOfRelRepNodes;
+    CATListValCATBaseUnknown_var* pListOfObjRepNodes;
+    unsigned char bCollectExistingChildren;
+};
+
+struct QTBERepNodeContOnRepNodeCont::ExpansionLevel
+{
+    ExpansionLevel(const QTBIRepNode_var& spParent, bool start, int number)
+        : spIRepNodeOnParent(spParent), isStart(start), level(number)
+    {
+    }
+
+    QTBIRepNode_var spIRepNodeOnParent;
+    bool isStart;
+    int level;
+    CATUnicodeString usPdmKey;
+    bool isOnPath = false;
+    CATListValCATBaseUnknown_var PdmNodes;
+    CATListValQTBNodeRelationInfo RelationInfos;
+    int position = 0;
+};
+
+struct QTBERepNodeContOnRepNodeCont::LeftToRight
+{
+    static constexpr const char* GET_NODES = "spIPdmObjNodeOnPdmNode->GetRightNodes";
+    static constexpr const char* GET_OBJECT = "spIPdmRelNodeOnPdmNode->GetRightObject";
+    static constexpr const char* GET_OBJECT_OF_CHILD = "spIPdmRelNodeOnChild->GetRightObject";
+    static constexpr auto GetNodes = &QTBIPdmObjNode::GetRightNodes;
+    static constexpr auto GetObject = &QTBIPdmRelNode::GetRightObject;
+};
+
+struct QTBERepNodeContOnRepNodeCont::RightToLeft
+{
+    static constexpr const char* GET_NODES = "spIPdmObjNodeOnPdmNode->GetLeftNodes";
+    static constexpr const char* GET_OBJECT = "spIPdmRelNodeOnPdmNode->GetLeftObject";
+    static constexpr const char* GET_OBJECT_OF_CHILD = "spIPdmRelNodeOnChild->GetLeftObject";
+    static constexpr auto GetNodes = &QTBIPdmObjNode::GetLeftNodes;
+    static constexpr auto GetObject = &QTBIPdmRelNode::GetLeftObject;
+};
+
+HRESULT QTBERepNodeContOnRepNodeCont::SetPdmNodesToConsider(NodesToRetrieve* pPdmNodesToConsider)
+{
+    QTB_SCOPE("QTBERepNodeContOnRepNodeCont::SetPdmNodesToConsider");
+    const NodesToRetrieve PdmNodesToConsider = *pPdmNodesToConsider;
+    // Parentheses belong to the text.
+    QTB_ASSERT_AS("(PdmNodesToConsider == ALL_NODES) || (PdmNodesToConsider == MOST_RECENTLY_UPDATED_NODES) || "
+                  "(PdmNodesToConsider == ONLY_CURRENT_NODES)",
+                  PdmNodesToConsider == ALL_NODES || PdmNodesToConsider == MOST_RECENTLY_UPDATED_NODES ||
+                      PdmNodesToConsider == ONLY_CURRENT_NODES);
+    m_PdmNodesToConsider = PdmNodesToConsider;
+    return QTB_SUCCESS;
+}
+
+HRESULT
+QTBERepNodeContOnRepNodeCont::SetRepChildRelationsToUpdate(RepChildRelationsToUpdate* pRepChildRelationsToUpdate)
+{
+    QTB_SCOPE("QTBERepNodeContOnRepNodeCont::SetRepChildRelationsToUpdate");
+    // The text names the value by its type, and is meant so.
+    QTB_ASSERT_AS("(RepChildRelationsToUpdate == ALL_RELATIONS_STORED_IN_REP_NODE) || "
+                  "(RepChildRelationsToUpdate == ONLY_NEW_RELATIONS)",
+                  *pRepChildRelationsToUpdate == ALL_RELATIONS_STORED_IN_REP_NODE ||
+                      *pRepChildRelationsToUpdate == ONLY_NEW_RELATIONS);
+    m_RepChildRelationsToUpdate = *pRepChildRelationsToUpdate;
+    return QTB_SUCCESS;
+}
+
+HRESULT QTBERepNodeContOnRepNodeCont::UpdateAllRepTrees(unsigned char* pbWindowFlag1, unsigned char* pbWindowFlag2,
+                                                        const CATListValQTBNodeRelationInfo& NodeRelationInfos,
+                                                        CATListValCATBaseUnknown_var* pListOfRelRepNodes,
+                                                        CATListValCATBaseUnknown_var* pListOfObjRepNodes,
+                                                        unsigned char* pbAddNewNodes)
+{
+    QTB_SCOPE("QTBERepNodeContOnRepNodeCont::UpdateAllRepTrees");
+    QTB_INTERFACE(m_spIPdmNodeCont);
+    const SingleActionScope singleAction(&m_bIncActionIndexAfterUpdate);
+    unsigned char bTrue = TRUE;
+    unsigned char bFalse = FALSE;
+    CATListValCATBaseUnknown_var RootNodes;
+    QTB_CALL(GetRepRootNodes, &RootNodes, &bFalse, &bFalse);
+    for (const CATBaseUnknown_var& spRootNode : RootNodes) {
+        const QTBIRepNode_var spIRepNodeOnRootNode(spRootNode);
+        QTB_INTERFACE(spIRepNodeOnRootNode);
+        QTB_CALL(UpdateRepTree, spIRepNodeOnRootNode, CATListValQTBNodeRelationInfo(), &bFalse, pListOfRelRepNodes,
+                 pListOfObjRepNodes, pbAddNewNodes, &bTrue, &bFalse);
+    }
+    CATListValCATBaseUnknown_var PdmRootNodes;
+    QTB_CALL(m_spIPdmNodeCont->GetPdmRootNodes, &PdmRootNodes);
+    for (const CATBaseUnknown_var& spPdmRootNode : PdmRootNodes) {
+        const QTBIPdmNode_var spIPdmNodeOnPdmRoot(spPdmRootNode);
+        QTB_INTERFACE(spIPdmNodeOnPdmRoot);
+        QTB_CALL(UpdateRepTrees, spIPdmNodeOnPdmRoot, NodeRelationInfos, &bFalse, pListOfRelRepNodes,
+                 pListOfObjRepNodes, pbAddNewNodes);
+    }
+    QTB_CALL(UpdateQtbWindow, pbWindowFlag1, pbWindowFlag2);
+    QTB_CALL(QTBGlobVarsUtil::IncActionIndex);
+    return QTB_SUCCESS;
+}
+
+HRESULT QTBERepNodeContOnRepNodeCont::UpdateRepTrees(const QTBIPdmNode_var& spIPdmNode,
+                                                     const CATListValQTBNodeRelationInfo& NodeRelationInfos,
+                                                     unsigned char* pbOneLevelOnly,
+                                                     CATListValCATBaseUnknown_var* pListOfRelRepNodes,
+                                                     CATListValCATBaseUnknown_var* pListOfObjRepNodes,
+                                                     unsigned char* pbAddNewNodes)
+{
+    QTB_SCOPE("QTBERepNodeContOnRepNodeCont::UpdateRepTrees");
+    const QTBIRepNodeCont_var spIRepNodeContOnThis(this);
+    QTB_INTERFACE(spIRepNodeContOnThis);
+    // Two names for the PDM node stand in the texts; meant.
+    CATListValCATBaseUnknown_var RepNodes;
+    QTB_RESULT_AS("spIPdmNodeOnStartNodeOnPdmRoot->GetRepNodes",
+                  spIPdmNode->GetRepNodes(&RepNodes, spIRepNodeContOnThis));
+    if (RepNodes.Size() == 0) {
+        unsigned char bIsDefaultRootNode = FALSE;
+        QTB_CALL(QTBPdmGraphUtil::IsDefaultRootNode, spIPdmNode, &bIsDefaultRootNode);
+        unsigned char bIsAffected = FALSE;
+        QTB_RESULT_AS("spIPdmNodeOnStartNode->IsAffectedByCurrentAction",
+                      spIPdmNode->IsAffectedByCurrentAction(&bIsAffected));
+        if (bIsDefaultRootNode != FALSE || bIsAffected != FALSE || m_PdmNodesToConsider != ONLY_CURRENT_NODES) {
+            QTBIRepNode_var spIRepNodeOnNewRoot;
+            QTB_CALL(CreateRepNode, QTBIRepNode_var(), spIPdmNode, &spIRepNodeOnNewRoot, QTBNodeRelationInfo(),
+                     pListOfRelRepNodes, pListOfObjRepNodes);
+            RepNodes.Append(spIRepNodeOnNewRoot);
+        }
+    }
+
+    unsigned char bWindowNeedsUpdate = FALSE;
+    unsigned char bCollectExistingChildren = FALSE;
+    for (const CATBaseUnknown_var& spRepNode : RepNodes) {
+        const QTBIRepNode_var spIRepNode(spRepNode);
+        QTB_INTERFACE(spIRepNode);
+        unsigned char bIsRepDefaultNode = FALSE;
+        QTB_CALL(spIRepNode->IsRepDefaultNode, &bIsRepDefaultNode);
+        if (bIsRepDefaultNode == FALSE) {
+            QTB_CALL(UpdateRepTreeIntern, spIRepNode, NodeRelationInfos, pbOneLevelOnly, &bWindowNeedsUpdate,
+                     pListOfRelRepNodes, pListOfObjRepNodes, pbAddNewNodes, &bCollectExistingChildren);
+        }
+    }
+    return FinishUpdate(bWindowNeedsUpdate != FALSE);
+}
+
+HRESULT QTBERepNodeContOnRepNodeCont::UpdateRepTree(const QTBIRepNode_var& spIRepNode,
+                                                    const CATListValQTBNodeRelationInfo& NodeRelationInfos,
+                                                    unsigned char* pbOneLevelOnly,
+                                                    CATListValCATBaseUnknown_var* pListOfRelRepNodes,
+                                                    CATListValCATBaseUnknown_var* pListOfObjRepNodes,
+                                                    unsigned char* pbAddNewNodes, unsigned char* pbUpdateWindow,
+                                                    unsigned char* pbCollectExistingChildren)
+{
+    QTB_SCOPE("QTBERepNodeContOnRepNodeCont::UpdateRepTree");
+    unsigned char bWindowNeedsUpdate = FALSE;
+    QTB_CALL(UpdateRepTreeIntern, spIRepNode, NodeRelationInfos, pbOneLevelOnly, &bWindowNeedsUpdate,
+             pListOfRelRepNodes, pListOfObjRepNodes, pbAddNewNodes, pbCollectExistingChildren);
+    return FinishUpdate(bWindowNeedsUpdate != FALSE && *pbUpdateWindow != FALSE);
+}
+
+HRESULT QTBERepNodeContOnRepNodeCont::FinishUpdate(bool windowNeedsUpdate)
+{
+    if (windowNeedsUpdate && m_pQtbFrmNavigGraphicWindow != NULL) {
+        QTB_CALL(QTBRepTreeUtil::UpdateQtbWindow, m_pQtbFrmNavigGraphicWindow, FALSE, FALSE);
+    }
+    if (m_bIncActionIndexAfterUpdate != FALSE) {
+        QTB_CALL(QTBGlobVarsUtil::IncActionIndex);
+    }
+    if (g_bMaxLevelReached) {
+        g_bMaxLevelReached = false;
+        return CATError::GetReturn(2, QTBMessageUtil::MaxExpansionLevelReached(g_MaxExpansionLevel), NULL, __FILE__,
+                                   __LINE__);
+    }
+    return QTB_SUCCESS;
+}
+
+HRESULT QTBERepNodeContOnRepNodeCont::UpdateRepTreeIntern(
+    const QTBIRepNode_var& spIRepNode, const CATListValQTBNodeRelationInfo& NodeRelationInfos,
+    unsigned char* pbOneLevelOnly, unsigned char* pbWindowNeedsUpdate, CATListValCATBaseUnknown_var* pListOfRelRepNodes,
+    CATListValCATBaseUnknown_var* pListOfObjRepNodes, unsigned char* pbAddNewNodes,
+    unsigned char* pbCollectExistingChildren)
+{
+    QTB_SCOPE("QTBERepNodeContOnRepNodeCont::UpdateRepTreeIntern");
+    QTBSchema* pSchema = NULL;
+    QTB_CALL(QTBSchemaUtil::GetCurrentSchemaPtr, &pSchema);
+    QTB_CALL(pSchema->GetMaxExpansionLevel, &g_MaxExpansionLevel);
+    if (*pbAddNewNodes != FALSE) {
+        unsigned char bNeedsUpdate = FALSE;
+        const Expansion expansion{NodeRelationInfos,  *pbOneLevelOnly,    &bNeedsUpdate,
+                                  pListOfRelRepNodes, pListOfObjRepNodes, *pbCollectExistingChildren};
+        QTB_CALL(RecursiveUpdateRepTreeAdd, expansion, spIRepNode);
+        if (bNeedsUpdate != FALSE) {
+            *pbWindowNeedsUpdate = TRUE;
+            return QTB_SUCCESS;
+        }
+    }
+    QTB_INTERFACE(spIRepNode);
+    unsigned char bRecursive = FALSE;
+    QTB_CALL(spIRepNode->Redraw, &bRecursive);
+    return QTB_SUCCESS;
+}
+
+HRESULT QTBERepNodeContOnRepNodeCont::RecursiveUpdateRepTreeAdd(const Expansion& expansion,
+                                                                const QTBIRepNode_var& spIRepNodeOnParent)
+{
+    QTB_SCOPE("QTBERepNodeContOnRepNodeCont::RecursiveUpdateRepTreeAdd");
+    // The rep nodes on the path from the start node, each with the children that are still to be treated.
+    std::vector<ExpansionLevel> levels;
+    levels.emplace_back(spIRepNodeOnParent, true, 0);
+    HRESULT hr = EnterLevel(expansion, &levels.back());
+    while (!levels.empty()) {
+        ExpansionLevel& level = levels.back();
+        if (FAILED(hr) || level.position >= level.PdmNodes.Size()) {
+            if (level.isOnPath) {
+                const HRESULT hrOfLeaving = LeavePath(level.usPdmKey);
+                hr = FAILED(hr) ? hr : hrOfLeaving;
+            }
+            levels.pop_back();
+            if (!levels.empty()) {
+                hr = QTBCheck::Unwind(hr, FAILED(hr) ? 1 : 0, QTB_SITE("RecursiveUpdateRepTreeAdd"));
+            }
+            continue;
+        }
+        QTBIRepNode_var spIRepNodeOnChild;
+        bool childIsRelation = false;
+        hr = TreatNextChild(expansion, &level, &spIRepNodeOnChild, &childIsRelation);
+        if (SUCCEEDED(hr) && spIRepNodeOnChild != NULL_var) {
+            // From the start node on the expansion always reaches one level of objects.
+            const bool isStart = level.isStart && childIsRelation;
+            const int nextLevel = level.level + 1;
+            levels.emplace_back(spIRepNodeOnChild, isStart, nextLevel);
+            hr = EnterLevel(expansion, &levels.back());
+        }
+    }
+    return hr;
+}
+
+HRESULT QTBERepNodeContOnRepNodeCont::EnterLevel(const Expansion& expansion, ExpansionLevel* pLevel)
+{
+    const QTBIRepNode_var* const pspIRepNodeOnParent = &pLevel->spIRepNodeOnParent;
+    QTB_ASSERT(pspIRepNodeOnParent != NULL);
+    QTB_INTERFACE(*pspIRepNodeOnParent);
+    QTB_CALL((*pspIRepNodeOnParent)->GetPdmNodeKey, &pLevel->usPdmKey);
+    QTBIPdmNode_var spIPdmNodeOnParent;
+    QTB_CALL((*pspIRepNodeOnParent)->GetPdmNode, &spIPdmNodeOnParent, TRUE, NULL);
+
+    auto* pEntry = new QTBHashTableQtbNodeAttribute(pLevel->usPdmKey, spIPdmNodeOnParent);
+    QTB_CALL(QTBHashTableUtil::Insert, pEntry, &m_ExpansionTable, TRUE, FALSE);
+    pLevel->isOnPath = true;
+    return ExpandLevel(expansion, pLevel);
+}
+
+// The children that are to be shown below a node; none when the expansion ends here.
+HRESULT QTBERepNodeContOnRepNodeCont::ExpandLevel(const Expansion& expansion, ExpansionLevel* pLevel)
+{
+    // Levels count objects and relations alike.
+    if (g_MaxExpansionLevel != UNLIMITED && pLevel->level / 2 >= g_MaxExpansionLevel) {
+        g_bMaxLevelReached = true;
+        return QTB_SUCCESS;
+    }
+    if (!pLevel->isStart && expansion.bOneLevelOnly != FALSE) {
+        return QTB_SUCCESS;
+    }
+    try {
+        QTB_CALL(SetRelationsToDisplay, expansion.NodeRelationInfos, &pLevel->spIRepNodeOnParent);
+        CATListValCATBaseUnknown_var PdmNodes;
+        CATListValQTBNodeRelationInfo RelationInfos;
+        QTB_CALL(GetPdmNodesToBeShownAsChildren, pLevel->spIRepNodeOnParent, expansion.NodeRelationInfos, &PdmNodes,
+                 &RelationInfos);
+        const int SizeOfPdmNodes = PdmNodes.Size();
+        const int SizeOfRelationInfos = RelationInfos.Size();
+        QTB_ASSERT(SizeOfPdmNodes == SizeOfRelationInfos);
+        pLevel->PdmNodes = std::move(PdmNodes);
+        pLevel->RelationInfos = std::move(RelationInfos);
+    } catch (const CATXHException& exception) {
+        QTB_TRACE("QTBERepNodeContOnRepNodeCont::RecursiveUpdateRepTreeAdd ->"
+                  << exception.GetError()->GetNLSMessage());
+        return CATError::GetReturn(2, exception.GetError(), NULL, __FILE__, __LINE__);
+    }
+    return QTB_SUCCESS;
+}
+
+HRESULT QTBERepNodeContOnRepNodeCont::TreatNextChild(const Expansion& expansion, ExpansionLevel* pLevel,
+                                                     QTBIRepNode_var* pspIRepNodeOnChild, bool* pChildIsRelation)
+{
+    const int i = ++pLevel->position;
+    const QTBNodeRelationInfo& NodeRelationInfo = pLevel->RelationInfos[i];
+    try {
+        const QTBIPdmNode_var spIPdmNodeOnChild(pLevel->PdmNodes[i]);
+        QTB_INTERFACE(spIPdmNodeOnChild);
+        *pChildIsRelation = QTBIPdmRelNode_var(spIPdmNodeOnChild) != NULL_var;
+        bool closesCircle = false;
+        if (const HRESULT hr = ClosesCircle(spIPdmNodeOnChild, NodeRelationInfo, pLevel->isStart, &closesCircle);
+            FAILED(hr) || closesCircle) {
+            return hr;
+        }
+
+        QTBIRepNode_var spIRepNodeOnChild;
+        QTB_CALL(FindCorrespondingRepNode, pLevel->spIRepNodeOnParent, spIPdmNodeOnChild, &spIRepNodeOnChild);
+        if (spIRepNodeOnChild == NULL_var) {
+            QTB_CALL(CreateRepNode, pLevel->spIRepNodeOnParent, spIPdmNodeOnChild, &spIRepNodeOnChild, NodeRelationInfo,
+                     expansion.pListOfRelRepNodes, expansion.pListOfObjRepNodes);
+            QTB_CALL(WindowNeedsToBeUpdated, pLevel->spIRepNodeOnParent, spIRepNodeOnChild, NodeRelationInfo,
+                     expansion.pbWindowNeedsUpdate);
+        } else if (expansion.bCollectExistingChildren != FALSE) {
+            unsigned char bRepresentsPdmObjNode = FALSE;
+            QTB_CALL(spIRepNodeOnChild->RepresentsPdmObjNode, &bRepresentsPdmObjNode);
+            CATListValCATBaseUnknown_var* pList =
+                bRepresentsPdmObjNode != FALSE ? expansion.pListOfObjRepNodes : expansion.pListOfRelRepNodes;
+            if (pList != NULL) {
+                pList->Append(spIRepNodeOnChild);
+            }
+        }
+        *pspIRepNodeOnChild = spIRepNodeOnChild;
+    } catch (const CATXHException& exception) {
+        QTB_TRACE("QTBERepNodeContOnRepNodeCont::RecursiveUpdateRepTreeAdd ->"
+                  << exception.GetError()->GetNLSMessage());
+        return CATError::GetReturn(2, exception.GetError(), NULL, __FILE__, __LINE__);
+    }
+    return QTB_SUCCESS;
+}
+
+// Below the start node circles are not looked for: its own relations are what was asked for.
+HRESULT QTBERepNodeContOnRepNodeCont::ClosesCircle(const QTBIPdmNode_var& spIPdmNodeOnChild,
+                                                   const QTBNodeRelationInfo& NodeRelationInfo, bool isStart,
+                                                   bool* pClosesCircle)
+{
+    const QTBIPdmRelNode_var spIPdmRelNodeOnChild(spIPdmNodeOnChild);
+    if (spIPdmRelNodeOnChild == NULL_var) {
+        return QTB_SUCCESS;
+    }
+    QTBIPdmObjNode_var spIPdmObjNodeOnChild;
+    const auto getObject = [&]<class Direction>(Direction) -> HRESULT {
+        QTB_RESULT_AS(Direction::GET_OBJECT_OF_CHILD,
+                      ((*spIPdmRelNodeOnChild).*Direction::GetObject)(&spIPdmObjNodeOnChild));
+        return QTB_SUCCESS;
+    };
+    if (const HRESULT hr = NodeRelationInfo.GetRelationDirection() == usLEFT_TO_RIGHT ? getObject(LeftToRight())
+                                                                                      : getObject(RightToLeft());
+        FAILED(hr)) {
+        return hr;
+    }
+    const QTBIPdmNode_var spIPdmNodeOnChildRel(spIPdmRelNodeOnChild);
+    QTB_INTERFACE(spIPdmNodeOnChildRel);
+    const QTBIPdmNode_var spIPdmNodeOnChildObj(spIPdmObjNodeOnChild);
+    QTB_INTERFACE(spIPdmNodeOnChildObj);
+
+    QTBHashTableQtbNodeAttribute* pEntry = NULL;
+    if (FAILED(QTBHashTableUtil::Find(spIPdmNodeOnChildRel->GetPdmKey(), &m_ExpansionTable, &pEntry, TRUE))) {
+        QTBHashTableUtil::Find(spIPdmNodeOnChildObj->GetPdmKey(), &m_ExpansionTable, &pEntry, TRUE);
+    }
+    if (pEntry == NULL || isStart) {
+        return QTB_SUCCESS;
+    }
+    *pClosesCircle = true;
+    const CATUnicodeString usNode = QTBTraceUtil::GetNodeString(pEntry->GetValue(), FALSE);
+    QTB_TRACE("QTBERepNodeContOnRepNodeCont::RecursiveUpdateRepTreeAdd -> The node '"
+              << usNode << "' is used recursively below itself. Expand is stopped at this node !");
+    QTB_CALL(QTBGlobVarsUtil::AddMessageToInfoListDialog, QTBMessageUtil::CircleInRecursiveExpandWarning(usNode));
+    return QTB_SUCCESS;
+}
+
+HRESULT QTBERepNodeContOnRepNodeCont::LeavePath(const CATUnicodeString& usKey)
+{
+    QTB_CALL(QTBHashTableUtil::Remove, usKey, &m_ExpansionTable, TRUE, FALSE);
+    return QTB_SUCCESS;
+}
+
+HRESULT QTBERepNodeContOnRepNodeCont::GetPdmNodesToBeShownAsChildren(
+    const QTBIRepNode_var& spIRepNode, const CATListValQTBNodeRelationInfo& NodeRelationInfos,
+    CATListValCATBaseUnknown_var* pPdmNodesToBeShown, CATListValQTBNodeRelationInfo* pPdmRelationsToBeShown)
+{
+    QTB_SCOPE("QTBERepNodeContOnRepNodeCont::GetPdmNodesToBeShownAsChildren");
+    QTB_INTERFACE(spIRepNode);
+    QTB_ASSERT(pPdmRelationsToBeShown);
+    QTB_ASSERT(pPdmNodesToBeShown);
+    pPdmNodesToBeShown->RemoveAll();
+    pPdmRelationsToBeShown->RemoveAll();
+    unsigned char bRepresentsPdmRelNode = FALSE;
+    QTB_CALL(spIRepNode->RepresentsPdmRelNode, &bRepresentsPdmRelNode, NULL);
+
+    CATListValQTBNodeRelationInfo ListOfRelsToBeUpdated;
+    if (m_RepChildRelationsToUpdate == ALL_RELATIONS_STORED_IN_REP_NODE || bRepresentsPdmRelNode != FALSE) {
+        QTB_CALL(spIRepNode->GetPdmRelationsToBeDisplayed, &ListOfRelsToBeUpdated);
+        if (bRepresentsPdmRelNode != FALSE) {
+            QTB_ASSERT(ListOfRelsToBeUpdated.Size() == 1);
+        }
+    } else {
+        ListOfRelsToBeUpdated = NodeRelationInfos;
+    }
+
+    QTBIPdmNode_var spIPdmNode;
+    QTB_CALL(spIRepNode->GetPdmNode, &spIPdmNode, TRUE, NULL);
+    if (spIPdmNode == NULL_var) {
+        return QTB_SUCCESS;
+    }
+    const QTBINodeRelations_var spINodeRelationsOnPdmNode(spIPdmNode);
+    QTB_INTERFACE(spINodeRelationsOnPdmNode);
+
+    for (const QTBNodeRelationInfo& NodeRelationInfo : ListOfRelsToBeUpdated) {
+        const CATUnicodeString usDirection = NodeRelationInfo.GetRelationDirection();
+        const CATUnicodeString usRelationName = NodeRelationInfo.GetRelationName();
+        CATListValCATBaseUnknown_var Neighbours;
+        HRESULT hr = QTB_SUCCESS;
+        if (usDirection == usLEFT_TO_RIGHT) {
+            hr = GetNeighbours<LeftToRight>(spIPdmNode, usRelationName, &Neighbours);
+        } else if (usDirection == usRIGHT_TO_LEFT) {
+            hr = GetNeighbours<RightToLeft>(spIPdmNode, usRelationName, &Neighbours);
+        } else {
+            return QTB_QUIET_FAILURE;
+        }
+        if (FAILED(hr)) {
+            return hr;
+        }
+        for (const CATBaseUnknown_var& spNeighbour : Neighbours) {
+            const QTBIPdmNode_var spIPdmNodeOnCurrentNode(spNeighbour);
+            QTB_INTERFACE(spIPdmNodeOnCurrentNode);
+            bool isToBeShown = true;
+            if (bRepresentsPdmRelNode == FALSE) {
+                if (const HRESULT hrOfTest = IsToBeShown(spIRepNode, spIPdmNodeOnCurrentNode, &isToBeShown);
+                    FAILED(hrOfTest)) {
+                    return hrOfTest;
+                }
+            }
+            if (isToBeShown) {
+                pPdmNodesToBeShown->Append(spNeighbour);
+                pPdmRelationsToBeShown->Append(NodeRelationInfo);
+            }
+        }
+    }
+
+    if (QTBDebugUtil::GetDebugStatus()) {
+        QTB_TRACE("QTBERepNodeContOnRepNodeCont::GetPdmNodesToBeShownAsChildren -> spIRepNode:"
+                  << QTBTraceUtil::GetNodeString(spIRepNode, FALSE));
+        for (int i = 1; i <= pPdmNodesToBeShown->Size(); ++i) {
+            std::cout << "\t" << i << ".: " << QTBTraceUtil::GetNodeString((*pPdmNodesToBeShown)[i], FALSE) << " - ";
+            QTBTraceUtil::PrintNodeRelationInfo((*pPdmRelationsToBeShown)[i]);
+        }
+    }
+    QTB_ASSERT(pPdmNodesToBeShown->Size() == pPdmRelationsToBeShown->Size());
+    if (bRepresentsPdmRelNode != FALSE && pPdmNodesToBeShown->Size() != 1) {
+        QTB_TRACE("QTBERepNodeContOnRepNodeCont::GetPdmNodesToBeShownAsChildren -> bRepresentsPdmRelNode && "
+                  "(pPdmNodesToBeShown->Size() != 1) !");
+        QTB_ASSERT(pPdmNodesToBeShown->Size() == 1);
+    }
+    return QTB_SUCCESS;
+}
+
+template <class Direction>
+HRESULT QTBERepNodeContOnRepNodeCont::GetNeighbours(const CATBaseUnknown_var& spPdmNode,
+                                                    const CATUnicodeString& usRelationName,
+                                                    CATListValCATBaseUnknown_var* pNeighbours)
+{
+    if (const QTBIPdmObjNode_var spIPdmObjNodeOnPdmNode(spPdmNode); spIPdmObjNodeOnPdmNode != NULL_var) {
+        CATListValCATUnicodeString AllClasses;
+        QTB_RESULT_AS(Direction::GET_NODES,
+                      ((*spIPdmObjNodeOnPdmNode).*Direction::GetNodes)(usRelationName, pNeighbours, NULL,
+                                                                       m_PdmNodesToConsider, TRUE, &AllClasses, FALSE));
+        return QTB_SUCCESS;
+    }
+    const QTBIPdmRelNode_var spIPdmRelNodeOnPdmNode(spPdmNode);
+    QTB_INTERFACE(spIPdmRelNodeOnPdmNode);
+    QTBIPdmObjNode_var spIPdmObjNode;
+    QTB_RESULT_AS(Direction::GET_OBJECT, ((*spIPdmRelNodeOnPdmNode).*Direction::GetObject)(&spIPdmObjNode));
+    pNeighbours->Append(spIPdmObjNode);
+    return QTB_SUCCESS;
+}
+
+HRESULT QTBERepNodeContOnRepNodeCont::IsToBeShown(const QTBIRepNode_var& spIRepNode,
+                                                  const QTBIPdmNode_var& spIPdmNodeOnCurrentNode, bool* pIsToBeShown)
+{
+    if (m_PdmNodesToConsider == MOST_RECENTLY_UPDATED_NODES) {
+        int actionIndex = 0;
+        QTB_CALL(QTBInfoUtil::GetActionIndex, spIPdmNodeOnCurrentNode, &actionIndex);
+        int actionIndexOfRepNode = 0;
+        QTB_CALL(spIRepNode->GetPdmNodeActionIndex, &actionIndexOfRepNode);
+        *pIsToBeShown = actionIndex >= actionIndexOfRepNode;
+    } else if (m_PdmNodesToConsider == ONLY_CURRENT_NODES) {
+        unsigned char bIsAffected = FALSE;
+        QTB_CALL(spIPdmNodeOnCurrentNode->IsAffectedByCurrentAction, &bIsAffected);
+        *pIsToBeShown = bIsAffected != FALSE;
+    }
+    return QTB_SUCCESS;
+}
+
+HRESULT QTBERepNodeContOnRepNodeCont::SetRelationsToDisplay(const CATListValQTBNodeRelationInfo& NodeRelationInfos,
+                                                            const QTBIRepNode_var* pspIRepNode)
+{
+    QTB_SCOPE("QTBERepNodeContOnRepNodeCont::SetRelationsToDisplay");
+    QTB_ASSERT(pspIRepNode != NULL);
+    QTB_INTERFACE(*pspIRepNode);
+    const QTBIRepNode_var& spIRepNode = *pspIRepNode;
+    QTB_INTERFACE(spIRepNode);
+    unsigned char bRepresentsPdmObjNode = FALSE;
+    QTB_CALL(spIRepNode->RepresentsPdmObjNode, &bRepresentsPdmObjNode);
+    if (bRepresentsPdmObjNode == FALSE) {
+        return QTB_SUCCESS;
+    }
+    for (const QTBNodeRelationInfo& NodeRelationInfo : NodeRelationInfos) {
+        unsigned char bOk = FALSE;
+        QTB_CALL(spIRepNode->CheckPdmRelationToBeDisplayed, NodeRelationInfo, &bOk);
+        if (bOk != FALSE) {
+            QTB_CALL(spIRepNode->AddPdmRelationToBeDisplayed, NodeRelationInfo);
+        }
+    }
+    return QTB_SUCCESS;
+}
+
+// Sets the flag, never clears it: one new node in an expansion is enough.
+HRESULT QTBERepNodeContOnRepNodeCont::WindowNeedsToBeUpdated(const QTBIRepNode_var& spIRepNodeOnLeftRepNode,
+                                                             const QTBIRepNode_var& spIRepNodeOnNewRepNode,
+                                                             const QTBNodeRelationInfo& NodeRelationInfo,
+                                                             unsigned char* pbWindowNeedsUpdate)
+{
+    QTB_SCOPE("QTBERepNodeContOnRepNodeCont::WindowNeedsToBeUpdated");
+    QTBIPdmNode_var spIPdmNode;
+    QTB_CALL(spIRepNodeOnNewRepNode->GetPdmNode, &spIPdmNode, TRUE, NULL);
+    if (QTBIPdmRelNode_var(spIPdmNode) != NULL_var) {
+        QTBNodeRelationInfo RelationToLeftNode;
+        QTB_CALL(spIRepNodeOnLeftRepNode->GetPdmRelationToLeftNode, &RelationToLeftNode);
+        if (NodeRelationInfo == RelationToLeftNode) {
+            *pbWindowNeedsUpdate = TRUE;
+        }
+    }
+    return QTB_SUCCESS;
+}
+
+HRESULT
+QTBERepNodeContOnRepNodeCont::UpdateRepTreeAfterGetFilteredModels(QTBIRepNode_var* pspIRepNodeOnRootPartNode,
+                                                                  CATListValCATBaseUnknown_var*,
+                                                                  CATListValCATBaseUnknown_var*)
+{
+    QTB_SCOPE("QTBERepNodeContOnRepNodeCont::UpdateRepTreeAfterGetFilteredModels");
+    QTB_ASSERT(pspIRepNodeOnRootPartNode != NULL);
+    QTB_INTERFACE(*pspIRepNodeOnRootPartNode);
+    const SingleActionScope singleAction(&m_bIncActionIndexAfterUpdate);
+
+    CATListValCATBaseUnknown_var SubStructureNodes;
+    QTB_CALL(QTBRepTreeUtil::GetAllSubStructureNodes, *pspIRepNodeOnRootPartNode, NULL, &SubStructureNodes);
+    SubStructureNodes.Append(*pspIRepNodeOnRootPartNode);
+    QTBPartToFileInfo PartToFileInfo;
+    QTB_CALL(QTBPartToFileUtil::GetPartToFileInfo, SubStructureNodes, &PartToFileInfo);
+    CATListValQTBPartToFilePdmTreeInfo PdmTreeInfos;
+    QTB_CALL(PartToFileInfo.GetPartToFilePdmTreeInfoList, &PdmTreeInfos);
+    for (int i = 1; i <= PdmTreeInfos.Size(); ++i) {
+        CATListValCATBaseUnknown_var RepNodes;
+        QTB_CALL(PdmTreeInfos[i].GetRepNodes, &RepNodes);
+        QTBPdmTree* pPdmTree = NULL;
+        QTB_CALL(PdmTreeInfos[i].GetPdmTreePtr, &pPdmTree);
+        QTB_ASSERT(pPdmTree);
+        CATListPtrQTBPdmTreeRel PdmTreeRels;
+        QTB_CALL(pPdmTree->GetAllPdmTreeRelPtrs, &PdmTreeRels, FALSE);
+        CATListValQTBNodeRelationInfo NodeRelInfos;
+        QTB_CALL(pPdmTree->GetAllPdmTreeRels, &NodeRelInfos, FALSE);
+        QTB_CALL(UpdateRepNodeList, &RepNodes, PdmTreeRels, NodeRelInfos);
+    }
+    QTB_CALL(QTBGlobVarsUtil::IncActionIndex);
+    return QTB_SUCCESS;
+}
+
+HRESULT QTBERepNodeContOnRepNodeCont::UpdateRepNodeList(const CATListValCATBaseUnknown_var* pRepNodes,
+                                                        const CATListPtrQTBPdmTreeRel& PdmTreeRels,
+                                                        const CATListValQTBNodeRelationInfo& NodeRelInfos)
+{
+    QTB_SCOPE("QTBERepNodeContOnRepNodeCont::UpdateRepNodeList");
+    QTB_ASSERT(pRepNodes != NULL);
+    const int SizePdmTreeRels = PdmTreeRels.Size();
+    const int SizeNodeRelInfos = NodeRelInfos.Size();
+    QTB_ASSERT(SizePdmTreeRels == SizeNodeRelInfos);
+
+    for (const CATBaseUnknown_var& spRepNode : *pRepNodes) {
+        const QTBIRepNode_var spIRepNode(spRepNode);
+        QTB_INTERFACE(spIRepNode);
+        for (int i = 1; i <= SizePdmTreeRels; ++i) {
+            CATListValQTBNodeRelationInfo SingleNodeRelInfo;
+            SingleNodeRelInfo.Append(NodeRelInfos[i]);
+            unsigned char bTrue = TRUE;
+            unsigned char bFalse = FALSE;
+            CATListValCATBaseUnknown_var ObjRepNodes;
+            QTB_CALL(UpdateRepTree, spIRepNode, SingleNodeRelInfo, &bTrue, NULL, &ObjRepNodes, &bTrue, &bFalse,
+                     &bFalse);
+
+            const QTBPdmTreeRel* pPdmTreeRel = PdmTreeRels[i];
+            QTB_ASSERT(pPdmTreeRel != NULL);
+            CATListPtrQTBPdmTreeObj PdmTreeObjs;
+            QTB_CALL(pPdmTreeRel->GetAllPdmTreeObjPtrs, &PdmTreeObjs);
+            CATListPtrQTBPdmTreeRel NextPdmTreeRels;
+            CATListValQTBNodeRelationInfo NextNodeRelInfos;
+            for (const QTBPdmTreeObj* pPdmTreeObj : PdmTreeObjs) {
+                QTB_ASSERT(pPdmTreeObj != NULL);
+                CATListPtrQTBPdmTreeRel RelsOfObj;
+                QTB_CALL(pPdmTreeObj->GetAllPdmTreeRelPtrs, &RelsOfObj, FALSE);
+                NextPdmTreeRels.Append(RelsOfObj);
+                CATListValQTBNodeRelationInfo InfosOfObj;
+                QTB_CALL(pPdmTreeObj->GetAllPdmTreeRels, &InfosOfObj, FALSE);
+                NextNodeRelInfos.Append(InfosOfObj);
+            }
+            // Nests as deep as the filtered structure, which the schema defines.
+            QTB_CALL(UpdateRepNodeList, &ObjRepNodes, NextPdmTreeRels, NextNodeRelInfos);
+        }
+    }
+    return QTB_SUCCESS;
+}

@@ -1,0 +1,79 @@
+#include "QTBMessageUtil.h"
+
+#include "QTBInformation.h"
+#include "QTBTraceUtil.h"
+#include "QTBUserError.h"
+#include "QTBWarning.h"
+
+namespace {
+
+template <class Message, class... Text>
+CATError* Make(const char* msgId, const Text&... texts)
+{
+    auto* pMessage = new Message(msgId);
+    pMessage->SetNLSParameters(static_cast<int>(sizeof...(texts)), texts...);
+    return pMessage;
+}
+
+} // namespace
+
+CATError* QTBMessageUtil::AttributeNotDefinedError(const CATUnicodeString& usNodeText,
+                                                   const CATUnicodeString& usAttrName)
+{
+    return Make<QTBUserError>("AttributeNotDefinedERR_2001", usNodeText, usAttrName);
+}
+
+CATError* QTBMessageUtil::FunctionalityNotImplemented()
+{
+    return Make<QTBUserError>("FunctionalityNotImplementedERR_2002");
+}
+
+CATError* QTBMessageUtil::InstanceNameOccursMoreThanOnce(const CATUnicodeString& usParentText,
+                                                         const CATUnicodeString& usInstanceName)
+{
+    return Make<QTBUserError>("InstanceNameOccursMoreThanOnceERR_2003", usParentText, usInstanceName);
+}
+
+CATError* QTBMessageUtil::ObjectIsCheckedOutByUser(const CATUnicodeString& usUser)
+{
+    return Make<QTBUserError>("ObjectIsCheckedOutByUserERR_2004", usUser);
+}
+
+CATError* QTBMessageUtil::PsnEmbeddedComponentNotSupported(const CATBaseUnknown_var& spProduct)
+{
+    return Make<QTBUserError>("PsnEmbeddedComponentNotSupportedERR_2005",
+                              QTBTraceUtil::GetNodeString(spProduct, FALSE));
+}
+
+CATError* QTBMessageUtil::PsnNodeRefDocNotFoundError(const CATUnicodeString& usInstanceName)
+{
+    return Make<QTBUserError>("PsnNodeRefDocNotFoundERR_2006", usInstanceName);
+}
+
+CATError* QTBMessageUtil::NoPdmConnectionError()
+{
+    return Make<QTBUserError>("NoPdmConnectionERR_2007");
+}
+
+CATError* QTBMessageUtil::CircleInRecursiveExpandWarning(const CATUnicodeString& usNodeText)
+{
+    return Make<QTBWarning>("CircleInRecursiveExpandWRN_2101", usNodeText);
+}
+
+CATError* QTBMessageUtil::IgnoredInvalidNodeWarning(const CATUnicodeString& usNodeText,
+                                                    const CATUnicodeString& usTypeText)
+{
+    return Make<QTBWarning>("IgnoredInvalidNodeWRN_2102", usNodeText, usTypeText);
+}
+
+CATError* QTBMessageUtil::MaxExpansionLevelReached(int iMaxExpansionLevel)
+{
+    CATUnicodeString usMaxExpansionLevel;
+    usMaxExpansionLevel.BuildFromNum(iMaxExpansionLevel);
+    return Make<QTBWarning>("MaxExpansionLevelReachedWRN_2103", usMaxExpansionLevel);
+}
+
+CATError* QTBMessageUtil::RepNodeDeleted(const CATUnicodeString& usRepNodeText, const CATUnicodeString& usProductText)
+{
+    return Make<QTBInformation>("RepNodeDeletedINF_2201", usRepNodeText, usProductText);
+}

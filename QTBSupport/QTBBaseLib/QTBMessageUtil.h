@@ -1,0 +1,33 @@
+#pragma once
+
+#include "CATInterface_var.h"
+#include "QTBBaseLibExport.h"
+
+class CATError;
+class CATUnicodeString;
+
+// Makes the messages for the user. Each operation returns a new error object of the catalog "QTBUserMessages", never
+// null, whose reference belongs to the caller: it goes to CATError::GetReturn, CATError::Throw or the information list
+// dialog, or is released. Node texts are those of QTBTraceUtil::GetNodeString.
+class QTBBASELIB_API QTBMessageUtil
+{
+public:
+    // Errors (QTBUserError).
+    static CATError* AttributeNotDefinedError(const CATUnicodeString& usNodeText, const CATUnicodeString& usAttrName);
+    static CATError* FunctionalityNotImplemented();
+    static CATError* InstanceNameOccursMoreThanOnce(const CATUnicodeString& usParentText,
+                                                    const CATUnicodeString& usInstanceName);
+    static CATError* ObjectIsCheckedOutByUser(const CATUnicodeString& usUser);
+    static CATError* PsnEmbeddedComponentNotSupported(const CATBaseUnknown_var& spProduct);
+    static CATError* PsnNodeRefDocNotFoundError(const CATUnicodeString& usInstanceName);
+    // The session has nobody to talk to the PDM system with.
+    static CATError* NoPdmConnectionError();
+
+    // Warnings (QTBWarning).
+    static CATError* CircleInRecursiveExpandWarning(const CATUnicodeString& usNodeText);
+    static CATError* IgnoredInvalidNodeWarning(const CATUnicodeString& usNodeText, const CATUnicodeString& usTypeText);
+    static CATError* MaxExpansionLevelReached(int iMaxExpansionLevel);
+
+    // Information (QTBInformation).
+    static CATError* RepNodeDeleted(const CATUnicodeString& usRepNodeText, const CATUnicodeString& usProductText);
+};

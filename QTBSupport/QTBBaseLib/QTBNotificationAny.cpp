@@ -1,0 +1,6 @@
+#include "QTBNotificationAny.h"
+
+const char* QTBNotificationAny::CtxMenuSelected()
+{
+    return "QTBCtxMenuSelected";
+}

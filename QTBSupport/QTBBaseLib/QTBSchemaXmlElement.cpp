@@ -1,0 +1,133 @@
+#include "QTBSchemaXmlElement.h"
+
+#include <algorithm>
+#include <charconv>
+#include <string>
+
+#include <pugixml.hpp>
+
+namespace {
+
+using Names = std::initializer_list<std::string_view>;
+
+bool Has(Names names, std::string_view name)
+{
+    return std::find(names.begin(), names.end(), name) != names.end();
+}
+
+// "a", "b" or "c", each between open and close.
+CATUnicodeString OneOf(Names names, const char* open, const char* close, const char* none)
+{
+    std::string text;
+    std::size_t left = names.size();
+    for (const std::string_view name : names) {
+        text.append(open).append(name).append(close);
+        --left;
+        text.append(left > 1 ? ", " : left == 1 ? " or " : "");
+    }
+    return names.size() == 0 ? CATUnicodeString(none) : CATUnicodeString(std::string_view(text));
+}
+
+CATUnicodeString Quoted(std::string_view text)
+{
+    return "\"" + CATUnicodeString::FromValidUtf8(text) + "\"";
+}
+
+} // namespace
+
+void QTBSchemaXmlElement::CheckForm(Names attributes, Names children) const
+{
+    for (CATDOMAttributeView attribute = m_View.GetFirstAttribute(); attribute; attribute = attribute.GetNext()) {
+        if (!Has(attributes, attribute.GetName())) {
+            throw QTBSchemaRefusal{GetOffset(attribute),
+                                   "the attribute " + Quoted(attribute.GetName()) + " of the element " +
+                                       Quoted(GetTagName()),
+                                   OneOf(attributes, "\"", "\"", "no attribute")};
+        }
+    }
+    for (QTBSchemaXmlElement child = GetFirstChild(); child; child = child.GetNextSibling()) {
+        if (!Has(children, child.GetTagName())) {
+            child.Refuse("the element " + Quoted(child.GetTagName()) + " in the element " + Quoted(GetTagName()),
+                         OneOf(children, "<", ">", "no element"));
+        }
+    }
+    if (m_View.HasNonBlankText()) {
+        Refuse("text in the element " + Quoted(GetTagName()), "attributes and elements only");
+    }
+}
+
+CATUnicodeString QTBSchemaXmlElement::GetText(const char* attribute) const
+{
+    return CATUnicodeString::FromValidUtf8(m_View.FindAttribute(attribute).GetValue());
+}
+
+CATUnicodeString QTBSchemaXmlElement::GetName(const char* attribute) const
+{
+    CATUnicodeString usName = GetText(attribute);
+    if (!m_View.FindAttribute(attribute)) {
+        Refuse("the element " + Quoted(GetTagName()) + " has no attribute " + Quoted(attribute),
+               CATUnicodeString(attribute) + "=\"...\"");
+    }
+    if (usName.IsEmpty()) {
+        RefuseValue(attribute, "a text that is not empty");
+    }
+    return usName;
+}
+
+bool QTBSchemaXmlElement::GetFlag(const char* attribute, bool ifMissing) const
+{
+    const CATDOMAttributeView view = m_View.FindAttribute(attribute);
+    if (!view) {
+        return ifMissing;
+    }
+    const bool isTrue = view.GetValue() == "true";
+    if (!isTrue && view.GetValue() != "false") {
+        RefuseValue(attribute, R"("true" or "false")");
+    }
+    return isTrue;
+}
+
+int QTBSchemaXmlElement::GetInteger(const char* attribute, int ifMissing, int least, int greatest) const
+{
+    const CATDOMAttributeView view = m_View.FindAttribute(attribute);
+    if (!view) {
+        return ifMissing;
+    }
+    const std::string_view text = view.GetValue();
+    int number = 0;
+    const auto [end, error] = std::from_chars(text.data(), text.data() + text.size(), number);
+    if (error != std::errc() || end != text.data() + text.size() || number < least || number > greatest) {
+        CATUnicodeString usLeast;
+        CATUnicodeString usGreatest;
+        usLeast.BuildFromNum(least);
+        usGreatest.BuildFromNum(greatest);
+        RefuseValue(attribute, "a whole number from " + usLeast + " to " + usGreatest);
+    }
+    return number;
+}
+
+void QTBSchemaXmlElement::Refuse(const CATUnicodeString& usProblem, const CATUnicodeString& usExpected) const
+{
+    throw QTBSchemaRefusal{GetOffset(), usProblem, usExpected};
+}
+
+void QTBSchemaXmlElement::RefuseValue(const char* attribute, const CATUnicodeString& usExpected) const
+{
+    const CATDOMAttributeView view = m_View.FindAttribute(attribute);
+    throw QTBSchemaRefusal{
+        GetOffset(view), "the value " + Quoted(view.GetValue()) + " of the attribute " + Quoted(attribute), usExpected};
+}
+
+std::size_t QTBSchemaXmlElement::GetOffset() const
+{
+    // The parser knows where a tag's name begins, one byte behind the tag.
+    const std::ptrdiff_t offset = pugi::xml_node(m_View.GetNode()).offset_debug();
+    return offset > 0 ? static_cast<std::size_t>(offset) - 1 : 0;
+}
+
+std::size_t QTBSchemaXmlElement::GetOffset(const CATDOMAttributeView& attribute) const
+{
+    // The names of a tag stay in the parser's copy of the text where they were.
+    const std::ptrdiff_t distance = attribute ? attribute.GetName().data() - GetTagName().data() : -1;
+    return GetOffset() + static_cast<std::size_t>(distance + 1);
+}

@@ -1,0 +1,173 @@
+#include "QTBTraceUtil.h"
+
+#include <iostream>
+#include <string>
+
+#include "QTBDebugUtil.h"
+#include "QTBINode.h"
+#include "QTBINodeAttributes.h"
+#include "QTBINodeRelations.h"
+#include "QTBIPdmNode.h"
+#include "QTBIPdmRelNode.h"
+#include "QTBInfoUtil.h"
+#include "QTBNodeRelationInfo.h"
+
+namespace {
+
+bool IsTracing()
+{
+    return QTBDebugUtil::GetDebugStatus() != FALSE;
+}
+
+std::string Indent(int iDepth)
+{
+    return std::string(static_cast<std::size_t>(iDepth > 0 ? iDepth : 0), '\t');
+}
+
+CATUnicodeString GetKey(const CATBaseUnknown_var& spNode)
+{
+    CATUnicodeString usKey;
+    const QTBINodeAttributes_var spINodeAttributes(spNode);
+    if (spINodeAttributes != NULL_var) {
+        spINodeAttributes->GetKey(&usKey);
+    }
+    return usKey;
+}
+
+// One side of a node's relations.
+struct Side
+{
+    const char* title;
+    HRESULT (QTBINodeRelations::*getNames)(CATListValCATUnicodeString*, const unsigned char&);
+    HRESULT (QTBINodeRelations::*getNodes)
+    (const CATUnicodeString&, CATListValCATBaseUnknown_var*, const NodesToRetrieve&);
+};
+
+constexpr Side RIGHT{"Right", &QTBINodeRelations::GetRightRelationNames, &QTBINodeRelations::GetRightNodeList};
+constexpr Side LEFT{"Left", &QTBINodeRelations::GetLeftRelationNames, &QTBINodeRelations::GetLeftNodeList};
+
+HRESULT PrintRelationsOfSide(QTBINodeRelations& relations, const Side& side)
+{
+    CATListValCATUnicodeString names;
+    HRESULT hr = (relations.*side.getNames)(&names, FALSE);
+    for (int i = 1; SUCCEEDED(hr) && i <= names.Size(); ++i) {
+        CATListValCATBaseUnknown_var nodes;
+        hr = (relations.*side.getNodes)(names[i], &nodes, ALL_NODES);
+        for (const CATBaseUnknown_var& spNode : nodes) {
+            std::cout << "\t" << side.title << ":[" << names[i] << "] " << QTBTraceUtil::GetNodeString(spNode, TRUE)
+                      << std::endl;
+        }
+    }
+    return hr;
+}
+
+} // namespace
+
+CATUnicodeString QTBTraceUtil::GetNodeString(const CATBaseUnknown_var& spNode, const unsigned char& bWithKey)
+{
+    if (!spNode) {
+        return "NULL_var";
+    }
+    CATUnicodeString usNodeString;
+    CATUnicodeString usDescription;
+    const QTBINode_var spINode(spNode);
+    if (spINode == NULL_var || FAILED(spINode->GetPdmClass(&usNodeString))) {
+        usNodeString = spNode->IsA();
+    }
+    if (spINode != NULL_var && SUCCEEDED(spINode->GetNodeDescriptionString(&usDescription)) &&
+        !usDescription.IsEmpty()) {
+        usNodeString += " '";
+        usNodeString += usDescription;
+        usNodeString += "'";
+    }
+    if (bWithKey != FALSE) {
+        usNodeString += " [";
+        usNodeString += GetKey(spNode);
+        usNodeString += "]";
+    }
+    return usNodeString;
+}
+
+HRESULT QTBTraceUtil::PrintQtbAttributes(const CATBaseUnknown_var& spNode, int iDepth)
+{
+    const QTBINodeAttributes_var spINodeAttributes(spNode);
+    if (spINodeAttributes == NULL_var) {
+        return E_FAIL;
+    }
+    if (!IsTracing()) {
+        return S_OK;
+    }
+    CATListValCATUnicodeString names;
+    if (const HRESULT hr = spINodeAttributes->GetAllAttributeNames(&names); FAILED(hr)) {
+        return hr;
+    }
+    const std::string indent = Indent(iDepth);
+    std::cout << indent << "Attributes of " << GetNodeString(spNode, TRUE) << ":" << std::endl;
+    for (const CATUnicodeString& usName : names) {
+        CATUnicodeString usDataType;
+        CATUnicodeString usValue;
+        spINodeAttributes->GetAttributeDataType(usName, &usDataType);
+        std::cout << indent << "\t" << usName << " (" << usDataType << ")";
+        if (SUCCEEDED(spINodeAttributes->GetStringAttributeValue(usName, &usValue, FALSE, FALSE))) {
+            std::cout << ":[" << usValue << "]";
+        }
+        std::cout << std::endl;
+    }
+    return S_OK;
+}
+
+HRESULT QTBTraceUtil::PrintQtbRelations(const CATBaseUnknown_var& spNode)
+{
+    const QTBINodeRelations_var spINodeRelations(spNode);
+    if (spINodeRelations == NULL_var) {
+        return E_FAIL;
+    }
+    if (!IsTracing()) {
+        return S_OK;
+    }
+    std::cout << "Relations of " << GetNodeString(spNode, TRUE) << ":" << std::endl;
+    const HRESULT hr = PrintRelationsOfSide(*spINodeRelations, RIGHT);
+    return FAILED(hr) ? hr : PrintRelationsOfSide(*spINodeRelations, LEFT);
+}
+
+HRESULT QTBTraceUtil::PrintNodeRelationInfo(const QTBNodeRelationInfo& NodeRelationInfo)
+{
+    if (IsTracing()) {
+        std::cout << "relation:[" << NodeRelationInfo.GetRelationName() << "], direction:["
+                  << NodeRelationInfo.GetRelationDirection() << "]" << std::endl;
+    }
+    return S_OK;
+}
+
+HRESULT QTBTraceUtil::PrintPdmNodeInfo(const QTBIPdmNode_var& spIPdmNode, const CATUnicodeString& usTitle)
+{
+    if (spIPdmNode == NULL_var) {
+        return E_FAIL;
+    }
+    if (!IsTracing()) {
+        return S_OK;
+    }
+    int iActionIndex = 0;
+    if (const HRESULT hr = QTBInfoUtil::GetActionIndex(spIPdmNode, &iActionIndex); FAILED(hr)) {
+        return hr;
+    }
+    std::cout << usTitle << GetNodeString(spIPdmNode, TRUE) << ", action index:[" << iActionIndex << "]";
+    CATUnicodeString usLeftObjKey;
+    CATUnicodeString usRightObjKey;
+    const QTBIPdmRelNode_var spIPdmRelNode(spIPdmNode);
+    if (spIPdmRelNode != NULL_var && SUCCEEDED(spIPdmRelNode->GetObjectKeys(&usLeftObjKey, &usRightObjKey))) {
+        std::cout << ", left object:[" << usLeftObjKey << "], right object:[" << usRightObjKey << "]";
+    }
+    std::cout << std::endl;
+    return S_OK;
+}
+
+HRESULT QTBTraceUtil::PrintStringList(const CATListValCATUnicodeString& list)
+{
+    if (IsTracing()) {
+        for (int i = 1; i <= list.Size(); ++i) {
+            std::cout << "\t" << i << ": " << list[i] << std::endl;
+        }
+    }
+    return S_OK;
+}

@@ -1,0 +1,5 @@
+#include "QTBWarning.h"
+
+QTBWarning::QTBWarning(const char* msgId) : CATError(msgId, "QTBUserMessages") {}
+
+QTBWarning::~QTBWarning() = default;

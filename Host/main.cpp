@@ -34,8 +34,10 @@ Exit codes: 0 done, 1 the session stopped short, 2 wrong command line, 3 input t
     pTree->add_option("answers", options.answers, "PDM answers, read in this order")->required()->type_name("ANSWER");
     pTree->add_option("--schema", options.schema, "PDM schema (the example schema if not given)")->type_name("FILE");
     pTree->add_option("--root", options.roots, "PDM key of a root to show instead of the answers' own")
+        ->allow_extra_args(false)
         ->type_name("KEY");
     pTree->add_option("--relation", options.relations, "relation to expand along (all relations if not given)")
+        ->allow_extra_args(false)
         ->type_name("NAME[:left|:right]");
     pTree->add_option("--level", options.level, "object levels to expand below a root (all if not given)")
         ->check(CLI::NonNegativeNumber)

@@ -16,6 +16,8 @@ public:
     const CATUnicodeString& GetKey() const { return m_Key; }
     // String hash of the key (operator%= from 0).
     unsigned int GetHashKey() const { return m_HashKey; }
+    // Whether a table will delete the entry.
+    bool IsOwnedByTable() const { return m_bOwnedByTable; }
 
     // What a table is built with: the hash of an entry's key, and 0 when two entries have the same key.
     static unsigned int Hash(const QTBHashTableAttribute* pEntry);

@@ -8,6 +8,9 @@ HRESULT QTBHashTableUtil::Insert(QTBHashTableAttribute* pEntry, CATHashTabQTBHas
     if (pEntry == nullptr || pTable == nullptr) {
         return E_POINTER;
     }
+    if (pEntry->IsOwnedByTable()) {
+        return E_FAIL;
+    }
     if (bReplaceExisting != FALSE) {
         Remove(pEntry->GetKey(), pTable, TRUE, TRUE);
     }

@@ -10,7 +10,8 @@ public:
     // Adds an entry. bTableOwnsEntry TRUE: the table deletes the entry when it is removed with deletion and when the
     // table dies; the caller must not delete it. bReplaceExisting TRUE: the entries that the table has under that key
     // are removed first, and deleted if owned. FALSE: they stay, and the new one hides them until it is removed. So a
-    // node that lies on a path twice is entered twice and is still on the path when it was removed once.
+    // node that lies on a path twice is entered twice and is still on the path when it was removed once. E_FAIL for an
+    // entry that a table owns already.
     static HRESULT Insert(QTBHashTableAttribute* pEntry, CATHashTabQTBHashTableAttribute* pTable,
                           const unsigned char& bTableOwnsEntry, const unsigned char& bReplaceExisting);
 

@@ -21,18 +21,16 @@ CATIDOMElement_var GetAttributeElement(const CATIDOMElement_var& spObject)
 // Whether the object lies in more than that many attributes, one in the other.
 bool IsNestedDeeperThan(int limit, CATIDOMElement_var spObject)
 {
-    for (int depth = 0; spObject != NULL_var; ++depth) {
-        if (depth > limit) {
-            return true;
-        }
-        const CATIDOMElement_var spAttribute = GetAttributeElement(spObject);
+    for (int depth = 0; depth <= limit; ++depth) {
+        const CATIDOMElement_var spAttribute =
+            spObject != NULL_var ? GetAttributeElement(spObject) : CATIDOMElement_var();
         CATIDOMNode_var spOwner;
-        if (spAttribute != NULL_var && FAILED(spAttribute->GetParentNode(&spOwner))) {
+        if (spAttribute == NULL_var || FAILED(spAttribute->GetParentNode(&spOwner))) {
             return false;
         }
         spObject = spOwner;
     }
-    return false;
+    return true;
 }
 
 // Whether a child element of a node's record is one of the node's attributes.

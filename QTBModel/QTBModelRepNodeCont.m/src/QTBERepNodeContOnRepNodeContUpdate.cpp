@@ -646,10 +646,10 @@ HRESULT QTBERepNodeContOnRepNodeCont::UpdateRepNodeList(const CATListValCATBaseU
             for (const QTBPdmTreeObj* pPdmTreeObj : PdmTreeObjs) {
                 QTB_ASSERT(pPdmTreeObj != NULL);
                 CATListPtrQTBPdmTreeRel RelsOfObj;
-                QTB_CALL(pPdmTreeObj->GetAllPdmTreeRelPtrs, &RelsOfObj, FALSE);
+                QTB_CALL(pPdmTreeObj->GetAllPdmTreeRelPtrs, &RelsOfObj);
                 NextPdmTreeRels.Append(RelsOfObj);
                 CATListValQTBNodeRelationInfo InfosOfObj;
-                QTB_CALL(pPdmTreeObj->GetAllPdmTreeRels, &InfosOfObj, FALSE);
+                QTB_CALL(pPdmTreeObj->GetAllPdmTreeRels, &InfosOfObj);
                 NextNodeRelInfos.Append(InfosOfObj);
             }
             // Nests as deep as the filtered structure, which the schema defines.

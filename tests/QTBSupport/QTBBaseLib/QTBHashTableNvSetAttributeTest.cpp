@@ -1,11 +1,13 @@
 #include "QTBHashTableNvSetAttribute.h"
 
 #include <initializer_list>
+#include <vector>
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
 #include "QTBDebugUtil.h"
+#include "QTBListValues.h"
 
 using testing::ElementsAre;
 using testing::IsEmpty;
@@ -24,20 +26,20 @@ CATListValCATUnicodeString ListOf(std::initializer_list<const char*> texts)
 class HashTableNvSetAttribute : public testing::Test
 {
 protected:
-    CATListValCATUnicodeString Names() const
+    std::vector<CATUnicodeString> Names() const
     {
         CATListValCATUnicodeString Names;
         CATListValCATUnicodeString Values;
         EXPECT_EQ(m_Set.GetNvSet(&Names, &Values), S_OK);
-        return Names;
+        return ListValues(Names);
     }
 
-    CATListValCATUnicodeString Values() const
+    std::vector<CATUnicodeString> Values() const
     {
         CATListValCATUnicodeString Names;
         CATListValCATUnicodeString Values;
         EXPECT_EQ(m_Set.GetNvSet(&Names, &Values), S_OK);
-        return Values;
+        return ListValues(Values);
     }
 
     QTBHashTableNvSetAttribute m_Set{"Key"};

@@ -2,21 +2,24 @@
 
 #include <random>
 #include <string>
+#include <vector>
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
+
+#include "QTBListValues.h"
 
 using testing::ElementsAre;
 using testing::IsEmpty;
 
 namespace {
 
-CATListValCATUnicodeString Split(const char* text)
+std::vector<CATUnicodeString> Split(const char* text)
 {
     CATListValCATUnicodeString Items;
     Items.Append("old");
     EXPECT_EQ(QTBStringUtil::ConvertQtbInfoListAttrString(text, &Items), S_OK);
-    return Items;
+    return ListValues(Items);
 }
 
 TEST(StringUtil, ItemsAreSeparatedBySemicolons)
@@ -53,7 +56,7 @@ TEST(StringUtil, TheListMayHoldTheTextThatIsSplit)
     CATListValCATUnicodeString Items;
     Items.Append("a;b");
     EXPECT_EQ(QTBStringUtil::ConvertQtbInfoListAttrString(Items[1], &Items), S_OK);
-    EXPECT_THAT(Items, ElementsAre("a", "b"));
+    EXPECT_THAT(ListValues(Items), ElementsAre("a", "b"));
 }
 
 TEST(StringUtil, AListOfOneEmptyItemHasNoText)

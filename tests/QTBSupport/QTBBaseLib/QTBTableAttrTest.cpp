@@ -110,14 +110,13 @@ TEST_P(InvalidTableAttr, FailsInEverything)
     EXPECT_EQ(attribute.ToString(), "");
 }
 
-INSTANTIATE_TEST_SUITE_P(
-    Elements, InvalidTableAttr,
-    testing::Values("<a type=\"table\"><row><cell>1</cell></row></a>",
-                    "<a name=\"N\" type=\"table\"><row><cell>1</cell></row><v/></a>",
-                    "<a name=\"N\" type=\"table\"><cell>1</cell></a>",
-                    "<a name=\"N\" type=\"table\"><row><cell>1</cell></row>text</a>",
-                    "<a name=\"N\" type=\"table\"><row><cell>1</cell>text</row></a>",
-                    "<a name=\"N\" type=\"table\"><row><cell>1</cell><v/></row></a>",
-                    "<a name=\"N\" type=\"table\"><row><cell>1<b/></cell></row></a>"));
+INSTANTIATE_TEST_SUITE_P(Elements, InvalidTableAttr,
+                         testing::Values("<a type=\"table\"><row><cell>1</cell></row></a>",
+                                         "<a name=\"N\" type=\"table\"><row><cell>1</cell></row><v/></a>",
+                                         "<a name=\"N\" type=\"table\"><cell>1</cell></a>",
+                                         "<a name=\"N\" type=\"table\"><row><cell>1</cell></row>text</a>",
+                                         "<a name=\"N\" type=\"table\"><row><cell>1</cell>text</row></a>",
+                                         "<a name=\"N\" type=\"table\"><row><cell>1</cell><v/></row></a>",
+                                         "<a name=\"N\" type=\"table\"><row><cell>1<b/></cell></row></a>"));
 
 } // namespace

@@ -11,6 +11,7 @@
 #include "CATXMLError.h"
 #include "CATXMLWriter.h"
 #include "QTBConstants.h"
+#include "QTBListValues.h"
 #include "QTBXmlElement.h"
 
 using testing::ElementsAre;
@@ -155,9 +156,9 @@ TEST(XmlUtil, TextsOfRecurringElementsAreCollected)
     CATListValCATUnicodeString Texts;
     Texts.Append("old");
     EXPECT_EQ(QTBXmlUtil::GetRecurringElementCharData(spParent, "k", &Texts), S_OK);
-    EXPECT_THAT(Texts, ElementsAre("one", "", " two "));
+    EXPECT_THAT(ListValues(Texts), ElementsAre("one", "", " two "));
     EXPECT_EQ(QTBXmlUtil::GetRecurringElementCharData(spParent, "none", &Texts), S_OK);
-    EXPECT_THAT(Texts, IsEmpty());
+    EXPECT_THAT(ListValues(Texts), IsEmpty());
 }
 
 TEST(XmlUtil, TheTypeOfAnAttributeElementIsItsDataType)
@@ -213,10 +214,10 @@ TEST(XmlUtil, AChildThatCannotBeMadeLeavesTheParentAsItWas)
 
 TEST(XmlUtil, TheObjectsOfAnInvokeAnswerAreThoseOfItsOutArguments)
 {
-    const CATIDOMElement_var spFunction = ReadXmlElement(
-        "<dynamicInvoke><o>no</o><outArgs><arg name=\"first\"><o>1</o><x/><o>2</o></arg><o>no</o>"
-        "<arg name=\"second\"/><arg name=\"third\"><o>3</o><y><o>no</o></y></arg></outArgs>"
-        "<inArgs><arg><o>no</o></arg></inArgs></dynamicInvoke>");
+    const CATIDOMElement_var spFunction =
+        ReadXmlElement("<dynamicInvoke><o>no</o><outArgs><arg name=\"first\"><o>1</o><x/><o>2</o></arg><o>no</o>"
+                       "<arg name=\"second\"/><arg name=\"third\"><o>3</o><y><o>no</o></y></arg></outArgs>"
+                       "<inArgs><arg><o>no</o></arg></inArgs></dynamicInvoke>");
     CATListValCATBaseUnknown_var Objects;
     Objects.Append(spFunction);
     EXPECT_EQ(QTBXmlUtil::GetOutArgObjectsOfInvokeFunction(spFunction, &Objects), S_OK);

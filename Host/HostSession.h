@@ -1,0 +1,35 @@
+#pragma once
+
+#include <string>
+
+#include "CATInterface_var.h"
+#include "HostError.h"
+#include "QTBIPdmNodeCont.h"
+#include "QTBIRepNodeCont.h"
+
+// A PDM session with one open PDM window, from construction to destruction. Operations raise HostError.
+class HostSession
+{
+public:
+    // schema: path of the schema file, empty for the example schema. language: of the messages, empty for English.
+    HostSession(const std::string& schema, const std::string& language);
+    HostSession(const HostSession&) = delete;
+    HostSession& operator=(const HostSession&) = delete;
+    ~HostSession();
+
+    // Reads a PDM answer as a command does: updates the PDM graph and lets the windows follow.
+    void ReadAnswer(const std::string& path);
+
+    const QTBIPdmNodeCont_var& GetPdmNodeCont() const { return m_spIPdmNodeCont; }
+    const QTBIRepNodeCont_var& GetRepNodeCont() const { return m_spIRepNodeCont; }
+
+    // What a failed result says to a person.
+    static std::string Describe(HRESULT hr);
+
+    // Raises HostError with the result's message behind the given words when the result is a failure.
+    static void Require(HRESULT hr, ExitCode exitCode, const std::string& what);
+
+private:
+    QTBIPdmNodeCont_var m_spIPdmNodeCont;
+    QTBIRepNodeCont_var m_spIRepNodeCont;
+};

@@ -1,0 +1,294 @@
+#include "TreeCommand.h"
+
+#include <iostream>
+
+#include <fmt/format.h>
+#include <nlohmann/json.hpp>
+
+#include "HostSession.h"
+#include "Progress.h"
+#include "QTBConstants.h"
+#include "QTBDebugUtil.h"
+#include "QTBGlobVarsUtil.h"
+#include "QTBIPdmObjNode.h"
+#include "QTBIRepNode.h"
+#include "QTBNodeRelationInfo.h"
+#include "QTBSchema.h"
+#include "QTBSchemaRelation.h"
+#include "QTBSchemaUtil.h"
+#include "TreePrinter.h"
+
+namespace {
+
+// Numbers of what the session holds and shows.
+struct Counts
+{
+    int objects = 0;
+    int relations = 0;
+    int roots = 0;
+    int shownObjects = 0;
+    int shownRelations = 0;
+};
+
+QTBSchema& GetSchema()
+{
+    QTBSchema* pSchema = nullptr;
+    HostSession::Require(QTBSchemaUtil::GetCurrentSchemaPtr(&pSchema), ExitCode::Failure, "schema");
+    return *pSchema;
+}
+
+CATListValCATUnicodeString GetRelationNames()
+{
+    CATListValCATUnicodeString names;
+    for (int i = 1; i <= GetSchema().GetRelationCount(); ++i) {
+        QTBSchemaRelation* pRelation = nullptr;
+        HostSession::Require(GetSchema().GetRelationPtr(i, &pRelation), ExitCode::Failure, "schema");
+        names.Append(pRelation->GetName());
+    }
+    return names;
+}
+
+std::string Join(const CATListValCATUnicodeString& names)
+{
+    std::string text;
+    for (const CATUnicodeString& name : names) {
+        text += text.empty() ? "" : ", ";
+        text += name.View();
+    }
+    return text;
+}
+
+QTBNodeRelationInfo ParseRelation(const std::string& text, const CATListValCATUnicodeString& known)
+{
+    const std::size_t colon = text.find(':');
+    const CATUnicodeString name(std::string_view(text).substr(0, colon));
+    const std::string direction = colon == std::string::npos ? "right" : text.substr(colon + 1);
+    if (direction != "left" && direction != "right") {
+        throw HostError(ExitCode::Usage, fmt::format("--relation {}: the direction is left or right", text));
+    }
+    if (known.Locate(name) == 0) {
+        throw HostError(ExitCode::Usage, fmt::format("--relation {}: the schema has no relation of that name; its "
+                                                     "relations are {}",
+                                                     text, Join(known)));
+    }
+    return QTBNodeRelationInfo(name, direction == "left" ? usRIGHT_TO_LEFT : usLEFT_TO_RIGHT);
+}
+
+CATListValQTBNodeRelationInfo GetRelations(const TreeOptions& options)
+{
+    const CATListValCATUnicodeString known = GetRelationNames();
+    CATListValQTBNodeRelationInfo relations;
+    if (options.relations.empty()) {
+        for (const CATUnicodeString& name : known) {
+            relations.Append(QTBNodeRelationInfo(name, usLEFT_TO_RIGHT));
+        }
+    }
+    for (const std::string& text : options.relations) {
+        relations.Append(ParseRelation(text, known));
+    }
+    return relations;
+}
+
+NodesToRetrieve ParseConsider(const std::string& text)
+{
+    if (text == "recent") {
+        return MOST_RECENTLY_UPDATED_NODES;
+    }
+    return text == "current" ? ONLY_CURRENT_NODES : ALL_NODES;
+}
+
+class TreeRun
+{
+public:
+    explicit TreeRun(const TreeOptions& options) : m_Options(options), m_Session(options.schema, options.language) {}
+
+    int Run()
+    {
+        const CATListValQTBNodeRelationInfo relations = GetRelations(m_Options);
+        ReadAnswers();
+        Consider(ParseConsider(m_Options.consider));
+        if (!m_Options.roots.empty()) {
+            ReplaceRoots();
+        }
+        Expand(relations);
+        Consider(ONLY_CURRENT_NODES);
+        m_Progress.Clear();
+        Print();
+        return static_cast<int>(m_StoppedShort ? ExitCode::Failure : ExitCode::Success);
+    }
+
+private:
+    void ReadAnswers()
+    {
+        int number = 0;
+        for (const std::string& answer : m_Options.answers) {
+            m_Progress.Show(fmt::format("reading answer {} of {}: {}", ++number, m_Options.answers.size(), answer));
+            m_Session.ReadAnswer(answer);
+        }
+    }
+
+    void Consider(NodesToRetrieve nodes)
+    {
+        HostSession::Require(m_Session.GetRepNodeCont()->SetPdmNodesToConsider(&nodes), ExitCode::Failure, "window");
+    }
+
+    // Empties the window and gives it the roots asked for.
+    void ReplaceRoots()
+    {
+        const QTBIRepNodeCont_var& spIRepNodeCont = m_Session.GetRepNodeCont();
+        unsigned char bTrue = TRUE;
+        unsigned char bFalse = FALSE;
+        HostSession::Require(
+            spIRepNodeCont->AddAsRepRootNodes(CATListValCATBaseUnknown_var(), &bTrue, &bFalse, nullptr, nullptr),
+            ExitCode::Failure, "window");
+        for (const std::string& key : m_Options.roots) {
+            QTBIPdmNode_var spIPdmNode;
+            unsigned char bFound = FALSE;
+            HostSession::Require(m_Session.GetPdmNodeCont()->GetPdmNodeByKey(key.c_str(), &spIPdmNode, &bFound),
+                                 ExitCode::Failure, "PDM graph");
+            if (bFound == FALSE) {
+                throw HostError(ExitCode::Usage, fmt::format("--root {}: the answers have no item with that key", key));
+            }
+            if (QTBIPdmObjNode_var(spIPdmNode) == NULL_var) {
+                throw HostError(ExitCode::Usage,
+                                fmt::format("--root {}: that is the key of a relation, not of an object", key));
+            }
+            HostSession::Require(spIRepNodeCont->UpdateRepTrees(spIPdmNode, CATListValQTBNodeRelationInfo(), &bTrue,
+                                                                nullptr, nullptr, &bFalse),
+                                 ExitCode::Failure, "root " + key);
+        }
+        HostSession::Require(spIRepNodeCont->UpdateQtbWindow(&bTrue, &bFalse), ExitCode::Failure, "window");
+    }
+
+    CATListValCATBaseUnknown_var GetRoots() const
+    {
+        CATListValCATBaseUnknown_var roots;
+        unsigned char bFalse = FALSE;
+        HostSession::Require(m_Session.GetRepNodeCont()->GetRepRootNodes(&roots, &bFalse, &bFalse), ExitCode::Failure,
+                             "window");
+        return roots;
+    }
+
+    void Expand(const CATListValQTBNodeRelationInfo& relations)
+    {
+        if (m_Options.level < 0) {
+            ExpandNodes(GetRoots(), relations, FALSE, nullptr);
+            return;
+        }
+        CATListValCATBaseUnknown_var nodes = GetRoots();
+        for (int level = 0; level < m_Options.level && nodes.Size() > 0; ++level) {
+            CATListValCATBaseUnknown_var children;
+            ExpandNodes(nodes, relations, TRUE, &children);
+            nodes = children;
+        }
+    }
+
+    void ExpandNodes(const CATListValCATBaseUnknown_var& nodes, const CATListValQTBNodeRelationInfo& relations,
+                     unsigned char bOneLevelOnly, CATListValCATBaseUnknown_var* pObjectsBelow)
+    {
+        unsigned char bTrue = TRUE;
+        unsigned char bFalse = FALSE;
+        for (int i = 1; i <= nodes.Size(); ++i) {
+            m_Progress.Show(fmt::format("expanding node {} of {}", i, nodes.Size()));
+            const QTBIRepNode_var spIRepNode(nodes[i]);
+            unsigned char bIsDefaultNode = FALSE;
+            if (FAILED(spIRepNode->IsRepDefaultNode(&bIsDefaultNode)) || bIsDefaultNode != FALSE) {
+                continue;
+            }
+            const HRESULT hr = m_Session.GetRepNodeCont()->UpdateRepTree(spIRepNode, relations, &bOneLevelOnly, nullptr,
+                                                                         pObjectsBelow, &bTrue, &bFalse, &bTrue);
+            if (FAILED(hr)) {
+                m_Progress.Clear();
+                std::cerr << "qtbhost: " << HostSession::Describe(hr) << '\n';
+                m_StoppedShort = true;
+            }
+        }
+    }
+
+    Counts Count() const
+    {
+        Counts counts;
+        CATListValCATBaseUnknown_var nodes;
+        HostSession::Require(m_Session.GetPdmNodeCont()->GetAllPdmNodes(&nodes), ExitCode::Failure, "PDM graph");
+        for (const CATBaseUnknown_var& spNode : nodes) {
+            ++(QTBIPdmObjNode_var(spNode) != NULL_var ? counts.objects : counts.relations);
+        }
+        counts.roots = GetRoots().Size();
+        HostSession::Require(m_Session.GetRepNodeCont()->GetAllRepNodes(&nodes), ExitCode::Failure, "window");
+        for (const CATBaseUnknown_var& spNode : nodes) {
+            unsigned char bIsRelation = FALSE;
+            QTBIRepNode_var(spNode)->RepresentsPdmRelNode(&bIsRelation, nullptr);
+            ++(bIsRelation != FALSE ? counts.shownRelations : counts.shownObjects);
+        }
+        return counts;
+    }
+
+    void Print() const
+    {
+        const std::vector<TreePrinter::Line> lines = TreePrinter::Collect(GetRoots(), m_Options.showLevel);
+        const Counts counts = Count();
+        CATListValQTBInfoListEntry messages;
+        QTBGlobVarsUtil::GetInfoListEntries(&messages);
+        m_Options.asJson ? PrintJson(lines, counts, messages) : PrintText(lines, counts, messages);
+    }
+
+    static const char* ToText(QTBInfoListEntry::Kind kind)
+    {
+        switch (kind) {
+        case QTBInfoListEntry::Information:
+            return "information";
+        case QTBInfoListEntry::Warning:
+            return "warning";
+        default:
+            return "error";
+        }
+    }
+
+    static void PrintText(const std::vector<TreePrinter::Line>& lines, const Counts& counts,
+                          const CATListValQTBInfoListEntry& messages)
+    {
+        TreePrinter::PrintText(std::cout, lines);
+        std::cout << fmt::format("\nPDM graph: {} objects, {} relations\n", counts.objects, counts.relations)
+                  << fmt::format("Window: {} root{}, {} objects and {} relations shown\n", counts.roots,
+                                 counts.roots == 1 ? "" : "s", counts.shownObjects, counts.shownRelations);
+        if (messages.Size() > 0) {
+            std::cout << "\nMessages:\n";
+            for (const QTBInfoListEntry& message : messages) {
+                std::cout << fmt::format("  {}: {}\n", ToText(message.kind), message.text.View());
+            }
+        }
+    }
+
+    static void PrintJson(const std::vector<TreePrinter::Line>& lines, const Counts& counts,
+                          const CATListValQTBInfoListEntry& messages)
+    {
+        const nlohmann::ordered_json jsonCounts = {{"pdmObjects", counts.objects},
+                                                   {"pdmRelations", counts.relations},
+                                                   {"roots", counts.roots},
+                                                   {"shownObjects", counts.shownObjects},
+                                                   {"shownRelations", counts.shownRelations}};
+        nlohmann::ordered_json jsonMessages = nlohmann::ordered_json::array();
+        for (const QTBInfoListEntry& message : messages) {
+            jsonMessages.push_back({{"kind", ToText(message.kind)}, {"text", std::string(message.text.View())}});
+        }
+        // The trees are written node by node: a document of them would be as deep as the data.
+        std::cout << "{\n  \"trees\":\n";
+        TreePrinter::PrintJson(std::cout, lines, 2);
+        std::cout << ",\n  \"counts\": " << jsonCounts.dump() << ",\n  \"messages\": " << jsonMessages.dump()
+                  << "\n}\n";
+    }
+
+    const TreeOptions& m_Options;
+    HostSession m_Session;
+    Progress m_Progress;
+    bool m_StoppedShort = false;
+};
+
+} // namespace
+
+int RunTree(const TreeOptions& options)
+{
+    QTBDebugUtil::s_bGlobalDebugStatus = options.debug ? TRUE : FALSE;
+    QTBDebugUtil::s_GlobalTraceLevel = options.traceLevel;
+    return TreeRun(options).Run();
+}

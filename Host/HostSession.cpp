@@ -56,9 +56,6 @@ HostSession::HostSession(const std::string& schema, const std::string& language)
     RequireFile(schemaFile, "schema");
     Require(QTBSchemaUtil::LoadSchema(schemaFile.c_str()), ExitCode::BadInput, "schema");
 
-    // The order in which children arrive is the order in which a person reads them.
-    QTBGlobVarsUtil::SetAddNewNodeRelationsAt(QTB_PLACE_TO_ADD_END);
-
     Require(QTBGlobVarsUtil::GetGlobalPdmNodeContainer(&m_spIPdmNodeCont), ExitCode::Failure, "PDM session");
     QTBIQtbFrmWindow_var spIQtbFrmWindow;
     Require(QTBDocUtil::CreateNewQtbDocument(&spIQtbFrmWindow, nullptr), ExitCode::Failure, "PDM window");

@@ -74,17 +74,18 @@ QTBNodeRelationInfo ParseRelation(const std::string& text, const CATListValCATUn
     return QTBNodeRelationInfo(name, direction == "left" ? usRIGHT_TO_LEFT : usLEFT_TO_RIGHT);
 }
 
+// New children go in front of the others, so the relation that is to stand first comes last.
 CATListValQTBNodeRelationInfo GetRelations(const TreeOptions& options)
 {
     const CATListValCATUnicodeString known = GetRelationNames();
     CATListValQTBNodeRelationInfo relations;
     if (options.relations.empty()) {
         for (const CATUnicodeString& name : known) {
-            relations.Append(QTBNodeRelationInfo(name, usLEFT_TO_RIGHT));
+            relations.InsertAt(1, QTBNodeRelationInfo(name, usLEFT_TO_RIGHT));
         }
     }
     for (const std::string& text : options.relations) {
-        relations.Append(ParseRelation(text, known));
+        relations.InsertAt(1, ParseRelation(text, known));
     }
     return relations;
 }
@@ -272,7 +273,7 @@ private:
             jsonMessages.push_back({{"kind", ToText(message.kind)}, {"text", std::string(message.text.View())}});
         }
         // The trees are written node by node: a document of them would be as deep as the data.
-        std::cout << "{\n  \"trees\":\n";
+        std::cout << "{\n  \"trees\": ";
         TreePrinter::PrintJson(std::cout, lines, 2);
         std::cout << ",\n  \"counts\": " << jsonCounts.dump() << ",\n  \"messages\": " << jsonMessages.dump()
                   << "\n}\n";

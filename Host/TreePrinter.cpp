@@ -94,6 +94,9 @@ std::size_t CountCharacters(std::string_view text)
         text.begin(), text.end(), [](char c) { return (static_cast<unsigned char>(c) & 0xC0U) != 0x80U; }));
 }
 
+// Levels below this one are not indented further: a line says its level instead.
+constexpr int DEEPEST_INDENT = 60;
+
 // The branches drawn in front of each line.
 std::vector<std::string> DrawBranches(const std::vector<Line>& lines)
 {
@@ -102,6 +105,10 @@ std::vector<std::string> DrawBranches(const std::vector<Line>& lines)
     std::string prefix;                   // what the ancestors draw, one piece a level
     std::vector<std::size_t> prefixSizes; // its length before each level
     for (const Line& line : lines) {
+        if (line.level > DEEPEST_INDENT) {
+            drawn.push_back(prefix + fmt::format("[{}] ", line.level));
+            continue;
+        }
         const auto level = static_cast<std::size_t>(line.level);
         if (level < prefixSizes.size()) {
             prefix.resize(prefixSizes[level]);
@@ -144,7 +151,9 @@ void TreePrinter::PrintText(std::ostream& stream, const std::vector<Line>& lines
 void TreePrinter::PrintJson(std::ostream& stream, const std::vector<Line>& lines, int indent)
 {
     const auto quoted = [](const std::string& text) { return nlohmann::json(text).dump(); };
-    const auto margin = [&](int level) { return std::string(static_cast<std::size_t>(indent + 2 * level), ' '); };
+    const auto margin = [&](int level) {
+        return std::string(static_cast<std::size_t>(indent + 2 * std::min(level, DEEPEST_INDENT)), ' ');
+    };
 
     stream << "[";
     int level = 0; // of the line before

@@ -14,6 +14,10 @@ target_compile_options(
             -Wno-gnu-zero-variadic-macro-arguments
             -Werror
             -fmacro-prefix-map=${PROJECT_SOURCE_DIR}/=)
+if(CMAKE_CXX_COMPILER_ID STREQUAL "GNU" AND CMAKE_CXX_COMPILER_VERSION VERSION_LESS 13)
+  # Warns of overlapping copies inside std::string::insert and operator+ that cannot happen.
+  target_compile_options(qtb_options INTERFACE -Wno-restrict)
+endif()
 if(CMAKE_CXX_COMPILER_ID STREQUAL "Clang")
   target_compile_options(qtb_options INTERFACE -Wno-unknown-warning-option)
 endif()

@@ -1,28 +1,32 @@
 #include "CATDocumentServices.h"
 
-#include <algorithm>
-#include <string_view>
-
 #include "CATDocument.h"
+#include "CATDocumentRegister.h"
 #include "CATFrmLayout.h"
+#include "CATICreateInstance.h"
 #include "CATIDocAlias.h"
 #include "CATIPersistent.h"
 #include "CATInit.h"
+#include "CATInstantiateComponent.h"
 #include "CATLateType.h"
 
 namespace {
 
-// Kept to the end of the program, because documents may outlive static objects.
-CATListValCATBaseUnknown_var& Documents()
-{
-    static auto* const s_pDocuments = new CATListValCATBaseUnknown_var();
-    return *s_pDocuments;
-}
-
+// A late type with a factory makes its documents itself; the documents of all others hold nothing of their own.
 CATBaseUnknown_var CreateComponent(const CATUnicodeString& lateType)
 {
     const CATLateType* pLateType = CATLateType::Find(lateType.ConvertToChar());
-    return pLateType != nullptr ? CATBaseUnknown_var::Adopt(new CATDocument(*pLateType)) : CATBaseUnknown_var();
+    if (pLateType == nullptr) {
+        return {};
+    }
+    if (pLateType->Resolve(IID_CATICreateInstance) == nullptr) {
+        return CATBaseUnknown_var::Adopt(new CATDocument(*pLateType));
+    }
+    void* pComponent = nullptr;
+    const HRESULT hr = CATInstantiateComponent(lateType.ConvertToChar(), CLSID_CATBaseUnknown, &pComponent);
+    const auto spComponent = CATBaseUnknown_var::Adopt(static_cast<CATBaseUnknown*>(pComponent));
+    return SUCCEEDED(hr) && CATDocument::FromComponent(spComponent.Get()) != nullptr ? spComponent
+                                                                                     : CATBaseUnknown_var();
 }
 
 // The component of a document of the type; a type with an alias stands for the late type that the alias names.
@@ -49,7 +53,7 @@ HRESULT CATDocumentServices::New(const CATUnicodeString& type, CATBaseUnknown_va
     if (spInit == NULL_var) {
         return E_FAIL;
     }
-    Documents().Append(spDocument);
+    CATDocumentRegister::Session().Add(*CATDocument::FromComponent(spDocument.Get()));
     spInit->Init(FALSE);
     *pspDocument = spDocument;
     return S_OK;
@@ -107,30 +111,23 @@ HRESULT CATDocumentServices::GetDocumentInSession(const CATUnicodeString& storag
     if (ppDocument == nullptr) {
         return E_POINTER;
     }
-    *ppDocument = nullptr;
-    for (const CATBaseUnknown_var& spDocument : Documents()) {
-        CATDocument* pDocument = CATDocument::FromComponent(spDocument.Get());
-        if (!storageName.IsEmpty() && pDocument->GetStorageName() == storageName) {
-            *ppDocument = pDocument;
-            return S_OK;
-        }
-    }
-    return E_FAIL;
+    *ppDocument = CATDocumentRegister::Session().Find(storageName);
+    return *ppDocument != nullptr ? S_OK : E_FAIL;
 }
 
 bool CATDocumentServices::FileIsInSession(const CATUnicodeString& fileName)
 {
-    const auto hasFileName = [&fileName](const CATBaseUnknown_var& spDocument) {
-        std::string_view storageName = CATDocument::FromComponent(spDocument.Get())->GetStorageName().View();
-        storageName.remove_prefix(storageName.find_last_of('/') + 1);
-        return storageName == fileName.View();
-    };
-    return !fileName.IsEmpty() && std::any_of(Documents().begin(), Documents().end(), hasFileName);
+    return CATDocumentRegister::Session().HasFileName(fileName);
 }
 
 const CATListValCATBaseUnknown_var& CATDocumentServices::GetDocuments()
 {
-    return Documents();
+    return CATDocumentRegister::Session().GetList();
+}
+
+void CATDocumentServices::Add(CATDocument& document)
+{
+    CATDocumentRegister::Session().Add(document);
 }
 
 void CATDocumentServices::Remove(CATDocument& document)
@@ -148,14 +145,10 @@ void CATDocumentServices::Remove(CATDocument& document)
     Forget(&document);
 }
 
-void CATDocumentServices::Forget(const CATDocument* pDocument)
+void CATDocumentServices::Forget(CATDocument* pDocument)
 {
-    for (int i = Documents().Size(); i >= 1; --i) {
-        if (Documents()[i].Get() == pDocument) {
-            // Its destruction may reach the list, so it goes when the list is done with.
-            const CATBaseUnknown_var spDocument = Documents()[i];
-            Documents().RemovePosition(i);
-            return;
-        }
+    const CATBaseUnknown_var spDocument(pDocument);
+    if (pDocument != nullptr && CATDocumentRegister::Contains(*pDocument) && pDocument->LeavesSession()) {
+        CATDocumentRegister::Session().Remove(*pDocument);
     }
 }

@@ -10,7 +10,8 @@ class PLATFORM_API CATDocumentServices
 {
 public:
     // A new document of the type: a late type, or a document type whose alias (CATIDocAlias) is one. Initialises it
-    // (CATInit). E_FAIL for a type that is no document type, that is one that has no CATInit.
+    // (CATInit). A type with a CATICreateInstance factory makes the component itself. E_FAIL for a type that is no
+    // document type, that is one that has no CATInit.
     static HRESULT New(const CATUnicodeString& type, CATBaseUnknown_var* pspDocument);
 
     // Loads a document of the type from a file (CATIPersistent::Load). A document that is in session already is given
@@ -33,9 +34,14 @@ public:
     // The documents of the session, in the order in which they were opened.
     static const CATListValCATBaseUnknown_var& GetDocuments();
 
-    // Closes the document: its editor with all windows, then its place in the session.
+    // Takes a document into the session that was made elsewhere, behind the others. Presence is no error.
+    static void Add(CATDocument& document);
+
+    // Closes the document: its editor with all windows, then its place in the session, unless other documents use it
+    // (CATDocument::LeavesSession).
     static void Remove(CATDocument& document);
 
-    // Lets go of a document whose editor was closed; called by the layout. Absence is no error.
-    static void Forget(const CATDocument* pDocument);
+    // Lets go of a document whose editor was closed, unless other documents use it; called by the layout. Absence is no
+    // error.
+    static void Forget(CATDocument* pDocument);
 };

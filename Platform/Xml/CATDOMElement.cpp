@@ -123,7 +123,7 @@ HRESULT CATDOMElement::GetAttribute(const CATUnicodeString& usName, CATUnicodeSt
         return E_POINTER;
     }
     const CATDOMAttributeView attribute = GetView().FindAttribute(usName.ConvertToChar());
-    *pusValue = attribute ? CATUnicodeString(attribute.GetValue()) : CATUnicodeString();
+    *pusValue = attribute ? attribute.GetText() : CATUnicodeString();
     return S_OK;
 }
 

@@ -1,6 +1,6 @@
 #include "CATDOMElementView.h"
 
-#include <algorithm>
+#include <bit>
 #include <cstdint>
 #include <cstring>
 #include <string>
@@ -35,12 +35,45 @@ bool IsBlank(std::string_view text)
     return text.find_first_not_of(" \t\r\n") == std::string_view::npos;
 }
 
-pugi::xml_node ToElement(pugi::xml_node node)
+// A node of the parser is a pointer to its record, both ways without the call of a function that the parser makes of
+// it.
+static_assert(sizeof(pugi::xml_node) == sizeof(pugi::xml_node_struct*));
+
+pugi::xml_node ToNode(pugi::xml_node_struct* pNode)
 {
-    while (node && node.type() != pugi::node_element) {
+    return std::bit_cast<pugi::xml_node>(pNode);
+}
+
+pugi::xml_node_struct* ToRecord(const pugi::xml_node& node)
+{
+    return std::bit_cast<pugi::xml_node_struct*>(node);
+}
+
+pugi::xml_attribute ToAttribute(pugi::xml_attribute_struct* pAttribute)
+{
+    return std::bit_cast<pugi::xml_attribute>(pAttribute);
+}
+
+pugi::xml_attribute_struct* ToRecord(const pugi::xml_attribute& attribute)
+{
+    return std::bit_cast<pugi::xml_attribute_struct*>(attribute);
+}
+
+// The first element among the node and its next siblings. What hangs behind a comment is none of them (see
+// CATDOMStore): no comment is read from a text.
+pugi::xml_node_struct* ToElement(pugi::xml_node node)
+{
+    while (ToRecord(node) != nullptr) {
+        const pugi::xml_node_type type = node.type();
+        if (type == pugi::node_element) {
+            return ToRecord(node);
+        }
+        if (type == pugi::node_comment) {
+            return nullptr;
+        }
         node = node.next_sibling();
     }
-    return node;
+    return nullptr;
 }
 
 // Calls visit with each run of text between the tags of the element: its own start and end tag and its child elements.
@@ -50,8 +83,9 @@ void ForEachRun(const pugi::xml_node& element, Visit visit)
 {
     std::string_view run = element.value();
     std::string joined;
-    for (pugi::xml_node child = element.first_child(); child; child = child.next_sibling()) {
-        if (child.type() == pugi::node_pcdata || child.type() == pugi::node_cdata) {
+    for (pugi::xml_node child = element.first_child(); ToRecord(child) != nullptr; child = child.next_sibling()) {
+        const pugi::xml_node_type type = child.type();
+        if (type == pugi::node_pcdata || type == pugi::node_cdata) {
             if (run.empty()) {
                 run = child.value();
             } else {
@@ -61,7 +95,7 @@ void ForEachRun(const pugi::xml_node& element, Visit visit)
                 joined.append(child.value());
                 run = joined;
             }
-        } else if (child.type() == pugi::node_element) {
+        } else if (type == pugi::node_element) {
             visit(run);
             run = std::string_view();
         }
@@ -73,54 +107,53 @@ void ForEachRun(const pugi::xml_node& element, Visit visit)
 
 std::string_view CATDOMAttributeView::GetName() const
 {
-    return pugi::xml_attribute(m_pAttribute).name();
+    return ToAttribute(m_pAttribute).name();
 }
 
 std::string_view CATDOMAttributeView::GetValue() const
 {
-    return pugi::xml_attribute(m_pAttribute).value();
+    return ToAttribute(m_pAttribute).value();
+}
+
+CATUnicodeString CATDOMAttributeView::GetText() const
+{
+    return MakeString(GetValue());
 }
 
 CATDOMAttributeView CATDOMAttributeView::GetNext() const
 {
-    return CATDOMAttributeView(pugi::xml_attribute(m_pAttribute).next_attribute().internal_object());
+    return CATDOMAttributeView(ToRecord(ToAttribute(m_pAttribute).next_attribute()));
 }
 
 std::string_view CATDOMElementView::GetTagName() const
 {
-    return pugi::xml_node(m_pNode).name();
+    return ToNode(m_pNode).name();
 }
 
 bool CATDOMElementView::HasTagName(std::string_view tagName) const
 {
-    return tagName == pugi::xml_node(m_pNode).name();
+    return tagName == ToNode(m_pNode).name();
 }
 
 CATDOMElementView CATDOMElementView::GetFirstChild() const
 {
-    return CATDOMElementView(ToElement(pugi::xml_node(m_pNode).first_child()).internal_object());
+    return CATDOMElementView(ToElement(ToNode(m_pNode).first_child()));
 }
 
 CATDOMElementView CATDOMElementView::GetNextSibling() const
 {
-    const pugi::xml_node next = ToElement(pugi::xml_node(m_pNode).next_sibling());
-    // What hangs next to a removed element is not its sibling, and the holder of what was removed, whose name is no XML
-    // name, is none of the document element.
-    if (next && (*next.parent().name() == '#' || *next.name() == '#')) {
-        return CATDOMElementView();
-    }
-    return CATDOMElementView(next.internal_object());
+    return CATDOMElementView(ToElement(ToNode(m_pNode).next_sibling()));
 }
 
 CATDOMElementView CATDOMElementView::GetNextBelow(const CATDOMElementView& root) const
 {
-    pugi::xml_node node(m_pNode);
-    if (const pugi::xml_node child = ToElement(node.first_child())) {
-        return CATDOMElementView(child.internal_object());
+    pugi::xml_node node = ToNode(m_pNode);
+    if (pugi::xml_node_struct* pChild = ToElement(node.first_child())) {
+        return CATDOMElementView(pChild);
     }
-    while (node.internal_object() != root.m_pNode) {
-        if (const pugi::xml_node next = ToElement(node.next_sibling())) {
-            return CATDOMElementView(next.internal_object());
+    while (ToRecord(node) != root.m_pNode) {
+        if (pugi::xml_node_struct* pNext = ToElement(node.next_sibling())) {
+            return CATDOMElementView(pNext);
         }
         node = node.parent();
     }
@@ -129,18 +162,18 @@ CATDOMElementView CATDOMElementView::GetNextBelow(const CATDOMElementView& root)
 
 CATDOMAttributeView CATDOMElementView::GetFirstAttribute() const
 {
-    return CATDOMAttributeView(pugi::xml_node(m_pNode).first_attribute().internal_object());
+    return CATDOMAttributeView(ToRecord(ToNode(m_pNode).first_attribute()));
 }
 
 CATDOMAttributeView CATDOMElementView::FindAttribute(const char* name) const
 {
-    return CATDOMAttributeView(pugi::xml_node(m_pNode).attribute(name).internal_object());
+    return CATDOMAttributeView(ToRecord(ToNode(m_pNode).attribute(name)));
 }
 
 CATUnicodeString CATDOMElementView::GetText() const
 {
-    const pugi::xml_node node(m_pNode);
-    if (!node.first_child()) {
+    const pugi::xml_node node = ToNode(m_pNode);
+    if (ToRecord(node.first_child()) == nullptr) {
         return MakeString(node.value());
     }
     const bool hasElements = static_cast<bool>(GetFirstChild());
@@ -156,6 +189,6 @@ CATUnicodeString CATDOMElementView::GetText() const
 bool CATDOMElementView::HasNonBlankText() const
 {
     bool hasText = false;
-    ForEachRun(pugi::xml_node(m_pNode), [&hasText](std::string_view run) { hasText = hasText || !IsBlank(run); });
+    ForEachRun(ToNode(m_pNode), [&hasText](std::string_view run) { hasText = hasText || !IsBlank(run); });
     return hasText;
 }

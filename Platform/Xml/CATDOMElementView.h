@@ -19,6 +19,8 @@ public:
     explicit operator bool() const { return m_pAttribute != nullptr; }
     std::string_view GetName() const;
     std::string_view GetValue() const;
+    // The value as a string of its own.
+    CATUnicodeString GetText() const;
     CATDOMAttributeView GetNext() const;
 
 private:

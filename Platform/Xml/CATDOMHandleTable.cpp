@@ -11,10 +11,11 @@ constexpr std::size_t LEAST_SLOTS = 16;
 
 std::size_t CATDOMHandleTable::HomeOf(const pugi::xml_node_struct* pNode) const
 {
-    // Nodes are 64 bytes: those of the same 256 bytes share a cache line of slots.
+    // Nodes are 64 bytes: those of the same kilobyte, an object with its attributes for example, have their slots side
+    // by side.
     const auto address = reinterpret_cast<std::uintptr_t>(pNode);
-    const std::uint64_t line = static_cast<std::uint64_t>(address >> 8U) * 0x9E3779B97F4A7C15U;
-    return static_cast<std::size_t>(((line >> 20U) << 2U) | ((address >> 6U) & 3U)) & (m_Slots.size() - 1);
+    const std::uint64_t line = static_cast<std::uint64_t>(address >> 10U) * 0x9E3779B97F4A7C15U;
+    return static_cast<std::size_t>(((line >> 20U) << 4U) | ((address >> 6U) & 15U)) & (m_Slots.size() - 1);
 }
 
 CATDOMElement* CATDOMHandleTable::Find(const pugi::xml_node_struct* pNode) const

@@ -11,7 +11,7 @@
 
 namespace {
 
-// No XML name, so no element of a document has it; CATDOMElementView knows it by its first character.
+// No XML name, so no element of a document has it.
 constexpr const char* NAME_OF_REMOVED = "#removed";
 
 int s_LiveStores = 0;
@@ -172,14 +172,25 @@ CATIDOMNodeList_var CATDOMStore::GetElementsByTagName(const CATUnicodeString& us
 pugi::xml_node_struct* CATDOMStore::GetRemoved()
 {
     if (m_pRemoved == nullptr) {
+        m_pDocument->append_child(pugi::node_comment);
         m_pRemoved = m_pDocument->append_child(NAME_OF_REMOVED).internal_object();
     }
     return m_pRemoved;
 }
 
+pugi::xml_node_struct* CATDOMStore::FindWall(pugi::xml_node_struct* pNode) const
+{
+    const pugi::xml_node node(pNode);
+    return m_pRemoved != nullptr && node.parent().internal_object() == m_pRemoved
+               ? node.next_sibling().internal_object()
+               : nullptr;
+}
+
 CATIDOMElement_var CATDOMStore::CreateElement(const char* tagName)
 {
-    const pugi::xml_node node = pugi::xml_node(GetRemoved()).append_child(tagName);
+    pugi::xml_node removed(GetRemoved());
+    const pugi::xml_node node = removed.append_child(tagName);
+    removed.append_child(pugi::node_comment);
     return GetElement(node.internal_object(), NewBranch(node.internal_object()));
 }
 
@@ -195,6 +206,7 @@ HRESULT CATDOMStore::AppendChild(pugi::xml_node_struct* pParent, CATDOMBranch* p
         return E_FAIL;
     }
     CATDOMBranch* pChildBranch = pChild->GetBranch();
+    const pugi::xml_node wall(FindWall(pChild->GetNode()));
     if (pParent == m_pDocument->internal_object()) {
         if (pugi::xml_node_struct* pElement = FindDocumentElement(); pElement != nullptr) {
             return pElement == pChild->GetNode() ? S_OK : E_FAIL;
@@ -209,6 +221,7 @@ HRESULT CATDOMStore::AppendChild(pugi::xml_node_struct* pParent, CATDOMBranch* p
     } else if (!pugi::xml_node(pParent).append_move(child)) {
         return E_FAIL;
     }
+    wall.parent().remove_child(wall);
     if (pChildBranch == pBranch) {
         return S_OK;
     }
@@ -241,6 +254,8 @@ void CATDOMStore::MoveLeaf(pugi::xml_node_struct* pParent, CATDOMBranch* pBranch
     if (pOldBranch->pRoot == old.internal_object()) {
         pOldBranch->pRoot = nullptr;
     }
+    const pugi::xml_node wall(FindWall(old.internal_object()));
+    wall.parent().remove_child(wall);
     old.parent().remove_child(old);
     Assign(pChild, pBranch);
     FreeIfUnreachable(pOldBranch);
@@ -253,9 +268,11 @@ HRESULT CATDOMStore::RemoveChild(pugi::xml_node_struct* pParent, CATDOMElement* 
     if (&pChild->GetStore() != this || child.parent().internal_object() != pParent) {
         return E_FAIL;
     }
-    if (!pugi::xml_node(GetRemoved()).append_move(child)) {
+    pugi::xml_node removed(GetRemoved());
+    if (!removed.append_move(child)) {
         return E_FAIL;
     }
+    removed.append_child(pugi::node_comment);
     Separate(pChild);
     return S_OK;
 }
@@ -355,6 +372,8 @@ void CATDOMStore::FreeIfUnreachable(CATDOMBranch* pBranch)
         }
         return;
     }
+    const pugi::xml_node wall(FindWall(pBranch->pRoot));
+    wall.parent().remove_child(wall);
     FreeNode(pugi::xml_node(std::exchange(pBranch->pRoot, nullptr)));
 }
 

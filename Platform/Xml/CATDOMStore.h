@@ -61,8 +61,11 @@ private:
     explicit CATDOMStore(std::unique_ptr<pugi::xml_document> pDocument);
     ~CATDOMStore();
 
-    // The element under which removed elements and elements not yet appended hang, one next to the other.
+    // The element under which removed elements and elements not yet appended hang, one next to the other. Behind each
+    // of them, and in front of this element, stands a comment, where no text has one: what follows there is no sibling.
     pugi::xml_node_struct* GetRemoved();
+    // The comment behind an element that hangs there; null for any other.
+    pugi::xml_node_struct* FindWall(pugi::xml_node_struct* pNode) const;
     pugi::xml_node_struct* FindDocumentElement() const;
 
     CATDOMBranch* NewBranch(pugi::xml_node_struct* pRoot);

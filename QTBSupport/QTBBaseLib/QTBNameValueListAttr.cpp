@@ -77,8 +77,7 @@ bool QTBNameValueListAttr::ReadEntry(const CATDOMElementView& element)
         if (attribute.GetName() == "name") {
             name = QTBPooledName(attribute.GetValue());
         } else {
-            MakeExtras().xmlAttributes.push_back(
-                {offset, QTBPooledName(attribute.GetName()), CATUnicodeString(attribute.GetValue())});
+            MakeExtras().xmlAttributes.push_back({offset, QTBPooledName(attribute.GetName()), attribute.GetText()});
         }
     }
     if (name.IsEmpty() || FindEntry(name) >= 0) {

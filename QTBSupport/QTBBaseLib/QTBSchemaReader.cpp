@@ -43,7 +43,7 @@ constexpr const char* PART_CLASS = "partClass";
 
 CATUnicodeString InQuotes(const CATUnicodeString& usText)
 {
-    return "\"" + usText + "\"";
+    return QTBSchemaXmlElement::Quote(usText.View());
 }
 
 template <class Visit>

@@ -28,11 +28,6 @@ CATUnicodeString OneOf(Names names, const char* open, const char* close, const c
     return names.size() == 0 ? CATUnicodeString(none) : CATUnicodeString(std::string_view(text));
 }
 
-CATUnicodeString Quoted(std::string_view text)
-{
-    return "\"" + CATUnicodeString::FromValidUtf8(text) + "\"";
-}
-
 } // namespace
 
 void QTBSchemaXmlElement::CheckForm(Names attributes, Names children) const
@@ -40,19 +35,19 @@ void QTBSchemaXmlElement::CheckForm(Names attributes, Names children) const
     for (CATDOMAttributeView attribute = m_View.GetFirstAttribute(); attribute; attribute = attribute.GetNext()) {
         if (!Has(attributes, attribute.GetName())) {
             throw QTBSchemaRefusal{GetOffset(attribute),
-                                   "the attribute " + Quoted(attribute.GetName()) + " of the element " +
-                                       Quoted(GetTagName()),
+                                   "the attribute " + Quote(attribute.GetName()) + " of the element " +
+                                       Quote(GetTagName()),
                                    OneOf(attributes, "\"", "\"", "no attribute")};
         }
     }
     for (QTBSchemaXmlElement child = GetFirstChild(); child; child = child.GetNextSibling()) {
         if (!Has(children, child.GetTagName())) {
-            child.Refuse("the element " + Quoted(child.GetTagName()) + " in the element " + Quoted(GetTagName()),
+            child.Refuse("the element " + Quote(child.GetTagName()) + " in the element " + Quote(GetTagName()),
                          OneOf(children, "<", ">", "no element"));
         }
     }
     if (m_View.HasNonBlankText()) {
-        Refuse("text in the element " + Quoted(GetTagName()), "attributes and elements only");
+        Refuse("text in the element " + Quote(GetTagName()), "attributes and elements only");
     }
 }
 
@@ -65,7 +60,7 @@ CATUnicodeString QTBSchemaXmlElement::GetName(const char* attribute) const
 {
     CATUnicodeString usName = GetText(attribute);
     if (!m_View.FindAttribute(attribute)) {
-        Refuse("the element " + Quoted(GetTagName()) + " has no attribute " + Quoted(attribute),
+        Refuse("the element " + Quote(GetTagName()) + " has no attribute " + Quote(attribute),
                CATUnicodeString(attribute) + "=\"...\"");
     }
     if (usName.IsEmpty()) {
@@ -106,6 +101,14 @@ int QTBSchemaXmlElement::GetInteger(const char* attribute, int ifMissing, int le
     return number;
 }
 
+CATUnicodeString QTBSchemaXmlElement::Quote(std::string_view text)
+{
+    constexpr int LONGEST = 60;
+    const CATUnicodeString usText = CATUnicodeString::FromValidUtf8(text);
+    const bool isLong = usText.GetLengthInChar() > LONGEST;
+    return "\"" + (isLong ? usText.SubString(0, LONGEST) + "..." : usText) + "\"";
+}
+
 void QTBSchemaXmlElement::Refuse(const CATUnicodeString& usProblem, const CATUnicodeString& usExpected) const
 {
     throw QTBSchemaRefusal{GetOffset(), usProblem, usExpected};
@@ -114,8 +117,8 @@ void QTBSchemaXmlElement::Refuse(const CATUnicodeString& usProblem, const CATUni
 void QTBSchemaXmlElement::RefuseValue(const char* attribute, const CATUnicodeString& usExpected) const
 {
     const CATDOMAttributeView view = m_View.FindAttribute(attribute);
-    throw QTBSchemaRefusal{
-        GetOffset(view), "the value " + Quoted(view.GetValue()) + " of the attribute " + Quoted(attribute), usExpected};
+    throw QTBSchemaRefusal{GetOffset(view),
+                           "the value " + Quote(view.GetValue()) + " of the attribute " + Quote(attribute), usExpected};
 }
 
 std::size_t QTBSchemaXmlElement::GetOffset() const

@@ -40,6 +40,9 @@ public:
     bool GetFlag(const char* attribute, bool ifMissing) const;
     int GetInteger(const char* attribute, int ifMissing, int least, int greatest) const;
 
+    // A text in quotes for messages; a long one is cut.
+    static CATUnicodeString Quote(std::string_view text);
+
     // Refuses the element, or the value of one of its attributes.
     [[noreturn]] void Refuse(const CATUnicodeString& usProblem, const CATUnicodeString& usExpected) const;
     [[noreturn]] void RefuseValue(const char* attribute, const CATUnicodeString& usExpected) const;

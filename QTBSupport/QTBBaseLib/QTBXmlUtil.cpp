@@ -5,6 +5,9 @@
 
 namespace {
 
+// As many elements as most lists hold, the attributes of a record for example.
+constexpr int FIRST_CAPACITY = 16;
+
 // The child elements of a document or an element, one after the other, without handles.
 class ChildWalk
 {
@@ -85,6 +88,9 @@ HRESULT QTBXmlUtil::GetElements(const CATBaseUnknown_var& spParent, const CATUni
     for (; walk.GetChild(); walk.Next()) {
         if (walk.GetChild().HasTagName(usTag.View()) &&
             (usAttrName.IsEmpty() || HasAttributeValue(walk.GetChild(), usAttrName, usAttrValue))) {
+            if (pElements->Size() == 0) {
+                pElements->Reserve(FIRST_CAPACITY);
+            }
             pElements->Append(walk.GetHandle());
         }
     }

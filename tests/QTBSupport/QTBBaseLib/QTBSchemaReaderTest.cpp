@@ -1,6 +1,7 @@
 #include "QTBSchemaReader.h"
 
 #include <cstdlib>
+#include <iterator>
 #include <sstream>
 
 #include <gmock/gmock.h>
@@ -74,7 +75,7 @@ TEST_F(SchemaReader, TheMessageNamesFileLineProblemAndExpectation)
     const HRESULT hr = Load(Schema(PART, "", "<wrong/>"));
     const std::string message(CATError::CATGetLastError(hr, nullptr)->GetNLSMessage().View());
     EXPECT_THAT(message, HasSubstr(m_File));
-    EXPECT_THAT(message, HasSubstr("line 8"));
+    EXPECT_THAT(message, HasSubstr("line 9"));
     EXPECT_THAT(message, HasSubstr(R"(the element "wrong" in the element "qtbSchema")"));
     EXPECT_THAT(message, HasSubstr("<objects>"));
 }
@@ -90,8 +91,8 @@ TEST_F(SchemaReader, NeedsSystemAndCatalog)
                   "system=\"...\"");
     ExpectRefusal(R"(<qtbSchema system="other" catalog="X"/>)", 1, R"(the value "other" of the attribute "system")",
                   R"("ARAS_INNOVATOR" or "ENOVIA_MATRIX")");
-    ExpectRefusal("<qtbSchema system=\"ENOVIA_MATRIX\"\n catalog=\"\"/>", 2, R"(the value "" of the attribute "catalog")",
-                  "a text that is not empty");
+    ExpectRefusal("<qtbSchema system=\"ENOVIA_MATRIX\"\n catalog=\"\"/>", 2,
+                  R"(the value "" of the attribute "catalog")", "a text that is not empty");
 }
 
 TEST_F(SchemaReader, NeedsTheNamesOfTheAttributes)
@@ -100,8 +101,9 @@ TEST_F(SchemaReader, NeedsTheNamesOfTheAttributes)
                   R"(the element "qtbSchema" has no element "attributeNames")", "<attributeNames>");
     ExpectRefusal("<qtbSchema system=\"ENOVIA_MATRIX\" catalog=\"X\">\n<attributeNames key=\"K\"/></qtbSchema>", 2,
                   R"(the element "attributeNames" has no attribute "class")", "class=\"...\"");
-    ExpectRefusal("<qtbSchema system=\"ENOVIA_MATRIX\" catalog=\"X\">\n<attributeNames class=\"C\" key=\"\"/></qtbSchema>",
-                  2, R"(the value "" of the attribute "key")", "a text that is not empty");
+    ExpectRefusal(
+        "<qtbSchema system=\"ENOVIA_MATRIX\" catalog=\"X\">\n<attributeNames class=\"C\" key=\"\"/></qtbSchema>", 2,
+        R"(the value "" of the attribute "key")", "a text that is not empty");
 }
 
 TEST_F(SchemaReader, NeedsObjects)
@@ -125,7 +127,7 @@ TEST_F(SchemaReader, RefusesAttributesElementsAndTextThatAreNotKnown)
 
 TEST_F(SchemaReader, SectionsStandOnceAndInAnyOrder)
 {
-    ExpectRefusal(Schema(PART, "", "<session/>\n<session/>"), 9, R"(a second element "session")", "one at most");
+    ExpectRefusal(Schema(PART, "", "<session/>\n<session/>"), 10, R"(a second element "session")", "one at most");
     EXPECT_EQ(Load("<qtbSchema system=\"ARAS_INNOVATOR\" catalog=\"X\"><relations><relation name=\"PartPart\">"
                    "<left class=\"Part\"/><right class=\"Part\"/></relation></relations><objects>" +
                    std::string(PART) + "</objects>" + std::string(ATTRIBUTE_NAMES) + "</qtbSchema>"),
@@ -157,8 +159,8 @@ TEST_F(SchemaReader, AParentStandsBeforeItsSubclass)
     const std::string expected = "a class of the same kind that stands before its subclass";
     ExpectRefusal(Schema("<object name=\"Screw\" parent=\"Part\"/>\n" + std::string(PART)), 4,
                   R"(the value "Part" of the attribute "parent")", expected);
-    ExpectRefusal(Schema(R"(<object name="Part" parent="Part"/>)"), 4,
-                  R"(the value "Part" of the attribute "parent")", expected);
+    ExpectRefusal(Schema(R"(<object name="Part" parent="Part"/>)"), 4, R"(the value "Part" of the attribute "parent")",
+                  expected);
     ExpectRefusal(Schema(PART, R"(<relation name="PartPart" parent="Part"/>)"), 7,
                   R"(the value "Part" of the attribute "parent")", expected);
 }
@@ -201,8 +203,8 @@ TEST_F(SchemaReader, PartsOfAClassStandOnce)
     ExpectRefusal(
         Schema("<object name=\"Part\"><contextAction name=\"Open\"/>\n<contextAction name=\"Open\"/></object>"), 5,
         R"(the value "Open" of the attribute "name")", "a name that no other <contextAction> here has");
-    ExpectRefusal(Schema(PART, "<relation name=\"R\"><leftToRight name=\"a\"/>\n<leftToRight name=\"b\"/></relation>"), 8,
-                  R"(a second element "leftToRight")", "one at most");
+    ExpectRefusal(Schema(PART, "<relation name=\"R\"><leftToRight name=\"a\"/>\n<leftToRight name=\"b\"/></relation>"),
+                  8, R"(a second element "leftToRight")", "one at most");
 }
 
 TEST_F(SchemaReader, AttributesOfEmbeddedObjectsAreUniqueInADescription)
@@ -222,7 +224,8 @@ TEST_F(SchemaReader, RefusesUnknownPlacesDocumentTypesAndDirections)
                   R"(the value "Window" of the attribute "in")",
                   R"("PdmWindow", "QueryDialog", "PdmWindow QueryDialog" or "")");
     ExpectRefusal(Schema(R"(<object name="File"><catiaFile type="Part"/></object>)"), 4,
-                  R"(the value "Part" of the attribute "type")", R"(the type of a CAD document, for example "CATPart")");
+                  R"(the value "Part" of the attribute "type")",
+                  R"(the type of a CAD document, for example "CATPart")");
     ExpectRefusal(
         Schema(R"(<object name="Part"><partToFile><rel name="PartFile" direction="right"/></partToFile></object>)"), 4,
         R"(the value "right" of the attribute "direction")", R"("LeftToRight" or "RightToLeft")");
@@ -244,10 +247,10 @@ TEST_F(SchemaReader, RelationsNeedBothEndsAndKnownClasses)
 TEST_F(SchemaReader, TreesNameKnownClassesOnly)
 {
     const std::string relation = R"(<relation name="PartPart"><left class="Part"/><right class="Part"/></relation>)";
-    ExpectRefusal(
-        Schema("<object name=\"Part\"><partToFile>\n<rel name=\"PartFile\" direction=\"LeftToRight\"/></partToFile></object>",
-               relation),
-        5, R"(the value "PartFile" of the attribute "name")", "a class of the section <relations>");
+    ExpectRefusal(Schema("<object name=\"Part\"><partToFile>\n<rel name=\"PartFile\" "
+                         "direction=\"LeftToRight\"/></partToFile></object>",
+                         relation),
+                  5, R"(the value "PartFile" of the attribute "name")", "a class of the section <relations>");
     ExpectRefusal(Schema("<object name=\"Part\"><pdmTree name=\"T\"><rel name=\"PartPart\" direction=\"LeftToRight\">\n"
                          "<obj class=\"File\"/></rel></pdmTree></object>",
                          relation),
@@ -275,19 +278,19 @@ TEST_F(SchemaReader, DeeplyNestedTreesAreRead)
 
 TEST_F(SchemaReader, AttributesNameKnownDataSources)
 {
-    ExpectRefusal(Schema(PART, "", R"(<attributes><attribute name="State" dataSource="States"/></attributes>)"), 8,
+    ExpectRefusal(Schema(PART, "", R"(<attributes><attribute name="State" dataSource="States"/></attributes>)"), 9,
                   R"(the value "States" of the attribute "dataSource")", "a name of the section <dataSources>");
-    ExpectRefusal(Schema(PART, "", "<dataSources><dataSource name=\"S\"/>\n<dataSource name=\"S\"/></dataSources>"), 9,
+    ExpectRefusal(Schema(PART, "", "<dataSources><dataSource name=\"S\"/>\n<dataSource name=\"S\"/></dataSources>"), 10,
                   R"(the value "S" of the attribute "name")", "a name that no other <dataSource> here has");
-    ExpectRefusal(Schema(PART, "", "<attributes><attribute name=\"A\"/>\n<attribute name=\"A\"/></attributes>"), 9,
+    ExpectRefusal(Schema(PART, "", "<attributes><attribute name=\"A\"/>\n<attribute name=\"A\"/></attributes>"), 10,
                   R"(the value "A" of the attribute "name")", "a name that no other <attribute> here has");
 }
 
 TEST_F(SchemaReader, TheSessionNeedsPartsToBuildABomStructureOf)
 {
-    ExpectRefusal(Schema(R"(<object name="Part"/>)", "", R"(<session partClass="Part"/>)"), 8,
+    ExpectRefusal(Schema(R"(<object name="Part"/>)", "", R"(<session partClass="Part"/>)"), 9,
                   R"(the value "Part" of the attribute "partClass")", "a class of objects with the element <part>");
-    ExpectRefusal(Schema(R"(<object name="Part"><part/></object>)", "", R"(<session bomPartStructure="true"/>)"), 8,
+    ExpectRefusal(Schema(R"(<object name="Part"><part/></object>)", "", R"(<session bomPartStructure="true"/>)"), 9,
                   R"(the value "true" of the attribute "bomPartStructure")",
                   R"("false", or a class of objects with <part subParts="true">)");
 }
@@ -295,7 +298,52 @@ TEST_F(SchemaReader, TheSessionNeedsPartsToBuildABomStructureOf)
 TEST_F(SchemaReader, LinesAreCountedInFilesOfOtherEncodingsToo)
 {
     std::string text = "<?xml version=\"1.0\" encoding=\"ISO-8859-1\"?>\n";
-    text += Schema("<object name=\"Stra\xDF" "e\"/>\n<object nam=\"x\"/>");
+    text += Schema("<object name=\"Stra\xDF"
+                   "e\"/>\n<object nam=\"x\"/>");
     ExpectRefusal(text, 6, R"(the attribute "nam" of the element "object")",
                   R"("name", "parent", "nlsKey", "icon" or "tooltipAttr")");
+}
+
+TEST_F(SchemaReader, LongValuesAreCutInMessages)
+{
+    const std::string name(1000, 'x');
+    ExpectRefusal(Schema(PART, "", "", "maxExpansionLevel=\"" + name + "\""), 1,
+                  "the value \"" + name.substr(0, 60) + "...\" of the attribute \"maxExpansionLevel\"",
+                  "a whole number from -1 to 1000000");
+}
+
+TEST_F(SchemaReader, ATruncatedFileIsNeverReadInPart)
+{
+    std::ifstream file(PROJECT_SCHEMA, std::ios::binary);
+    const std::string text{std::istreambuf_iterator<char>(file), std::istreambuf_iterator<char>()};
+    const QTBSchema* pBefore = &Current();
+    // The last character of the document element counts, the line end behind it does not.
+    for (std::size_t length = text.rfind('>'); length > 101; length -= 101) {
+        EXPECT_LT(Load(text.substr(0, length)), 0) << length;
+    }
+    EXPECT_EQ(&Current(), pBefore);
+}
+
+TEST_F(SchemaReader, AnySingleLineThatIsMissingIsReadOrRefusedWithItsPlace)
+{
+    std::ifstream file(PROJECT_SCHEMA);
+    std::vector<std::string> lines;
+    for (std::string line; std::getline(file, line);) {
+        lines.push_back(line + "\n");
+    }
+    int refusals = 0;
+    for (std::size_t missing = 0; missing < lines.size(); ++missing) {
+        std::string text;
+        for (std::size_t i = 0; i < lines.size(); ++i) {
+            text += i == missing ? "" : lines[i];
+        }
+        const HRESULT hr = Load(text);
+        if (hr < 0) {
+            const auto* pError = dynamic_cast<const CATXMLError*>(CATError::CATGetLastError(hr, nullptr));
+            ASSERT_NE(pError, nullptr) << missing;
+            EXPECT_GT(pError->GetLine(), 0) << missing;
+            ++refusals;
+        }
+    }
+    EXPECT_GT(refusals, 0);
 }

@@ -1,0 +1,119 @@
+#include "CATPrdReference.h"
+
+#include <algorithm>
+#include <unordered_set>
+#include <utility>
+
+#include "CATPrdDocument.h"
+#include "CATPrdSession.h"
+#include "CATPrdUsage.h"
+
+CATPrdReference::CATPrdReference(CATPrdLinkState linkState) : CATAsmProduct(nullptr), m_LinkState(linkState) {}
+
+CATPrdReference::~CATPrdReference()
+{
+    Close();
+}
+
+bool CATPrdReference::IsLoaded() const
+{
+    return m_LinkState == CATPrdLinkState::Loaded || m_LinkState == CATPrdLinkState::Embedded;
+}
+
+const CATUnicodeString& CATPrdReference::GetLinkedFileName() const
+{
+    return m_LinkState == CATPrdLinkState::Loaded && m_pDocument != nullptr ? m_pDocument->GetStorageName()
+                                                                            : m_LinkedFileName;
+}
+
+void CATPrdReference::SetPartNumber(const CATUnicodeString& partNumber)
+{
+    CATPrdSession::Instance().Unindex(*this);
+    m_Definition.partNumber = partNumber;
+    CATPrdSession::Instance().Index(*this);
+}
+
+void CATPrdReference::AddUsage(CATPrdReference& child, const CATPrdUsageData& data)
+{
+    auto pUsage = std::make_shared<CATPrdUsage>();
+    pUsage->pParent = this;
+    pUsage->pChild = &child;
+    pUsage->spChild = CATBaseUnknown_var(&child);
+    pUsage->instanceName = data.instanceName;
+    pUsage->description = data.description;
+    pUsage->userProperties = data.userProperties;
+    m_Usages.push_back(std::move(pUsage));
+    ++child.m_UseCount;
+}
+
+bool CATPrdReference::RemoveUsage(const CATPrdUsage& usage)
+{
+    const auto found =
+        std::find_if(m_Usages.begin(), m_Usages.end(), [&usage](const auto& pUsage) { return pUsage.get() == &usage; });
+    if (found == m_Usages.end()) {
+        return false;
+    }
+    const std::shared_ptr<CATPrdUsage> pRemoved = *found;
+    m_Usages.erase(found);
+    ++m_RemovedUsages;
+    Detach(*pRemoved);
+    return true;
+}
+
+bool CATPrdReference::Contains(const CATPrdReference& other) const
+{
+    std::unordered_set<const CATPrdReference*> seen{this};
+    std::vector<const CATPrdReference*> open{this};
+    while (!open.empty()) {
+        const CATPrdReference* pReference = open.back();
+        open.pop_back();
+        if (pReference == &other) {
+            return true;
+        }
+        for (const auto& pUsage : pReference->m_Usages) {
+            if (seen.insert(pUsage->pChild).second) {
+                open.push_back(pUsage->pChild);
+            }
+        }
+    }
+    return false;
+}
+
+void CATPrdReference::Close()
+{
+    if (m_bClosed) {
+        return;
+    }
+    CATPrdSession::Instance().Unindex(*this);
+    m_LinkedFileName = GetLinkedFileName();
+    m_bClosed = true;
+    m_pDocument = nullptr;
+    m_pShapeDocument = nullptr;
+    DropChildren();
+    const std::vector<std::shared_ptr<CATPrdUsage>> usages = std::exchange(m_Usages, {});
+    m_RemovedUsages += static_cast<std::uint32_t>(usages.size());
+    for (const auto& pUsage : usages) {
+        Detach(*pUsage);
+    }
+}
+
+void CATPrdReference::Touch()
+{
+    if (m_pDocument != nullptr) {
+        m_pDocument->SetDirty(TRUE);
+    }
+}
+
+void CATPrdReference::Detach(CATPrdUsage& usage)
+{
+    usage.pParent = nullptr;
+    usage.pChild->RemoveUse();
+}
+
+void CATPrdReference::RemoveUse()
+{
+    --m_UseCount;
+    if (m_UseCount == 0 && m_pDocument != nullptr && m_LinkState != CATPrdLinkState::Embedded) {
+        CATPrdSession::Instance().CloseIfUnneeded(*m_pDocument);
+    }
+}

@@ -1,0 +1,82 @@
+#pragma once
+
+#include <cstdint>
+#include <memory>
+#include <vector>
+
+#include "CATAsmProduct.h"
+#include "CATIPrdLink.h"
+#include "CATPrdStructure.h"
+
+class CATPrdDocument;
+
+// A reference: what a document says about the product that it defines, and the uses of others in it. It stands at the
+// top of a tree of its own. Documents and uses keep it.
+class CATPrdReference final : public CATAsmProduct
+{
+public:
+    explicit CATPrdReference(CATPrdLinkState linkState);
+    ~CATPrdReference() override;
+
+    CATPrdReference& GetReference() override { return *this; }
+
+    CATPrdLinkState GetLinkState() const { return m_LinkState; }
+    // Whether part number, properties and children are known.
+    bool IsLoaded() const;
+    // A reference whose document was closed stays without one; nothing but its texts is left.
+    bool IsClosed() const { return m_bClosed; }
+
+    // The document that holds the reference; null for a broken link and after it was closed.
+    CATPrdDocument* GetDocument() const { return m_pDocument; }
+    void SetDocument(CATPrdDocument* pDocument) { m_pDocument = pDocument; }
+
+    // The document with nothing but the shape; null when there is none.
+    CATPrdDocument* GetShapeDocument() const { return m_pShapeDocument; }
+    void SetShapeDocument(CATPrdDocument* pDocument) { m_pShapeDocument = pDocument; }
+
+    // Path of the file that defines the reference: that of its document, which may have got another name, or the one
+    // that stands in the link.
+    const CATUnicodeString& GetLinkedFileName() const;
+    void SetLinkedFileName(const CATUnicodeString& storageName) { m_LinkedFileName = storageName; }
+
+    const CATPrdDefinition& GetDefinition() const { return m_Definition; }
+    CATPrdDefinition& GetDefinition() { return m_Definition; }
+    // The part number is what root products are looked up by, so it is written here only.
+    void SetPartNumber(const CATUnicodeString& partNumber);
+
+    // Makes the link a loaded one.
+    void BecomeLoaded() { m_LinkState = CATPrdLinkState::Loaded; }
+
+    const std::vector<std::shared_ptr<CATPrdUsage>>& GetUsages() const { return m_Usages; }
+    std::uint32_t GetRemovedUsageCount() const { return m_RemovedUsages; }
+    bool IsUsed() const { return m_UseCount > 0; }
+
+    // Appends a use of a reference. The caller has made sure that no loop comes of it.
+    void AddUsage(CATPrdReference& child, const CATPrdUsageData& data);
+    // Takes a use out. Returns false for one that is not this reference's.
+    bool RemoveUsage(const CATPrdUsage& usage);
+
+    // Whether another reference stands somewhere below this one, or is this one.
+    bool Contains(const CATPrdReference& other) const;
+
+    // The document is closed: uses, tree and link go.
+    void Close();
+
+    // Makes the document dirty that holds the reference.
+    void Touch();
+
+private:
+    bool IsInTree() const override { return true; }
+    static void Detach(CATPrdUsage& usage);
+    void RemoveUse();
+
+    CATPrdLinkState m_LinkState;
+    bool m_bClosed = false;
+    std::uint32_t m_RemovedUsages = 0;
+    std::size_t m_UseCount = 0;
+    CATPrdDocument* m_pDocument = nullptr;
+    CATPrdDocument* m_pShapeDocument = nullptr;
+    CATUnicodeString m_LinkedFileName;
+    CATPrdDefinition m_Definition;
+    std::vector<std::shared_ptr<CATPrdUsage>> m_Usages;
+};

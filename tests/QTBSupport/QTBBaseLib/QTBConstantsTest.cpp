@@ -1,0 +1,59 @@
+#include "QTBConstants.h"
+
+#include <set>
+#include <string>
+
+#include <gtest/gtest.h>
+
+TEST(Constants, DataTypesAreTheTypesOfAnAnswer)
+{
+    EXPECT_EQ(usSTRING, "string");
+    EXPECT_EQ(usSIMPLE_LIST, "list");
+    EXPECT_EQ(usNAME_VALUE_LIST, "nvlist");
+    EXPECT_EQ(usTABLE, "table");
+    EXPECT_EQ(usOBJECT, "object");
+    EXPECT_EQ(usOBJECT_LIST, "objectlist");
+}
+
+TEST(Constants, TextsThatAreToldApartDiffer)
+{
+    const std::set<CATUnicodeString> nodeTypes{usCATPRODUCT,  usCATPART, usCATDRAWING, usCMIARCHIVE, usCGR,
+                                               usDESIGNTABLE, usV4MODEL, usEMBCOMP,    usBROKENLINK};
+    EXPECT_EQ(nodeTypes.size(), 9U);
+    EXPECT_NE(usIGNORE_NODE, usSKIP_NODE);
+    EXPECT_NE(usLEFT_TO_RIGHT, usRIGHT_TO_LEFT);
+    EXPECT_NE(usLOAD_STRUCTURE, usOPEN_SELECTED_BNDBOX);
+}
+
+TEST(Constants, AnArchiveRootIsOfTypeCMIArchive)
+{
+    EXPECT_EQ(usCMIARCHIVE, "CMIArchive");
+}
+
+TEST(Constants, NumbersAreFixed)
+{
+    EXPECT_EQ(QTB_BOM_TYPE_INVALID, 0);
+    EXPECT_EQ(QTB_BOM_TYPE_PART, 1);
+    EXPECT_EQ(QTB_BOM_TYPE_AUX_FILE, 2);
+    EXPECT_EQ(QTB_BOM_TYPE_ALL, 3);
+    EXPECT_EQ(QTB_CATIA_FILE_CLASS_UNKNOWN, 0);
+    EXPECT_EQ(QTB_CATIA_FILE_CLASS_CATPRODUCT, 1);
+    EXPECT_EQ(QTB_CATIA_FILE_CLASS_CATPART, 2);
+    EXPECT_EQ(QTB_CATIA_FILE_CLASS_CATDRAWING, 3);
+    EXPECT_EQ(QTB_CATIA_FILE_CLASS_CMIARCHIVE, 4);
+    EXPECT_EQ(QTB_CATIA_FILE_CLASS_CGR, 5);
+    EXPECT_EQ(QTB_CATIA_FILE_CLASS_DESIGNTABLE, 6);
+    EXPECT_EQ(QTB_CATIA_FILE_CLASS_V4MODEL, 7);
+    EXPECT_EQ(QTB_PDMSYSTEM_ARAS_INNOVATOR, 1);
+    EXPECT_EQ(QTB_PDMSYSTEM_ENOVIA_MATRIX, 2);
+    EXPECT_EQ(QTB_ROOT_REP_NODE_PART, 0);
+    EXPECT_EQ(QTB_ROOT_REP_NODE_FILE, 1);
+    EXPECT_EQ(QTB_PDM_SESSION_PART_NUMBER_ATTR, 3);
+    EXPECT_EQ(QTB_PDM_SESSION_PART_CLASS, 10);
+}
+
+TEST(Constants, PlacesToAddArePositionsOfARelation)
+{
+    EXPECT_EQ(QTB_PLACE_TO_ADD_FRONT, 0);
+    EXPECT_EQ(QTB_PLACE_TO_ADD_END, 1);
+}

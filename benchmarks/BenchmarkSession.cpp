@@ -8,8 +8,7 @@
 #include "QTBGlobVarsUtil.h"
 #include "QTBSchemaUtil.h"
 
-namespace
-{
+namespace {
 
 void Require(HRESULT hr, const char* what)
 {

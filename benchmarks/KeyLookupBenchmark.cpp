@@ -13,8 +13,7 @@
 #include "CATUnicodeString.h"
 #include "QTBIPdmNode.h"
 
-namespace
-{
+namespace {
 
 // Keys in an order that has nothing to do with the order of insertion.
 std::vector<int> ShuffledOrder(int count)

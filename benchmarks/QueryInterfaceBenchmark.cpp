@@ -12,8 +12,7 @@
 #include "QTBIPdmNode.h"
 #include "QTBIPdmObjNode.h"
 
-namespace
-{
+namespace {
 
 void QueryInterface(benchmark::State& state)
 {

@@ -13,8 +13,7 @@
 #include "BenchmarkSession.h"
 #include "QTBXmlUtil.h"
 
-namespace
-{
+namespace {
 
 constexpr int CHILDREN = 10;
 

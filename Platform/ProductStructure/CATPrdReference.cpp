@@ -4,6 +4,7 @@
 #include <unordered_set>
 #include <utility>
 
+#include "CATDocumentServices.h"
 #include "CATPrdDocument.h"
 #include "CATPrdSession.h"
 #include "CATPrdUsage.h"
@@ -31,6 +32,37 @@ void CATPrdReference::SetPartNumber(const CATUnicodeString& partNumber)
     CATPrdSession::Instance().Unindex(*this);
     m_Definition.partNumber = partNumber;
     CATPrdSession::Instance().Index(*this);
+}
+
+void CATPrdReference::SetDocumentToLoad(const CATUnicodeString& type, const CATUnicodeString& displayName)
+{
+    m_TypeToLoad = type;
+    m_DisplayNameToLoad = displayName;
+}
+
+HRESULT CATPrdReference::Load()
+{
+    if (m_bClosed || m_LinkState == CATPrdLinkState::Broken) {
+        return E_FAIL;
+    }
+    if (IsLoaded()) {
+        return S_OK;
+    }
+    CATDocument* pInSession = nullptr;
+    if (SUCCEEDED(CATDocumentServices::GetDocumentInSession(m_LinkedFileName, &pInSession))) {
+        return E_FAIL;
+    }
+    const CATBaseUnknown_var spDocument = CATPrdDocument::Create(m_TypeToLoad, m_LinkedFileName, m_DisplayNameToLoad);
+    auto& document = static_cast<CATPrdDocument&>(*spDocument);
+    CATPrdDocument& shapeDocument = *m_pDocument;
+    CATPrdSession::Instance().Unindex(*this);
+    m_LinkState = CATPrdLinkState::Loaded;
+    m_pShapeDocument = nullptr;
+    shapeDocument.HandRootTo(document);
+    CATPrdSession::Instance().Index(*this);
+    CATDocumentServices::Add(document);
+    CATDocumentServices::Remove(shapeDocument);
+    return S_OK;
 }
 
 void CATPrdReference::AddUsage(CATPrdReference& child, const CATPrdUsageData& data)

@@ -44,8 +44,10 @@ public:
     // The part number is what root products are looked up by, so it is written here only.
     void SetPartNumber(const CATUnicodeString& partNumber);
 
-    // Makes the link a loaded one.
-    void BecomeLoaded() { m_LinkState = CATPrdLinkState::Loaded; }
+    // What the document will be when a product in visualization mode is loaded.
+    void SetDocumentToLoad(const CATUnicodeString& type, const CATUnicodeString& displayName);
+    // Loads the document of a product in visualization mode (see CATIPrdLink::LoadDocument).
+    HRESULT Load();
 
     const std::vector<std::shared_ptr<CATPrdUsage>>& GetUsages() const { return m_Usages; }
     std::uint32_t GetRemovedUsageCount() const { return m_RemovedUsages; }
@@ -66,6 +68,8 @@ public:
     void Touch();
 
 private:
+    friend class CATPrdSession;
+
     bool IsInTree() const override { return true; }
     static void Detach(CATPrdUsage& usage);
     void RemoveUse();
@@ -77,6 +81,10 @@ private:
     CATPrdDocument* m_pDocument = nullptr;
     CATPrdDocument* m_pShapeDocument = nullptr;
     CATUnicodeString m_LinkedFileName;
+    CATUnicodeString m_TypeToLoad;
+    CATUnicodeString m_DisplayNameToLoad;
+    // Place in the session's order of root products, 0 before the session indexed it for the first time.
+    std::uint64_t m_SessionNumber = 0;
     CATPrdDefinition m_Definition;
     std::vector<std::shared_ptr<CATPrdUsage>> m_Usages;
 };

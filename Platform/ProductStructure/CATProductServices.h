@@ -15,9 +15,13 @@ public:
     // Opens the documents of a structure. A document that is in session already under the same path is taken as it is
     // there, and what the structure says about it is not looked at, except that a part in visualization mode is loaded
     // when the structure has it loaded. *pDocuments, which may be null, receives the documents opened for themselves.
-    // Fails with an error (catalog "CATProductStructure"), with nothing opened, when a product contains itself or when
-    // the structure is not as CATPrdStructure says.
+    // Fails with an error (catalog "CATProductStructure"), with nothing opened, when a product contains itself, when
+    // the structure is not as CATPrdStructure says, and for a file that is in session as a document of another kind.
     static HRESULT Open(const CATPrdStructure& structure, CATListValCATBaseUnknown_var* pDocuments);
+
+    // Opens the documents that a product structure file describes (docs/formats.md). Fails as Open does, and with a
+    // CATXMLError that names file, line and column for a file that is refused.
+    static HRESULT OpenFile(const CATUnicodeString& usPath, CATListValCATBaseUnknown_var* pDocuments);
 
     // The product at the top of a document. E_FAIL for a document without product.
     static HRESULT GetRootProduct(const CATDocument& document, CATIProduct_var* pspIProductOnRoot);

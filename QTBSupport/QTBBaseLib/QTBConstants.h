@@ -38,7 +38,7 @@ QTBBASELIB_API extern const CATUnicodeString usLOAD_STRUCTURE;
 QTBBASELIB_API extern const CATUnicodeString usOPEN_SELECTED_BNDBOX;
 
 // How a product or document stands to the BOM part structure.
-enum QTBBomType
+enum QTBBomType : int
 {
     QTB_BOM_TYPE_INVALID = 0,
     QTB_BOM_TYPE_PART = 1,
@@ -79,6 +79,20 @@ enum QTBPlaceToAdd
 {
     QTB_PLACE_TO_ADD_FRONT = 0,
     QTB_PLACE_TO_ADD_END = 1
+};
+
+// Standard attributes of a product.
+enum QTBPsnAttrType : int
+{
+    QTB_PSNATTR_PART_NUMBER = 1,
+    QTB_PSNATTR_NOMENCLATURE = 2,
+    QTB_PSNATTR_DESCRIPTION_REF = 3,
+    QTB_PSNATTR_DEFINITION = 4,
+    QTB_PSNATTR_REVISION = 5,
+    QTB_PSNATTR_INSTANCE_NAME = 6,
+    QTB_PSNATTR_DESCRIPTION_INST = 7,
+    QTB_PSNATTR_FIRST = QTB_PSNATTR_PART_NUMBER,
+    QTB_PSNATTR_LAST = QTB_PSNATTR_DESCRIPTION_INST
 };
 
 // Settings of a PDM session that are texts; the schema holds them.

@@ -5,6 +5,7 @@
 #include "QTBHashTableNvSetAttribute.h"
 #include "QTBHashTableUtil.h"
 #include "QTBINodeAttributes.h"
+#include "QTBINodeRelations.h"
 #include "QTBIPdmNodeCont.h"
 #include "QTBIPdmObjNode.h"
 #include "QTBIPdmRelNode.h"
@@ -413,10 +414,10 @@ HRESULT QTBLoadManager::ReplacePdmItem(const QTBIPdmNode_var& spIPdmNodeOnNewNod
             bOldNodeExists != FALSE) {
             MoveChildInstances(spIPdmNodeOnOldNode, spIPdmNodeOnNewNode);
             // The relations of the old object will hang on the new one: they are entered anew on the next look-up.
-            const QTBIPdmObjNode_var spIPdmObjNodeOnOldNode(spIPdmNodeOnOldNode);
+            const QTBINodeRelations_var spINodeRelationsOnOldNode(spIPdmNodeOnOldNode);
             CATListValCATBaseUnknown_var Relations;
-            if (spIPdmObjNodeOnOldNode != NULL_var &&
-                SUCCEEDED(spIPdmObjNodeOnOldNode->RetrieveAdjacentRelationNodes(&Relations, 2))) {
+            if (spINodeRelationsOnOldNode != NULL_var &&
+                SUCCEEDED(spINodeRelationsOnOldNode->GetAllRightRelations(&Relations, TRUE, ALL_NODES))) {
                 for (const CATBaseUnknown_var& spRelation : Relations) {
                     m_pIndex->NodeWasRead(KeyOf(spRelation));
                 }

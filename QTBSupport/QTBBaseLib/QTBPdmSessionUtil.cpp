@@ -30,18 +30,13 @@ HRESULT Report(const char* msgId, const CATUnicodeString& usParameter)
     return CATError::GetReturn(2, pError, nullptr, __FILE__, __LINE__);
 }
 
-// Where the schema keeps a setting.
+// What the setting is called in a schema file.
 const char* NameOfSetting(QTBPdmSessionStringAttr attr)
 {
-    switch (attr) {
-    case QTB_PDM_SESSION_PART_NUMBER_ATTR:
-        return "partNumberAttr";
-    case QTB_PDM_SESSION_INSTANCE_NAME_ATTR:
-        return "instanceNameAttr";
-    case QTB_PDM_SESSION_FILE_NAME_ATTR:
-        return "fileNameAttr";
-    case QTB_PDM_SESSION_PART_CLASS:
-        return "partClass";
+    for (const QTBSchema::SessionSetting& setting : QTBSchema::SESSION_SETTINGS) {
+        if (setting.key == attr) {
+            return setting.attribute;
+        }
     }
     return "";
 }

@@ -107,15 +107,20 @@ HRESULT GetSubStructure(const QTBIRepNode_var& spIRepNode, bool bAllLevels,
     return S_OK;
 }
 
-// Whether the tree shows nothing but, at most, the placeholder of an empty graph.
-HRESULT ShowsPlaceholderOnly(const CATListValCATBaseUnknown_var& roots, unsigned char* pbPlaceholderOnly)
+// Whether the tree shows nothing but placeholders of an empty graph; each document that was opened made one.
+HRESULT ShowsPlaceholdersOnly(const CATListValCATBaseUnknown_var& roots, unsigned char* pbPlaceholdersOnly)
 {
-    *pbPlaceholderOnly = roots.Size() == 0 ? TRUE : FALSE;
-    if (roots.Size() != 1) {
-        return S_OK;
+    *pbPlaceholdersOnly = TRUE;
+    for (int i = 1; i <= roots.Size() && *pbPlaceholdersOnly != FALSE; ++i) {
+        const QTBIRepNode_var spIRepNode(roots[i]);
+        *pbPlaceholdersOnly = FALSE;
+        if (spIRepNode != NULL_var) {
+            if (const HRESULT hr = spIRepNode->IsRepDefaultNode(pbPlaceholdersOnly); FAILED(hr)) {
+                return hr;
+            }
+        }
     }
-    const QTBIRepNode_var spIRepNode(roots[1]);
-    return spIRepNode != NULL_var ? spIRepNode->IsRepDefaultNode(pbPlaceholderOnly) : S_OK;
+    return S_OK;
 }
 
 } // namespace
@@ -223,7 +228,7 @@ HRESULT QTBRepTreeUtil::UpdateQtbWindow(CATFrmWindow* pFrmWindow, const unsigned
     if (pNavigBox != nullptr && SUCCEEDED(GetRepNodeContOfWindow(pFrmWindow, &spIRepNodeCont))) {
         const std::unique_ptr<CATListValCATBaseUnknown_var> pShown(pNavigBox->GetAllRoots());
         unsigned char bTakeRoots = bTakeRootsAnew;
-        HRESULT hr = bTakeRoots != FALSE ? S_OK : ShowsPlaceholderOnly(*pShown, &bTakeRoots);
+        HRESULT hr = bTakeRoots != FALSE ? S_OK : ShowsPlaceholdersOnly(*pShown, &bTakeRoots);
         if (SUCCEEDED(hr) && bTakeRoots != FALSE) {
             unsigned char bOnlyAffectedByCurrentAction = FALSE;
             unsigned char bIgnoreWindow = TRUE;

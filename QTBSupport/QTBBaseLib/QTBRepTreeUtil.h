@@ -42,7 +42,7 @@ public:
     static HRESULT ParentCatDocObjIsInSession(const QTBIRepNode_var& spIRepNode, unsigned char* pbIsInSession);
 
     // Refreshes a PDM window's tree: everything on display is asked for its text and children again. With
-    // bTakeRootsAnew, or when the tree has no more than the placeholder, its roots are those of the document's rep
+    // bTakeRootsAnew, or when the tree shows no more than placeholders, its roots are those of the document's rep
     // node container. With bActivateWindow the window becomes the current one. Fails for a null window; a window
     // without a tree or without a PDM document has nothing to refresh.
     static HRESULT UpdateQtbWindow(CATFrmWindow* pFrmWindow, const unsigned char& bTakeRootsAnew,

@@ -66,6 +66,18 @@ public:
     // Null when the schema configures no behaviours.
     QTBCatiaNodeBehaviorDefinitions* GetCatiaNodeBehaviorDefinitionsPtr() const { return m_pBehaviors.get(); }
 
+    // The settings of the session and their XML attributes in a schema file.
+    struct SessionSetting
+    {
+        const char* attribute;
+        QTBPdmSessionStringAttr key;
+    };
+    static constexpr const char* PART_CLASS = "partClass";
+    static constexpr SessionSetting SESSION_SETTINGS[] = {{"partNumberAttr", QTB_PDM_SESSION_PART_NUMBER_ATTR},
+                                                          {"instanceNameAttr", QTB_PDM_SESSION_INSTANCE_NAME_ATTR},
+                                                          {"fileNameAttr", QTB_PDM_SESSION_FILE_NAME_ATTR},
+                                                          {PART_CLASS, QTB_PDM_SESSION_PART_CLASS}};
+
     // A setting of the session, empty when the schema does not define it.
     const CATUnicodeString& GetSessionValue(QTBPdmSessionStringAttr attr) const;
 

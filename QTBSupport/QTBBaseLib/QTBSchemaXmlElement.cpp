@@ -121,6 +121,20 @@ void QTBSchemaXmlElement::RefuseValue(const char* attribute, const CATUnicodeStr
                            "the value " + Quote(view.GetValue()) + " of the attribute " + Quote(attribute), usExpected};
 }
 
+void QTBSchemaXmlElement::RefuseSecond(bool isSecond) const
+{
+    if (isSecond) {
+        Refuse("a second element " + Quote(GetTagName()), "one at most");
+    }
+}
+
+void QTBSchemaXmlElement::RefuseSecondName(bool isSecond) const
+{
+    if (isSecond) {
+        RefuseValue("name", "a name that no other <" + CATUnicodeString::FromValidUtf8(GetTagName()) + "> here has");
+    }
+}
+
 std::size_t QTBSchemaXmlElement::GetOffset() const
 {
     // The parser knows where a tag's name begins, one byte behind the tag.

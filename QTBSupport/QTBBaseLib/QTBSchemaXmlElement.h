@@ -29,6 +29,14 @@ public:
     QTBSchemaXmlElement GetFirstChild() const { return QTBSchemaXmlElement(m_View.GetFirstChild()); }
     QTBSchemaXmlElement GetNextSibling() const { return QTBSchemaXmlElement(m_View.GetNextSibling()); }
 
+    template <class Visit>
+    void ForEachChild(Visit visit) const
+    {
+        for (QTBSchemaXmlElement child = GetFirstChild(); child; child = child.GetNextSibling()) {
+            visit(child);
+        }
+    }
+
     // Refuses other attributes and child elements than these, and text.
     void CheckForm(std::initializer_list<std::string_view> attributes,
                    std::initializer_list<std::string_view> children) const;
@@ -46,6 +54,9 @@ public:
     // Refuses the element, or the value of one of its attributes.
     [[noreturn]] void Refuse(const CATUnicodeString& usProblem, const CATUnicodeString& usExpected) const;
     [[noreturn]] void RefuseValue(const char* attribute, const CATUnicodeString& usExpected) const;
+    // Refuses an element that may stand once, or whose name may be given once, when it is the second.
+    void RefuseSecond(bool isSecond) const;
+    void RefuseSecondName(bool isSecond) const;
 
 private:
     std::size_t GetOffset() const;

@@ -5,6 +5,7 @@
 #include "CATError.h"
 #include "CATFrmEditor.h"
 #include "CATFrmLayout.h"
+#include "CATIProduct.h"
 #include "CATPathElement.h"
 #include "CATPathElementPool.h"
 #include "QTBIRepNode.h"
@@ -13,17 +14,28 @@
 
 namespace {
 
-// The objects above and including a rep node that the editor has no path to yet, the node first, and the path that they
-// continue (empty when the last one is a root). Fails for rep nodes that hang below themselves.
-HRESULT CollectPath(const QTBIRepNode_var& spIRepNode, const CATPathElementPool& pool,
+// The object above in the tree that shows an object: of a rep node or product; empty for a root and for anything else.
+CATBaseUnknown_var GetAbove(const CATBaseUnknown_var& spObject)
+{
+    const QTBIRepNode_var spIRepNode(spObject);
+    if (spIRepNode != NULL_var) {
+        QTBIRepNode_var spIRepNodeOnParent;
+        return SUCCEEDED(spIRepNode->GetParent(&spIRepNodeOnParent)) ? spIRepNodeOnParent : QTBIRepNode_var();
+    }
+    const CATIProduct_var spIProduct(spObject);
+    return spIProduct != NULL_var ? spIProduct->GetFatherProduct() : CATIProduct_var();
+}
+
+// The objects from the given one upwards that the editor has no path to yet, and the path that they continue, empty
+// when the last one is a root. Fails for an object that hangs below itself.
+HRESULT CollectPath(const CATBaseUnknown_var& spNode, const CATPathElementPool& pool,
                     std::vector<CATBaseUnknown_var>& objects, CATPathElement_var& spStart)
 {
-    // A node that is met a second time gives a circle away: every so often the one at hand is remembered.
+    // An object that is met a second time gives a circle away: every so often the one at hand is remembered.
     const CATBaseUnknown* pRemembered = nullptr;
     std::size_t nextToRemember = 1;
-    QTBIRepNode_var spIRepNodeOnPath = spIRepNode;
-    while (true) {
-        const CATBaseUnknown_var spObject(spIRepNodeOnPath);
+    CATBaseUnknown_var spObject = spNode;
+    while (spObject != NULL_var) {
         if (spObject.Get() == pRemembered) {
             return E_FAIL;
         }
@@ -31,24 +43,20 @@ HRESULT CollectPath(const QTBIRepNode_var& spIRepNode, const CATPathElementPool&
             pRemembered = spObject.Get();
             nextToRemember *= 2;
         }
-        QTBIRepNode_var spIRepNodeOnParent;
-        const bool bIsRoot = FAILED(spIRepNodeOnPath->GetParent(&spIRepNodeOnParent)) || spIRepNodeOnParent == NULL_var;
+        const CATBaseUnknown_var spAbove = GetAbove(spObject);
         spStart = CATPathElement_var::Adopt(pool.Find(spObject.Get()));
-        // A path that is known holds good as long as the node hangs where it hung.
         if (spStart != NULL_var) {
-            const CATPathElement* pAbove = spStart->GetParent();
-            if (bIsRoot ? pAbove == nullptr
-                        : pAbove != nullptr && pAbove->GetObject() == CATBaseUnknown_var(spIRepNodeOnParent)) {
+            // A path that is known holds good as long as the object hangs where it hung.
+            const CATPathElement* pKnownAbove = spStart->GetParent();
+            if ((pKnownAbove != nullptr ? pKnownAbove->GetObject() : CATBaseUnknown_var()) == spAbove) {
                 return S_OK;
             }
             spStart = NULL_var;
         }
         objects.push_back(spObject);
-        if (bIsRoot) {
-            return S_OK;
-        }
-        spIRepNodeOnPath = spIRepNodeOnParent;
+        spObject = spAbove;
     }
+    return S_OK;
 }
 
 // The root rep nodes of a window that stand for the part number or file name.
@@ -92,16 +100,13 @@ HRESULT QTBVisUtil::GetPathElementPtrFromNode(const CATBaseUnknown_var& spNode, 
     std::vector<CATBaseUnknown_var> objects;
     CATPathElement_var spPath;
     const QTBIRepNode_var spIRepNode(spNode);
-    if (spIRepNode == NULL_var) {
-        objects.push_back(spNode);
-    } else {
-        CATFrmEditor* pEditorOfNode = nullptr;
-        if (FAILED(spIRepNode->GetFrmEditorPtr(&pEditorOfNode)) || pEditorOfNode != pFrmEditor) {
-            return E_FAIL;
-        }
-        if (const HRESULT hr = CollectPath(spIRepNode, pool, objects, spPath); FAILED(hr)) {
-            return hr;
-        }
+    CATFrmEditor* pEditorOfRepNode = nullptr;
+    if (spIRepNode != NULL_var &&
+        (FAILED(spIRepNode->GetFrmEditorPtr(&pEditorOfRepNode)) || pEditorOfRepNode != pFrmEditor)) {
+        return E_FAIL;
+    }
+    if (const HRESULT hr = CollectPath(spNode, pool, objects, spPath); FAILED(hr)) {
+        return hr;
     }
     for (auto it = objects.rbegin(); it != objects.rend(); ++it) {
         spPath = CATPathElement_var::Adopt(pool.Get(spPath.Get(), *it));

@@ -13,9 +13,9 @@ class CATUnicodeString;
 class QTBBASELIB_API QTBVisUtil
 {
 public:
-    // The path that leads to a node in an editor: for a rep node from its root down, for any other component the
-    // component alone. *ppPathElement receives it with a reference, which the caller releases. Fails for an empty
-    // handle, null pointers and a rep node that the editor does not show.
+    // The path that leads to a node in an editor: for a rep node or a product from the root of its tree down, for any
+    // other component the component alone. *ppPathElement receives it with a reference, which the caller releases.
+    // Fails for an empty handle, null pointers and a rep node that the editor does not show.
     static HRESULT GetPathElementPtrFromNode(const CATBaseUnknown_var& spNode, CATFrmEditor* pFrmEditor,
                                              CATPathElement** ppPathElement);
 

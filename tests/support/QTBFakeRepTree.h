@@ -75,10 +75,10 @@ public:
     // Takes the rep node out of the graph, as a removed tree would be.
     HRESULT RecursiveRemoveRepTree(const QTBIRepNode_var& spIRepNode, const unsigned char* pbInformUser)
     {
-        const HRESULT hr = QTBFakeRepTree::Note(m_Name + ".RecursiveRemoveRepTree(" +
-                                                    QTBFakeRepTree::KeyOf(spIRepNode) +
-                                                    (*pbInformUser != FALSE ? ", inform)" : ")"),
-                                                "RecursiveRemoveRepTree");
+        const HRESULT hr =
+            QTBFakeRepTree::Note(m_Name + ".RecursiveRemoveRepTree(" + QTBFakeRepTree::KeyOf(spIRepNode) +
+                                     (*pbInformUser != FALSE ? ", inform)" : ")"),
+                                 "RecursiveRemoveRepTree");
         return FAILED(hr) ? hr : QTBINodeRelations_var(spIRepNode)->RemoveAllRels(nullptr);
     }
 

@@ -16,8 +16,8 @@
 #include "QTBIPdmRelNode.h"
 
 // Fixture with the project's message catalogs and schema and a fresh session: an empty PDM graph, no windows, no
-// connection to a PDM system, action index 0, debug output off. When a test ends the session is closed, and no component
-// may be alive that was not there before.
+// connection to a PDM system, action index 0, debug output off. When a test ends the session is closed, and no
+// component may be alive that was not there before.
 class QTBTestSession : public ::testing::Test
 {
 protected:

@@ -4,11 +4,14 @@
 #include <filesystem>
 #include <fstream>
 #include <iterator>
+#include <limits>
 #include <map>
+#include <numeric>
 #include <set>
 #include <sstream>
 #include <stdexcept>
 #include <unordered_map>
+#include <utility>
 
 #include <IFSelect_ReturnStatus.hxx>
 #include <Message.hxx>
@@ -22,6 +25,8 @@
 #include <StepRepr_NextAssemblyUsageOccurrence.hxx>
 #include <TCollection_HAsciiString.hxx>
 #include <XSControl_WorkSession.hxx>
+
+#include "CATStepTextCheck.h"
 
 namespace fs = std::filesystem;
 
@@ -42,15 +47,54 @@ CATUnicodeString ToText(const Handle(TCollection_HAsciiString) & text)
     return CATUnicodeString(view);
 }
 
+constexpr std::size_t NONE = static_cast<std::size_t>(-1);
+
+std::vector<std::vector<std::size_t>> ListChildren(const CATStepAssembly& assembly)
+{
+    std::vector<std::vector<std::size_t>> children(assembly.products.size());
+    for (const CATStepUsage& usage : assembly.usages) {
+        children[usage.parent].push_back(usage.child);
+    }
+    return children;
+}
+
+// The products from the roots down, parents before children. Products in a loop, and all below, are left out.
+// missingParents receives how many parents of each product are left out.
+std::vector<std::size_t> SortDownwards(const CATStepAssembly& assembly, std::vector<std::size_t>* pMissingParents)
+{
+    const std::vector<std::vector<std::size_t>> children = ListChildren(assembly);
+    std::vector<std::size_t> parents(assembly.products.size(), 0);
+    for (const CATStepUsage& usage : assembly.usages) {
+        ++parents[usage.child];
+    }
+    std::vector<std::size_t> sorted = assembly.roots;
+    for (std::size_t next = 0; next < sorted.size(); ++next) {
+        for (const std::size_t child : children[sorted[next]]) {
+            if (--parents[child] == 0) {
+                sorted.push_back(child);
+            }
+        }
+    }
+    if (pMissingParents != nullptr) {
+        *pMissingParents = std::move(parents);
+    }
+    return sorted;
+}
+
 class StructureReader
 {
 public:
     CATStepAssembly Read(const fs::path& path)
     {
-        ReadFile(path);
+        m_Files[fs::weakly_canonical(path).string()] = ReadFile(path);
+        // Files refer to further files, in chains of any length.
+        for (std::size_t next = 0; next < m_References.size(); ++next) {
+            ReadFileReferredTo(m_References[next]);
+        }
         if (m_Assembly.products.empty()) {
             throw std::runtime_error(path.string() + ": the file holds no product");
         }
+        MergeProductsOfOneFile();
         FindRoots(path);
         NameInstances();
         return std::move(m_Assembly);
@@ -66,10 +110,20 @@ private:
         std::unordered_map<const void*, std::size_t> products;
     };
 
-    void ReadFile(const fs::path& path)
+    // A product whose content stands in another file.
+    struct Reference
     {
-        // Text that is not UTF-8 is repaired before the reader sees it, which would decode it into other letters.
-        std::istringstream content(CATUnicodeString(ReadContent(path)).ConvertToChar());
+        std::size_t product;
+        fs::path path;
+    };
+
+    // Adds the products and usages of a file. Gives the product that the file is about, the first that is part of no
+    // other, NONE when there is none.
+    std::size_t ReadFile(const fs::path& path)
+    {
+        const std::size_t firstProduct = m_Assembly.products.size();
+        const std::size_t firstUsage = m_Assembly.usages.size();
+        std::istringstream content(ReadContent(path));
         STEPControl_Reader reader;
         IFSelect_ReturnStatus status = IFSelect_RetError;
         try {
@@ -100,24 +154,25 @@ private:
         if (occurrences.empty() && !definitions.empty()) {
             AddProduct(file, definitions.front());
         }
-        ReadExternalFiles(file, reader.WS());
+        CollectReferences(file, reader.WS());
+        return FindRootFrom(firstProduct, firstUsage);
     }
 
+    // Text that is not UTF-8 is repaired before the reader sees it, which would decode it into other letters.
     static std::string ReadContent(const fs::path& path)
     {
         std::ifstream stream(path, std::ios::binary);
         if (!stream || !fs::is_regular_file(path)) {
             throw std::runtime_error(path.string() + ": the file cannot be read");
         }
-        std::string content((std::istreambuf_iterator<char>(stream)), std::istreambuf_iterator<char>());
-        if (content.empty()) {
+        const std::string bytes((std::istreambuf_iterator<char>(stream)), std::istreambuf_iterator<char>());
+        if (bytes.empty()) {
             throw std::runtime_error(path.string() + ": the file is empty");
         }
-        // The reader tells nothing about a file that was cut off; its last statement tells.
-        constexpr std::string_view END_MARK = "END-ISO-10303-21";
-        if (content.rfind(END_MARK) == std::string::npos) {
-            throw std::runtime_error(path.string() + ": not a complete STEP file (" + std::string(END_MARK) +
-                                     " was expected at its end)");
+        std::string content(CATUnicodeString(std::string_view(bytes)).View());
+        if (const auto refusal = CATStepTextCheck::Check(content)) {
+            throw std::runtime_error(path.string() + ", line " + std::to_string(refusal->line) + ": " +
+                                     refusal->problem + "; expected was " + refusal->expected);
         }
         return content;
     }
@@ -173,7 +228,7 @@ private:
         m_Assembly.usages.push_back(added);
     }
 
-    void ReadExternalFiles(File& file, const Handle(XSControl_WorkSession) & session)
+    void CollectReferences(const File& file, const Handle(XSControl_WorkSession) & session)
     {
         STEPConstruct_ExternRefs references(session);
         references.LoadExternRefs();
@@ -185,59 +240,81 @@ private:
             }
             const auto known = file.products.find(definition.get());
             if (known != file.products.end()) {
-                ReadExternalFile(file.path.parent_path() / name, known->second);
+                m_References.push_back({known->second, file.path.parent_path() / name});
             }
         }
     }
 
-    // Continues the product with what its own file says: that file's root is the product.
-    void ReadExternalFile(const fs::path& path, std::size_t product)
+    // The product that a file is about stands for every product that refers to the file.
+    void ReadFileReferredTo(const Reference reference)
     {
-        m_Assembly.products[product].file = CATUnicodeString(path.filename().string());
-        if (!m_FilesRead.insert(fs::weakly_canonical(path).string()).second) {
+        m_Assembly.products[reference.product].file = CATUnicodeString(reference.path.filename().string());
+        if (!fs::exists(reference.path)) {
+            m_Missing.push_back(reference.product);
             return;
         }
-        if (!fs::exists(path)) {
-            m_Assembly.products[product].isBrokenLink = true;
-            return;
+        const auto [entry, isNew] = m_Files.try_emplace(fs::weakly_canonical(reference.path).string(), NONE);
+        std::size_t& root = entry->second;
+        if (isNew) {
+            root = ReadFile(reference.path);
         }
-        const std::size_t firstProduct = m_Assembly.products.size();
-        const std::size_t firstUsage = m_Assembly.usages.size();
-        ReadFile(path);
-        const std::size_t root = FindRootFrom(firstProduct, firstUsage);
-        if (root == m_Assembly.products.size()) {
-            return;
+        if (root != NONE) {
+            m_SameProducts.emplace_back(reference.product, root);
         }
-        for (std::size_t i = firstUsage; i < m_Assembly.usages.size(); ++i) {
-            if (m_Assembly.usages[i].parent == root) {
-                m_Assembly.usages[i].parent = product;
-            }
-        }
-        if (m_Assembly.products[product].version.IsEmpty()) {
-            m_Assembly.products[product].version = m_Assembly.products[root].version;
-        }
-        RemoveProduct(root);
     }
 
     std::size_t FindRootFrom(std::size_t firstProduct, std::size_t firstUsage) const
     {
-        for (std::size_t i = firstProduct; i < m_Assembly.products.size(); ++i) {
-            const bool isChild =
-                std::any_of(m_Assembly.usages.begin() + static_cast<std::ptrdiff_t>(firstUsage),
-                            m_Assembly.usages.end(), [i](const CATStepUsage& usage) { return usage.child == i; });
-            if (!isChild) {
-                return i;
-            }
+        std::vector<bool> isChild(m_Assembly.products.size() - firstProduct, false);
+        for (std::size_t i = firstUsage; i < m_Assembly.usages.size(); ++i) {
+            isChild[m_Assembly.usages[i].child - firstProduct] = true;
         }
-        return m_Assembly.products.size();
+        const auto root = std::find(isChild.begin(), isChild.end(), false);
+        return root != isChild.end() ? firstProduct + static_cast<std::size_t>(root - isChild.begin()) : NONE;
     }
 
-    void RemoveProduct(std::size_t removed)
+    // Products that stand for the same one become that which was read first. It keeps its texts, which are those of a
+    // file that refers to it; a version that they lack comes from the others.
+    void MergeProductsOfOneFile()
     {
-        m_Assembly.products.erase(m_Assembly.products.begin() + static_cast<std::ptrdiff_t>(removed));
+        std::vector<CATStepProduct>& products = m_Assembly.products;
+        std::vector<std::size_t> first(products.size());
+        std::iota(first.begin(), first.end(), std::size_t{0});
+        const auto find = [&first](std::size_t i) {
+            while (first[i] != i) {
+                i = first[i] = first[first[i]];
+            }
+            return i;
+        };
+        for (const auto& [a, b] : m_SameProducts) {
+            const std::size_t firstOfA = find(a);
+            const std::size_t firstOfB = find(b);
+            first[std::max(firstOfA, firstOfB)] = std::min(firstOfA, firstOfB);
+        }
+        std::vector<bool> hasFile(products.size(), false);
+        for (const auto& same : m_SameProducts) {
+            hasFile[find(same.first)] = true;
+        }
+        for (const std::size_t product : m_Missing) {
+            products[find(product)].isBrokenLink = !hasFile[find(product)];
+        }
+        std::vector<std::size_t> newPositions(products.size());
+        std::vector<CATStepProduct> kept;
+        for (std::size_t i = 0; i < products.size(); ++i) {
+            const std::size_t representative = find(i);
+            if (representative == i) {
+                newPositions[i] = kept.size();
+                kept.push_back(products[i]);
+            } else {
+                newPositions[i] = newPositions[representative];
+                CATStepProduct& product = kept[newPositions[i]];
+                product.version = product.version.IsEmpty() ? products[i].version : product.version;
+            }
+        }
+        products = std::move(kept);
         for (CATStepUsage& usage : m_Assembly.usages) {
-            usage.parent -= usage.parent > removed ? 1 : 0;
-            usage.child -= usage.child > removed ? 1 : 0;
+            usage.parent = newPositions[usage.parent];
+            usage.child = newPositions[usage.child];
         }
     }
 
@@ -255,33 +332,28 @@ private:
         CheckForLoops(path);
     }
 
-    // Takes away products without parent, again and again; what stays is part of a loop.
+    // Each product that is left out has a parent that is left out, so the way up from any of them runs into a loop.
     void CheckForLoops(const fs::path& path) const
     {
-        std::vector<std::vector<std::size_t>> children(m_Assembly.products.size());
-        std::vector<std::size_t> parents(m_Assembly.products.size(), 0);
-        for (const CATStepUsage& usage : m_Assembly.usages) {
-            children[usage.parent].push_back(usage.child);
-            ++parents[usage.child];
+        std::vector<std::size_t> parents;
+        if (SortDownwards(m_Assembly, &parents).size() == m_Assembly.products.size()) {
+            return;
         }
-        std::vector<std::size_t> free = m_Assembly.roots;
-        std::size_t taken = 0;
-        while (!free.empty()) {
-            const std::size_t product = free.back();
-            free.pop_back();
-            ++taken;
-            for (const std::size_t child : children[product]) {
-                if (--parents[child] == 0) {
-                    free.push_back(child);
-                }
+        std::vector<std::size_t> parentOf(m_Assembly.products.size(), NONE);
+        for (const CATStepUsage& usage : m_Assembly.usages) {
+            if (parents[usage.parent] > 0) {
+                parentOf[usage.child] = usage.parent;
             }
         }
-        if (taken != m_Assembly.products.size()) {
-            const auto looped = std::find_if(parents.begin(), parents.end(), [](std::size_t n) { return n > 0; });
-            const auto index = static_cast<std::size_t>(looped - parents.begin());
-            throw std::runtime_error(path.string() + ": the product \"" +
-                                     std::string(m_Assembly.products[index].name.View()) + "\" contains itself");
+        const auto looped = std::find_if(parents.begin(), parents.end(), [](std::size_t n) { return n > 0; });
+        auto current = static_cast<std::size_t>(looped - parents.begin());
+        std::vector<bool> isSeen(m_Assembly.products.size(), false);
+        while (!isSeen[current]) {
+            isSeen[current] = true;
+            current = parentOf[current];
         }
+        throw std::runtime_error(path.string() + ": the product \"" +
+                                 std::string(m_Assembly.products[current].name.View()) + "\" contains itself");
     }
 
     // A name made for an instance is the child's name, a dot and the first number that no sibling uses.
@@ -307,47 +379,47 @@ private:
     }
 
     CATStepAssembly m_Assembly;
-    std::set<std::string> m_FilesRead;
+    // The product that each file read is about, NONE for a file without one.
+    std::map<std::string, std::size_t> m_Files;
+    // Grows while it is worked on.
+    std::vector<Reference> m_References;
+    std::vector<std::pair<std::size_t, std::size_t>> m_SameProducts;
+    std::vector<std::size_t> m_Missing;
 };
 
 } // namespace
 
 std::size_t CATStepAssembly::CountOccurrences() const
 {
-    std::vector<std::vector<std::size_t>> children(products.size());
-    for (const CATStepUsage& usage : usages) {
-        children[usage.parent].push_back(usage.child);
+    constexpr std::size_t MANY = std::numeric_limits<std::size_t>::max();
+    const auto add = [](std::size_t a, std::size_t b) { return a > MANY - b ? MANY : a + b; };
+    const std::vector<std::vector<std::size_t>> children = ListChildren(*this);
+    std::vector<std::size_t> occurrences(products.size(), 0);
+    for (const std::size_t root : roots) {
+        occurrences[root] = 1;
     }
     std::size_t count = 0;
-    std::vector<std::size_t> open = roots;
-    while (!open.empty()) {
-        const std::size_t product = open.back();
-        open.pop_back();
-        count += children[product].size();
-        open.insert(open.end(), children[product].begin(), children[product].end());
+    for (const std::size_t product : SortDownwards(*this, nullptr)) {
+        for (const std::size_t child : children[product]) {
+            occurrences[child] = add(occurrences[child], occurrences[product]);
+            count = add(count, occurrences[product]);
+        }
     }
     return count;
 }
 
 std::size_t CATStepAssembly::GetDepth() const
 {
-    std::vector<std::vector<std::size_t>> children(products.size());
-    for (const CATStepUsage& usage : usages) {
-        children[usage.parent].push_back(usage.child);
-    }
+    const std::vector<std::vector<std::size_t>> children = ListChildren(*this);
+    std::vector<std::size_t> depths(products.size(), 0);
     std::size_t depth = 0;
-    std::set<std::size_t> level(roots.begin(), roots.end());
-    while (true) {
-        std::set<std::size_t> next;
-        for (const std::size_t product : level) {
-            next.insert(children[product].begin(), children[product].end());
+    for (const std::size_t product : SortDownwards(*this, nullptr)) {
+        for (const std::size_t child : children[product]) {
+            depths[child] = std::max(depths[child], depths[product] + 1);
+            depth = std::max(depth, depths[child]);
         }
-        if (next.empty()) {
-            return depth;
-        }
-        ++depth;
-        level = std::move(next);
     }
+    return depth;
 }
 
 CATStepAssembly CATReadStepAssembly(const std::string& path)

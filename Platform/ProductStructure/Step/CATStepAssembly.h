@@ -44,7 +44,8 @@ struct PLATFORM_API CATStepAssembly
     std::vector<CATStepUsage> usages;
     std::vector<std::size_t> roots;
 
-    // Occurrences of all products below the roots, repeats counted, roots left out.
+    // Occurrences of all products below the roots, repeats counted, roots left out; the greatest number there is when
+    // there are more.
     std::size_t CountOccurrences() const;
 
     // Longest path from a root to a leaf, in usages.
@@ -52,7 +53,8 @@ struct PLATFORM_API CATStepAssembly
 };
 
 // Reads the structure; shapes are not looked at. Texts that are not valid UTF-8 are repaired, names that a file leaves
-// empty are filled as CATStepNameOrigin says. Files referred to are looked for beside the file that refers to them.
-// Raises std::runtime_error, with the path and the reason, for a file that is missing, empty, truncated, not STEP or
-// without any product, and for a structure in which a product contains itself.
+// empty are filled as CATStepNameOrigin says. Files referred to are looked for beside the file that refers to them; all
+// products that refer to one file are one product, described as where it was first met.
+// Raises std::runtime_error for a file that is missing, empty, truncated, not STEP or without any product, and for a
+// structure in which a product contains itself. Its text names the file, the line where there is one, and the reason.
 PLATFORM_API CATStepAssembly CATReadStepAssembly(const std::string& path);

@@ -9,6 +9,11 @@
 
 QTBEInitOnDoc::~QTBEInitOnDoc()
 {
+    ReleaseRepNodeCont();
+}
+
+void QTBEInitOnDoc::ReleaseRepNodeCont()
+{
     if (m_pRepNodeCont != NULL) {
         m_pRepNodeCont->Release();
         m_pRepNodeCont = NULL;
@@ -34,6 +39,8 @@ void QTBEInitOnDoc::InitGuarded()
     QTB_RAISE_CALL(QTBGlobVarsUtil::GetGlobalPdmNodeContainer, &spIPdmNodeCont);
     QTB_RAISE_CALL(spIPdmNodeCont->CreateDefaultRootNode);
 
+    // There is one already when the frame initialises a document twice.
+    ReleaseRepNodeCont();
     QTB_RAISE_CALL(::CATInstantiateComponent, "QTBRepNodeCont", CLSID_CATBaseUnknown,
                    reinterpret_cast<void**>(&m_pRepNodeCont));
     const QTBIRepNodeCont_var spIRepNodeCont(m_pRepNodeCont);

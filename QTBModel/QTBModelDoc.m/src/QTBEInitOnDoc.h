@@ -21,6 +21,7 @@ public:
 
 private:
     void InitGuarded();
+    void ReleaseRepNodeCont();
 
     CATBaseUnknown* m_pRepNodeCont = NULL;
 };

@@ -160,6 +160,8 @@ private:
     HRESULT SupersedeIfNecessary(int i, const CATBaseUnknown_var& spBaseUnknownOnNode);
     HRESULT IsInGraph(const CATBaseUnknown_var& spBaseUnknownOnNode, bool* pIsInGraph);
 
+    void RemoveOlderRelationsOf(const QTBIPdmObjNode_var& spIPdmObjNode, const unsigned char& bKeepNodeInContainer,
+                                const unsigned char& bInformUser);
     HRESULT RemoveRepNodesOf(QTBIPdmNode_var* pspIPdmNode, const unsigned char& bInformUser);
 
     QTBSchema* m_pSchema;

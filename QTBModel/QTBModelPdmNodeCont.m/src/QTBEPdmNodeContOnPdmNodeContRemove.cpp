@@ -8,6 +8,7 @@
 #include "QTBINodeRelations.h"
 #include "QTBIPdmNodeCont.h"
 #include "QTBIPdmObjNode.h"
+#include "QTBIPdmRelNode.h"
 #include "QTBIRepNode.h"
 #include "QTBIRepNodeCont.h"
 #include "QTBLoadManager.h"
@@ -94,6 +95,7 @@ HRESULT QTBEPdmNodeContOnPdmNodeCont::RemovePdmNodeFromContainer(QTBIPdmNode_var
     const QTBIPdmObjNode_var spIPdmObjNode(*pspIPdmNode);
     if (spIPdmObjNode != NULL_var) {
         QTB_REPORT_CALL(spIPdmObjNode->RemoveAllAdjacentPdmRelNodes, bKeepNodeInContainer, bInformUser);
+        RemoveOlderRelationsOf(spIPdmObjNode, bKeepNodeInContainer, bInformUser);
     }
     if (const HRESULT hr = RemoveRepNodesOf(pspIPdmNode, bInformUser); FAILED(hr)) {
         return hr;
@@ -108,6 +110,26 @@ HRESULT QTBEPdmNodeContOnPdmNodeCont::RemovePdmNodeFromContainer(QTBIPdmNode_var
     QTB_INTERFACE(spINodeRelationsOnPdmNode);
     QTB_CALL(spINodeRelationsOnPdmNode->RemoveAllRels, NULL);
     return QTB_SUCCESS;
+}
+
+// An object gives those of its relations that the newest action has read; the others must not stay behind with one end.
+void QTBEPdmNodeContOnPdmNodeCont::RemoveOlderRelationsOf(const QTBIPdmObjNode_var& spIPdmObjNode,
+                                                          const unsigned char& bKeepNodeInContainer,
+                                                          const unsigned char& bInformUser)
+{
+    const QTBINodeRelations_var spINodeRelations(spIPdmObjNode);
+    if (spINodeRelations == NULL_var) {
+        return;
+    }
+    CATListValCATBaseUnknown_var ListOfRelations;
+    QTB_REPORT_CALL(spINodeRelations->GetAllLeftRelations, &ListOfRelations, TRUE, ALL_NODES);
+    QTB_REPORT_CALL(spINodeRelations->GetAllRightRelations, &ListOfRelations, TRUE, ALL_NODES);
+    for (const CATBaseUnknown_var& spBaseUnknownOnRelation : ListOfRelations) {
+        if (QTBIPdmRelNode_var(spBaseUnknownOnRelation) != NULL_var) {
+            QTBIPdmNode_var spIPdmNode(spBaseUnknownOnRelation);
+            QTB_REPORT_CALL(RemoveNodeFromPdmGraph, &spIPdmNode, FALSE, bKeepNodeInContainer, bInformUser, NULL);
+        }
+    }
 }
 
 // Every tree window loses the branches that show the node.

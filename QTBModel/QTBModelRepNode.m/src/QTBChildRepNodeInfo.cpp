@@ -64,7 +64,8 @@ HRESULT QTBChildRepNodeInfo::GetChildRepNodes(CATListValCATBaseUnknown_var* pMos
         QTB_CALL(spIRepNodeOnChildNode->GetPdmNodeActionIndex, &actionIndex);
         int currentActionIndex = 0;
         QTB_CALL(QTBGlobVarsUtil::GetCurrentActionIndex, &currentActionIndex);
-        const bool isRecent = currentActionIndex - actionIndex < RECENT_ACTIONS;
+        // In a wider type: a record may bring any index.
+        const bool isRecent = static_cast<long long>(currentActionIndex) - actionIndex < RECENT_ACTIONS;
         (isRecent ? pMostRecentlyUpdatedChildNodes : pOlderChildNodes)->Append(spChildNode);
     }
     return QTB_SUCCESS;

@@ -88,12 +88,7 @@ public:
     HRESULT GetPdmNodeActionIndex(int* pActionIndex);
     HRESULT PdmNodeIsIsAffectedByCurrentAction(unsigned char* pbIsAffected);
 
-private:
-    // One object rep node of a clean-up that is under way: its groups of children and how far they have been treated.
-    struct CleanUpLevel;
-
-    // Leaves a relation rep node with the one child that the newest action read; see GetDirectChildren.
-    HRESULT RemoveSurplusChildren(CATListValCATBaseUnknown_var* pListOfRepNodes);
+    // Steps of the operations above, for this class and its tests.
 
     // The PDM node through the key kept for the case that its link is gone. Quiet failure without such a key.
     HRESULT GetPdmNodeByKey(QTBIPdmNode_var* pspIPdmNode, unsigned char* pbNodeExists);
@@ -109,14 +104,23 @@ private:
     HRESULT GetChildRepNodeInfo(const CATListValCATBaseUnknown_var& ListOfDirectChildren,
                                 const CATListValQTBNodeRelationInfo& NodeRelationInfos,
                                 CATListValQTBChildRepNodeInfo* pChildRepNodeInfoList);
+
+    HRESULT EmptyPSO();
+    // Marks the node in its window's editor; a node without editor is none to mark.
+    HRESULT Highlight(QTBIRepNode_var* pspIRepNode, unsigned char* pbEmptyHSO);
+
+private:
+    // One object rep node of a clean-up that is under way: its groups of children and how far they have been treated.
+    struct CleanUpLevel;
+
+    // Leaves a relation rep node with the one child that the newest action read; see GetDirectChildren.
+    HRESULT RemoveSurplusChildren(CATListValCATBaseUnknown_var* pListOfRepNodes);
+
     // The relation rep nodes below an object rep node that show one of the relations, group by group.
     HRESULT GetRelationChildren(const QTBIRepNode_var& spIRepNode,
                                 const CATListValQTBNodeRelationInfo& NodeRelationInfos,
                                 CATListValCATBaseUnknown_var* pRelationChildren);
     HRESULT OpenCleanUpLevel(const QTBIRepNode_var& spIRepNode, CleanUpLevel* pLevel);
-
-    HRESULT EmptyPSO();
-    HRESULT Highlight(QTBIRepNode_var* pspIRepNode, unsigned char* pbEmptyHSO);
 
     CATFrmWindow* m_pFrmWindow = NULL;
     CATListValQTBNodeRelationInfo m_PdmRelationsToBeDisplayed;

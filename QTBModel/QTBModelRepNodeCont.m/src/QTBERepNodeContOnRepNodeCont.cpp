@@ -552,7 +552,7 @@ HRESULT QTBERepNodeContOnRepNodeCont::FindCorrespondingRepNode(const QTBIRepNode
 {
     QTB_SCOPE("QTBERepNodeContOnRepNodeCont::FindCorrespondingRepNode");
     *pspIRepNode = NULL_var;
-    // Those of other windows are no children of the parent.
+    // Those of all windows: asking each of them for its container would take too long for a part that many places use.
     CATListValCATBaseUnknown_var RepNodes;
     QTB_CALL(spIPdmNodeOnChild->GetRepNodes, &RepNodes, NULL_var);
     if (RepNodes.Size() == 0) {
@@ -561,16 +561,18 @@ HRESULT QTBERepNodeContOnRepNodeCont::FindCorrespondingRepNode(const QTBIRepNode
     CATListValCATBaseUnknown_var DirectChildren;
     QTB_CALL(spIRepNodeOnParent->GetDirectChildren, &DirectChildren);
 
-    int shown = 0;
     if (DirectChildren.Size() < RepNodes.Size()) {
         const CATBaseUnknown_var spPdmNodeOnChild(spIPdmNodeOnChild);
+        int shown = 0;
         for (int i = DirectChildren.Size(); i >= 1; --i) {
             const QTBIRepNode_var spIRepNodeFromParent(DirectChildren[i]);
             QTB_INTERFACE(spIRepNodeFromParent);
+            const QTBINodeAttributes_var spIAttributeFromParent(DirectChildren[i]);
+            QTB_INTERFACE(spIAttributeFromParent);
             const QTBINodeRelations_var spINodeRelationsFromParent(DirectChildren[i]);
             unsigned char bShowsPdmNode = FALSE;
             spINodeRelationsFromParent->LeftNodeExists(QTBReservedNames::PDM_TO_REP, spPdmNodeOnChild, &bShowsPdmNode);
-            if (bShowsPdmNode != FALSE) {
+            if (bShowsPdmNode != FALSE && IsContainedHere(spIRepNodeFromParent)) {
                 *pspIRepNode = spIRepNodeFromParent;
                 ++shown;
             }
@@ -582,16 +584,24 @@ HRESULT QTBERepNodeContOnRepNodeCont::FindCorrespondingRepNode(const QTBIRepNode
 
     const QTBINodeRelations_var spINodeRelationsOnParent(spIRepNodeOnParent);
     for (int i = RepNodes.Size(); i >= 1; --i) {
+        const QTBIRepNode_var spIRepNodeFromPdmNode(RepNodes[i]);
+        QTB_INTERFACE(spIRepNodeFromPdmNode);
+        const QTBINodeAttributes_var spIAttributeFromPdmNode(RepNodes[i]);
+        QTB_INTERFACE(spIAttributeFromPdmNode);
         unsigned char bIsChild = FALSE;
         spINodeRelationsOnParent->RightNodeExists(QTBReservedNames::REP_TO_REP, RepNodes[i], &bIsChild);
-        if (bIsChild != FALSE) {
-            const QTBIRepNode_var spIRepNodeFromPdmNode(RepNodes[i]);
-            QTB_INTERFACE(spIRepNodeFromPdmNode);
+        if (bIsChild != FALSE && IsContainedHere(spIRepNodeFromPdmNode)) {
             *pspIRepNode = spIRepNodeFromPdmNode;
             break;
         }
     }
     return QTB_SUCCESS;
+}
+
+bool QTBERepNodeContOnRepNodeCont::IsContainedHere(const QTBIRepNode_var& spIRepNode)
+{
+    QTBIRepNodeCont_var spIRepNodeCont;
+    return SUCCEEDED(spIRepNode->GetRepNodeContainer(&spIRepNodeCont)) && spIRepNodeCont.GetImpl() == GetImpl();
 }
 
 HRESULT QTBERepNodeContOnRepNodeCont::CreateRelation(const CATUnicodeString& usRelationClass,

@@ -61,13 +61,7 @@ public:
     HRESULT GetId(int* pId);
     HRESULT CreateDefaultRootNode();
 
-private:
-    // What stays the same while a tree is expanded, and one rep node that is being expanded.
-    struct Expansion;
-    struct ExpansionLevel;
-    // The direction in which a relation is followed: names the operations of the PDM nodes and the texts of the checks.
-    struct LeftToRight;
-    struct RightToLeft;
+    // Steps of the operations above, for this class and its tests.
 
     HRESULT SetLinkToGlobalPdmNodeContainer();
     HRESULT RemoveLinkToGlobalPdmNodeContainer();
@@ -84,7 +78,6 @@ private:
     // Takes one rep node out of the container; its children are the caller's business. With *pbInformUser the
     // information list tells which products lose their counterpart.
     HRESULT RemoveRepNodeFromContainer(QTBIRepNode_var* pspIRepNode, unsigned char* pbInformUser);
-    HRESULT InformAboutProductsOf(const QTBIRepNode_var& spIRepNode, unsigned char* pbInformUser);
     // Removes all trees, and builds them again when asked to.
     HRESULT Clear(unsigned char* pbUpdateAfterwards);
 
@@ -102,6 +95,41 @@ private:
                                 unsigned char* pbWindowNeedsUpdate, CATListValCATBaseUnknown_var* pListOfRelRepNodes,
                                 CATListValCATBaseUnknown_var* pListOfObjRepNodes, unsigned char* pbAddNewNodes,
                                 unsigned char* pbCollectExistingChildren);
+    // The neighbours in the PDM graph that are to hang below a rep node and, parallel to them, the relations that they
+    // are shown for. Quiet failure for a relation of an unknown direction.
+    HRESULT GetPdmNodesToBeShownAsChildren(const QTBIRepNode_var& spIRepNode,
+                                           const CATListValQTBNodeRelationInfo& NodeRelationInfos,
+                                           CATListValCATBaseUnknown_var* pPdmNodesToBeShown,
+                                           CATListValQTBNodeRelationInfo* pPdmRelationsToBeShown);
+    // Adds those of the relations to an object rep node that its PDM object has.
+    static HRESULT SetRelationsToDisplay(const CATListValQTBNodeRelationInfo& NodeRelationInfos,
+                                         const QTBIRepNode_var* pspIRepNode);
+    // Sets the flag, never clears it, for a new relation rep node that continues the structure of its parent.
+    static HRESULT WindowNeedsToBeUpdated(const QTBIRepNode_var& spIRepNodeOnLeftRepNode,
+                                          const QTBIRepNode_var& spIRepNodeOnNewRepNode,
+                                          const QTBNodeRelationInfo& NodeRelationInfo,
+                                          unsigned char* pbWindowNeedsUpdate);
+    // Expands rep nodes along the relations of a level of a filtered structure, and their new objects along the next.
+    HRESULT UpdateRepNodeList(const CATListValCATBaseUnknown_var* pRepNodes, const CATListPtrQTBPdmTreeRel& PdmTreeRels,
+                              const CATListValQTBNodeRelationInfo& NodeRelInfos);
+
+    HRESULT DeExpandRootRepNode(QTBIRepNode_var* pspIRepNode);
+    HRESULT DeExpandRelationNode(QTBIRepNode_var* pspIRepNode);
+
+    // Rep nodes on the path that is being expanded; 0 between updates.
+    int GetExpansionPathLength() const { return m_ExpansionTable.Size(); }
+
+private:
+    // What stays the same while a tree is expanded, and one rep node that is being expanded.
+    struct Expansion;
+    struct ExpansionLevel;
+    // The direction in which a relation is followed: names the operations of the PDM nodes and the texts of the checks.
+    struct LeftToRight;
+    struct RightToLeft;
+
+    HRESULT InformAboutProductsOf(const QTBIRepNode_var& spIRepNode, unsigned char* pbInformUser);
+    bool IsContainedHere(const QTBIRepNode_var& spIRepNode);
+
     // The expansion: creates the missing rep nodes below a rep node. Walks with a stack of its own.
     HRESULT RecursiveUpdateRepTreeAdd(const Expansion& expansion, const QTBIRepNode_var& spIRepNodeOnParent);
     HRESULT EnterLevel(const Expansion& expansion, ExpansionLevel* pLevel);
@@ -112,28 +140,13 @@ private:
                          bool isStart, bool* pClosesCircle);
     HRESULT LeavePath(const CATUnicodeString& usKey);
 
-    HRESULT GetPdmNodesToBeShownAsChildren(const QTBIRepNode_var& spIRepNode,
-                                           const CATListValQTBNodeRelationInfo& NodeRelationInfos,
-                                           CATListValCATBaseUnknown_var* pPdmNodesToBeShown,
-                                           CATListValQTBNodeRelationInfo* pPdmRelationsToBeShown);
     template <class Direction>
     HRESULT GetNeighbours(const CATBaseUnknown_var& spPdmNode, const CATUnicodeString& usRelationName,
                           CATListValCATBaseUnknown_var* pNeighbours);
     HRESULT IsToBeShown(const QTBIRepNode_var& spIRepNode, const QTBIPdmNode_var& spIPdmNodeOnCurrentNode,
                         bool* pIsToBeShown);
-    static HRESULT SetRelationsToDisplay(const CATListValQTBNodeRelationInfo& NodeRelationInfos,
-                                         const QTBIRepNode_var* pspIRepNode);
-    static HRESULT WindowNeedsToBeUpdated(const QTBIRepNode_var& spIRepNodeOnLeftRepNode,
-                                          const QTBIRepNode_var& spIRepNodeOnNewRepNode,
-                                          const QTBNodeRelationInfo& NodeRelationInfo,
-                                          unsigned char* pbWindowNeedsUpdate);
     // Shows the window's tree again when it changed, ends the action, and reports a reached expansion level.
     HRESULT FinishUpdate(bool windowNeedsUpdate);
-    HRESULT UpdateRepNodeList(const CATListValCATBaseUnknown_var* pRepNodes, const CATListPtrQTBPdmTreeRel& PdmTreeRels,
-                              const CATListValQTBNodeRelationInfo& NodeRelInfos);
-
-    HRESULT DeExpandRootRepNode(QTBIRepNode_var* pspIRepNode);
-    HRESULT DeExpandRelationNode(QTBIRepNode_var* pspIRepNode);
 
     CATFrmWindow* m_pQtbFrmNavigGraphicWindow = NULL;
     QTBIPdmNodeCont_var m_spIPdmNodeCont;

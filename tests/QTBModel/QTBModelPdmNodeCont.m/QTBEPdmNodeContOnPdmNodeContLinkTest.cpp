@@ -1,6 +1,5 @@
 #include <gmock/gmock.h>
 
-#include "CATError.h"
 #include "QTBFakeCommunication.h"
 #include "QTBFakeRepTree.h"
 #include "QTBINodeRelations.h"
@@ -16,9 +15,6 @@ using ::testing::Not;
 
 namespace {
 
-constexpr const char* ASSERTION = "AssertionFailedERR_1003";
-constexpr const char* RESULT = "HResultFailedERR_1001";
-constexpr const char* NO_INTERFACE = "NoInterfaceERR_1002";
 constexpr const char* PREFIX = "QTBEPdmNodeContOnPdmNodeCont::ReplaceNodesIfNecessary -> i:";
 
 class PdmGraphLink : public QTBPdmNodeContAccess
@@ -42,7 +38,8 @@ TEST_F(PdmGraphLink, ANewVersionInheritsTheRelationsAndRepNodesOfTheOldOne)
     EXPECT_THAT(LeftKeys("A2", "PartPart"), ElementsAre("LA"));
     EXPECT_THAT(RightKeys("A2", "PartPart"), ElementsAre("AR"));
     EXPECT_THAT(RightKeys("A2", "PdmToRep"), ElementsAre("A1-Rep-1"));
-    EXPECT_THAT(capture.Lines(), Contains(PREFIX + std::string("1 -> checking whether superseding node is necessary:")));
+    EXPECT_THAT(capture.Lines(),
+                Contains(PREFIX + std::string("1 -> checking whether superseding node is necessary:")));
     EXPECT_THAT(capture.Lines(), Contains(PREFIX + std::string("1 -> superseding node")));
     EXPECT_THAT(capture.Lines(), Contains(HasSubstr("QTBEPdmNodeContOnPdmNodeCont::ReplaceNodesIfNecessary -> "
                                                     "replacing object ")));
@@ -71,9 +68,9 @@ TEST_F(PdmGraphLink, ASupersededKeyThatIsNotInTheGraphIsSkipped)
     DebugCapture capture;
     Update(Part("B") + Superseding("A2", "A1"));
     EXPECT_THAT(AllKeys(), ElementsAre("A2", "B"));
-    EXPECT_THAT(capture.Lines(), Contains(testing::AllOf(testing::StartsWith(PREFIX +
-                                                                             std::string("2: node superseded by ")),
-                                                         testing::EndsWith(" not found, continuing !"))));
+    EXPECT_THAT(capture.Lines(),
+                Contains(testing::AllOf(testing::StartsWith(PREFIX + std::string("2: node superseded by ")),
+                                        testing::EndsWith(" not found, continuing !"))));
 }
 
 TEST_F(PdmGraphLink, ANodeWithoutTheInfoAttributeSupersedesNothing)
@@ -128,11 +125,11 @@ TEST_F(PdmGraphLink, ARelationWhoseObjectsAreNotInTheGraphIsDroppedByTheSameUpda
 {
     CATListValCATBaseUnknown_var Relations;
     DebugCapture capture;
-    EXPECT_THAT(GetPdmNodeCont()->UpdatePdmGraph(
-                    CATUnicodeString(Answer(Part("A") + Part("B") + PartPart("AX", "A", "X") + PartPart("AB", "A", "B") +
-                                            PartPart("XB", "X", "B"))),
-                    nullptr, &Relations),
-                Succeeds());
+    EXPECT_THAT(
+        GetPdmNodeCont()->UpdatePdmGraph(CATUnicodeString(Answer(Part("A") + Part("B") + PartPart("AX", "A", "X") +
+                                                                 PartPart("AB", "A", "B") + PartPart("XB", "X", "B"))),
+                                         nullptr, &Relations),
+        Succeeds());
     EXPECT_THAT(AllKeys(), ElementsAre("A", "AB", "B"));
     EXPECT_THAT(KeysOf(Relations), ElementsAre("AB"));
     EXPECT_THAT(capture.Lines(), Contains("QTBEPdmNodeContOnPdmNodeCont::UpdateNodeRelations -> "
@@ -170,10 +167,10 @@ TEST_F(PdmGraphLink, LinkingChecksItsArguments)
 {
     QTBIPdmRelNode_var spIPdmRelNode;
     EXPECT_THAT(Extension()->UpdateNodeRelations(static_cast<CATListValCATBaseUnknown_var*>(nullptr)),
-                FailsWith(ASSERTION, "pListOfNodes"));
+                FailsAssertion("pListOfNodes"));
     EXPECT_THAT(Extension()->UpdateNodeRelations(static_cast<QTBIPdmRelNode_var*>(nullptr)),
-                FailsWith(ASSERTION, "pspIPdmRelNodeOnNode != NULL"));
-    EXPECT_THAT(Extension()->UpdateNodeRelations(&spIPdmRelNode), FailsWith(NO_INTERFACE, "*pspIPdmRelNodeOnNode"));
+                FailsAssertion("pspIPdmRelNodeOnNode != NULL"));
+    EXPECT_THAT(Extension()->UpdateNodeRelations(&spIPdmRelNode), LacksInterface("*pspIPdmRelNodeOnNode"));
 }
 
 TEST_F(PdmGraphLink, ARelationThatCannotBeLinkedFailsQuietly)
@@ -214,18 +211,17 @@ TEST_F(PdmGraphLink, RefreshingANodeWhoseKeyHasLeftTheGraphFails)
     QTBIPdmNode_var spOld = PdmNode("A1");
     Update(Superseding("A2", "A1"));
     QTBIPdmNode_var spNew;
-    EXPECT_THAT(GetPdmNodeCont()->RefreshPdmNode(&spOld, &spNew), FailsWith(ASSERTION, "bNodeExists"));
+    EXPECT_THAT(GetPdmNodeCont()->RefreshPdmNode(&spOld, &spNew), FailsAssertion("bNodeExists"));
 }
 
 TEST_F(PdmGraphLink, RefreshingChecksItsArguments)
 {
     QTBIPdmNode_var spOld;
     QTBIPdmNode_var spNew;
-    EXPECT_THAT(GetPdmNodeCont()->RefreshPdmNode(nullptr, &spNew), FailsWith(ASSERTION, "pspIPdmNodeOnOldNode != NULL"));
-    EXPECT_THAT(GetPdmNodeCont()->RefreshPdmNode(&spOld, &spNew), FailsWith(NO_INTERFACE, "*pspIPdmNodeOnOldNode"));
+    EXPECT_THAT(GetPdmNodeCont()->RefreshPdmNode(nullptr, &spNew), FailsAssertion("pspIPdmNodeOnOldNode != NULL"));
+    EXPECT_THAT(GetPdmNodeCont()->RefreshPdmNode(&spOld, &spNew), LacksInterface("*pspIPdmNodeOnOldNode"));
     spOld = CreateObject("A");
-    EXPECT_THAT(GetPdmNodeCont()->RefreshPdmNode(&spOld, nullptr),
-                FailsWith(ASSERTION, "pspIPdmNodeOnNewNode != NULL"));
+    EXPECT_THAT(GetPdmNodeCont()->RefreshPdmNode(&spOld, nullptr), FailsAssertion("pspIPdmNodeOnNewNode != NULL"));
 }
 
 TEST_F(PdmGraphLink, ACreatedRelationIsReadFromThePdmSystemsAnswer)
@@ -238,8 +234,7 @@ TEST_F(PdmGraphLink, ACreatedRelationIsReadFromThePdmSystemsAnswer)
     EXPECT_THAT(
         GetPdmNodeCont()->CreateRelationInPdmGraph("PartPart", ObjNode("A"), ObjNode("B"), "<a name='Quantity'>1</a>"),
         Succeeds());
-    EXPECT_THAT(QTBFakeCommunication::Calls(),
-                ElementsAre("CreateRelation(PartPart, A, B, <a name='Quantity'>1</a>)"));
+    EXPECT_THAT(QTBFakeCommunication::Calls(), ElementsAre("CreateRelation(PartPart, A, B, <a name='Quantity'>1</a>)"));
     EXPECT_THAT(RightKeys("A", "PartPart"), ElementsAre("AB"));
     EXPECT_EQ(CurrentActionIndex(), iBefore + 1);
     EXPECT_THAT(capture.Lines(), Contains("QTBEPdmNodeContOnPdmNodeCont::CreateRelationInPdmGraph -> (1) / (1)"));
@@ -258,9 +253,9 @@ TEST_F(PdmGraphLink, CreatingARelationFailsWithItsSteps)
     }
     const QTBFakeCommunication communication;
     QTBFakeCommunication::AnswerWith("<answer/>");
-    EXPECT_THAT(create(), FailsWith(ASSERTION, "ListOfFunctionNodes.Size() == 1"));
+    EXPECT_THAT(create(), FailsAssertion("ListOfFunctionNodes.Size() == 1"));
     QTBFakeCommunication::Refuse();
-    EXPECT_THAT(create(), FailsWith(RESULT, "spICommunicationServicesOnComm->CreateRelation"));
+    EXPECT_THAT(create(), FailsCall("spICommunicationServicesOnComm->CreateRelation"));
 }
 
 } // namespace

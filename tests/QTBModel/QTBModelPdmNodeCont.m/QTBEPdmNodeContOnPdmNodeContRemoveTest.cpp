@@ -18,10 +18,6 @@ using ::testing::Not;
 
 namespace {
 
-constexpr const char* ASSERTION = "AssertionFailedERR_1003";
-constexpr const char* RESULT = "HResultFailedERR_1001";
-constexpr const char* NO_INTERFACE = "NoInterfaceERR_1002";
-
 class PdmGraphRemoval : public QTBPdmNodeContAccess
 {
 protected:
@@ -55,6 +51,13 @@ TEST_F(PdmGraphRemoval, AnObjectGoesWithItsRelationsOnBothSides)
     EXPECT_THAT(AllKeys(), ElementsAre("L", "LR", "R"));
     EXPECT_THAT(RightKeys("L", "PartPart"), ElementsAre("LR"));
     EXPECT_THAT(LeftKeys("R", "PartPart"), ElementsAre("LR"));
+}
+
+TEST_F(PdmGraphRemoval, RelationsOfEarlierActionsGoToo)
+{
+    Update(Part("X") + PartPart("AX", "A", "X"));
+    EXPECT_THAT(Remove("A"), Succeeds());
+    EXPECT_THAT(AllKeys(), ElementsAre("L", "LR", "R", "X"));
 }
 
 TEST_F(PdmGraphRemoval, AnObjectAndItsRelationsLoseTheirRepNodes)
@@ -112,23 +115,22 @@ TEST_F(PdmGraphRemoval, RemovingByKeyDoesTheSame)
     EXPECT_THAT(GetPdmNodeCont()->RemoveNodeFromPdmGraph("A", FALSE, FALSE, FALSE, nullptr), Succeeds());
     EXPECT_THAT(AllKeys(), ElementsAre("L", "LR", "R"));
     EXPECT_THAT(GetPdmNodeCont()->RemoveNodeFromPdmGraph("A", FALSE, FALSE, FALSE, nullptr),
-                FailsWith(ASSERTION, "bNodeExists"));
+                FailsAssertion("bNodeExists"));
     EXPECT_THAT(GetPdmNodeCont()->RemoveNodeFromPdmGraph("", FALSE, FALSE, FALSE, nullptr),
-                FailsWith(ASSERTION, "usPdmNodeKey != \"\""));
+                FailsAssertion("usPdmNodeKey != \"\""));
 }
 
 TEST_F(PdmGraphRemoval, RemovingChecksItsHandle)
 {
-    EXPECT_THAT(GetPdmNodeCont()->RemoveNodeFromPdmGraph(static_cast<QTBIPdmNode_var*>(nullptr), FALSE, FALSE, FALSE,
-                                                         nullptr),
-                FailsWith(ASSERTION, "pspIPdmNode != NULL"));
+    EXPECT_THAT(
+        GetPdmNodeCont()->RemoveNodeFromPdmGraph(static_cast<QTBIPdmNode_var*>(nullptr), FALSE, FALSE, FALSE, nullptr),
+        FailsAssertion("pspIPdmNode != NULL"));
     QTBIPdmNode_var spIPdmNode;
     EXPECT_THAT(GetPdmNodeCont()->RemoveNodeFromPdmGraph(&spIPdmNode, FALSE, FALSE, FALSE, nullptr),
-                FailsWith(NO_INTERFACE, "*pspIPdmNode"));
+                LacksInterface("*pspIPdmNode"));
     EXPECT_THAT(Extension()->RemovePdmNodeFromContainer(static_cast<QTBIPdmNode_var*>(nullptr), FALSE, FALSE),
-                FailsWith(ASSERTION, "pspIPdmNode"));
-    EXPECT_THAT(Extension()->RemoveNodeFromPdmSystem(&spIPdmNode, nullptr),
-                FailsWith(ASSERTION, "NULL_var != *pspIPdmNode"));
+                FailsAssertion("pspIPdmNode"));
+    EXPECT_THAT(Extension()->RemoveNodeFromPdmSystem(&spIPdmNode, nullptr), FailsAssertion("NULL_var != *pspIPdmNode"));
 }
 
 TEST_F(PdmGraphRemoval, AnUnknownKeyIsTakenOutOfTheContainerQuietly)
@@ -157,7 +159,7 @@ TEST_F(PdmGraphRemoval, NothingIsRemovedWhenThePdmSystemRefuses)
     const QTBFakeCommunication communication;
     QTBFakeCommunication::Refuse();
     g_QTBLoadManager.SetCatiaAttr("A", "Color", "red");
-    EXPECT_THAT(Remove("A", TRUE), FailsWith(RESULT, "spICommunicationServicesOnComm->Delete"));
+    EXPECT_THAT(Remove("A", TRUE), FailsCall("spICommunicationServicesOnComm->Delete"));
     EXPECT_THAT(AllKeys(), ElementsAre("A", "AR", "L", "LA", "LR", "R"));
     CATUnicodeString usColor;
     EXPECT_THAT(g_QTBLoadManager.GetCatiaAttr("A", "Color", &usColor), Succeeds());
@@ -197,7 +199,7 @@ TEST_F(PdmGraphRemoval, ARepNodeThatIsNoneEndsTheRemoval)
 {
     const CATBaseUnknown_var spPlain = CreatePlainNode();
     QTBINodeRelations_var(FindNode("A"))->AddRightNode("PdmToRep", spPlain, 1, TRUE);
-    EXPECT_THAT(Remove("A"), FailsWith(NO_INTERFACE, "spIRepNodeForDebug"));
+    EXPECT_THAT(Remove("A"), LacksInterface("spIRepNodeForDebug"));
     EXPECT_THAT(AllKeys(), Contains("A"));
 }
 
@@ -207,7 +209,7 @@ TEST_F(PdmGraphRemoval, ALaterRepNodeThatIsNoneEndsTheRemovalToo)
     const CATBaseUnknown_var spRepNode =
         tree.CreateRepNode("A-Rep-1", FindNode("A"), tree.CreateContainer("window", true));
     QTBINodeRelations_var(FindNode("A"))->AddRightNode("PdmToRep", CreatePlainNode(), 1, TRUE);
-    EXPECT_THAT(Remove("A"), FailsWith(NO_INTERFACE, "spIRepNode"));
+    EXPECT_THAT(Remove("A"), LacksInterface("spIRepNode"));
     QTBINodeRelations_var(spRepNode)->RemoveAllRels(nullptr);
 }
 
@@ -217,11 +219,11 @@ TEST_F(PdmGraphRemoval, ATreeThatCannotBeRemovedKeepsTheNode)
     const CATBaseUnknown_var spRepNode =
         tree.CreateRepNode("R-Rep-1", FindNode("R"), tree.CreateContainer("window", true));
     QTBFakeRepTree::FailAt("AddDebugInfoString");
-    EXPECT_THAT(Remove("R"), FailsWith(RESULT, "spIRepNodeForDebug->AddDebugInfoString"));
+    EXPECT_THAT(Remove("R"), FailsCall("spIRepNodeForDebug->AddDebugInfoString"));
     QTBFakeRepTree::FailAt("GetRepNodeContainer");
-    EXPECT_THAT(Remove("R"), FailsWith(RESULT, "spIRepNode->GetRepNodeContainer"));
+    EXPECT_THAT(Remove("R"), FailsCall("spIRepNode->GetRepNodeContainer"));
     QTBFakeRepTree::FailAt("RecursiveRemoveRepTree");
-    EXPECT_THAT(Remove("R"), FailsWith(RESULT, "spIRepNodeCont->RecursiveRemoveRepTree"));
+    EXPECT_THAT(Remove("R"), FailsCall("spIRepNodeCont->RecursiveRemoveRepTree"));
     EXPECT_THAT(RightKeys("R", "PdmToRep"), ElementsAre("R-Rep-1"));
     QTBINodeRelations_var(spRepNode)->RemoveAllRels(nullptr);
 }
@@ -235,8 +237,7 @@ TEST_F(PdmGraphRemoval, RelationsThatCannotBeRemovedAreReportedAndDoNotStopTheRe
     DebugCapture capture;
     EXPECT_THAT(Remove("A"), Succeeds());
     EXPECT_TRUE(FindNode("A") == NULL_var);
-    EXPECT_THAT(capture.Lines(),
-                Contains(HasSubstr("spIPdmObjNode->RemoveAllAdjacentPdmRelNodes : HRESULT FAILED")));
+    EXPECT_THAT(capture.Lines(), Contains(HasSubstr("spIPdmObjNode->RemoveAllAdjacentPdmRelNodes : HRESULT FAILED")));
     EXPECT_THAT(capture.Lines(), Contains(HasSubstr("], Line:[")));
     QTBINodeRelations_var(spRepNode)->RemoveAllRels(nullptr);
 }
@@ -273,24 +274,21 @@ TEST_F(PdmGraphRemoval, AContainerCanBeRegisteredTwiceAndAnAbsentOneBeRemoved)
 
 TEST_F(PdmGraphRemoval, RegisteringChecksItsHandle)
 {
-    EXPECT_THAT(GetPdmNodeCont()->AddRepNodeContainer(nullptr),
-                FailsWith(ASSERTION, "pspBaseUnknownOnRepNodeCont != NULL"));
+    EXPECT_THAT(GetPdmNodeCont()->AddRepNodeContainer(nullptr), FailsAssertion("pspBaseUnknownOnRepNodeCont != NULL"));
     EXPECT_THAT(GetPdmNodeCont()->RemoveRepNodeContainer(nullptr),
-                FailsWith(ASSERTION, "pspBaseUnknownOnRepNodeCont != NULL"));
+                FailsAssertion("pspBaseUnknownOnRepNodeCont != NULL"));
     CATBaseUnknown_var spNothing;
-    EXPECT_THAT(GetPdmNodeCont()->AddRepNodeContainer(&spNothing),
-                FailsWith(NO_INTERFACE, "spBaseUnknownOnRepNodeCont"));
-    EXPECT_THAT(GetPdmNodeCont()->RemoveRepNodeContainer(&spNothing),
-                FailsWith(NO_INTERFACE, "spBaseUnknownOnRepNodeCont"));
+    EXPECT_THAT(GetPdmNodeCont()->AddRepNodeContainer(&spNothing), LacksInterface("spBaseUnknownOnRepNodeCont"));
+    EXPECT_THAT(GetPdmNodeCont()->RemoveRepNodeContainer(&spNothing), LacksInterface("spBaseUnknownOnRepNodeCont"));
 }
 
 TEST_F(PdmGraphRemoval, ARegisteredComponentThatIsNoContainerFailsEveryRound)
 {
     CATBaseUnknown_var spPlain = CreatePlainNode();
     EXPECT_THAT(GetPdmNodeCont()->AddRepNodeContainer(&spPlain), Succeeds());
-    EXPECT_THAT(GetPdmNodeCont()->UpdateAllRepNodeContainers(nullptr), FailsWith(NO_INTERFACE, "spIRepNodeCont"));
-    EXPECT_THAT(GetPdmNodeCont()->CheckRepNodeContainers(), FailsWith(NO_INTERFACE, "spIRepNodeCont"));
-    EXPECT_THAT(GetPdmNodeCont()->Cleanup(), FailsWith(NO_INTERFACE, "spIRepNodeCont"));
+    EXPECT_THAT(GetPdmNodeCont()->UpdateAllRepNodeContainers(nullptr), LacksInterface("spIRepNodeCont"));
+    EXPECT_THAT(GetPdmNodeCont()->CheckRepNodeContainers(), LacksInterface("spIRepNodeCont"));
+    EXPECT_THAT(GetPdmNodeCont()->Cleanup(), LacksInterface("spIRepNodeCont"));
     EXPECT_THAT(GetPdmNodeCont()->RemoveRepNodeContainer(&spPlain), Succeeds());
 }
 
@@ -300,14 +298,12 @@ TEST_F(PdmGraphRemoval, AFailingContainerEndsTheRound)
     CATBaseUnknown_var spContainer = tree.CreateContainer("window", false);
     EXPECT_THAT(GetPdmNodeCont()->AddRepNodeContainer(&spContainer), Succeeds());
     QTBFakeRepTree::FailAt("UpdateAllRepTrees");
-    EXPECT_THAT(GetPdmNodeCont()->UpdateAllRepNodeContainers(nullptr),
-                FailsWith(RESULT, "spIRepNodeCont->UpdateAllRepTrees"));
+    EXPECT_THAT(GetPdmNodeCont()->UpdateAllRepNodeContainers(nullptr), FailsCall("spIRepNodeCont->UpdateAllRepTrees"));
     QTBFakeRepTree::FailAt("QtbFrmWindowPtrIsSet");
-    EXPECT_THAT(GetPdmNodeCont()->CheckRepNodeContainers(),
-                FailsWith(RESULT, "spIRepNodeCont->QtbFrmWindowPtrIsSet"));
+    EXPECT_THAT(GetPdmNodeCont()->CheckRepNodeContainers(), FailsCall("spIRepNodeCont->QtbFrmWindowPtrIsSet"));
     QTBFakeRepTree::FailAt("Cleanup");
-    EXPECT_THAT(GetPdmNodeCont()->CheckRepNodeContainers(), FailsWith(RESULT, "spIRepNodeCont->Cleanup"));
-    EXPECT_THAT(GetPdmNodeCont()->Cleanup(), FailsWith(RESULT, "spIRepNodeCont->Cleanup"));
+    EXPECT_THAT(GetPdmNodeCont()->CheckRepNodeContainers(), FailsCall("spIRepNodeCont->Cleanup"));
+    EXPECT_THAT(GetPdmNodeCont()->Cleanup(), FailsCall("spIRepNodeCont->Cleanup"));
     EXPECT_THAT(AllKeys(), Contains("A"));
 }
 
@@ -325,10 +321,10 @@ TEST_F(PdmGraphRemoval, CheckingDropsTheContainersWithoutWindow)
     EXPECT_THAT(QTBFakeRepTree::Calls(),
                 ElementsAre("closed2.QtbFrmWindowPtrIsSet()", "closed2.Cleanup()", "open.QtbFrmWindowPtrIsSet()",
                             "closed1.QtbFrmWindowPtrIsSet()", "closed1.Cleanup()"));
-    EXPECT_THAT(capture.Lines(),
-                testing::IsSupersetOf({"QTBEPdmNodeContOnPdmNodeCont::CheckRepNodeContainers -> i:3, FALSE, removing",
-                                       "QTBEPdmNodeContOnPdmNodeCont::CheckRepNodeContainers -> i:2, TRUE",
-                                       "QTBEPdmNodeContOnPdmNodeCont::CheckRepNodeContainers -> i:1, FALSE, removing"}));
+    EXPECT_THAT(capture.Lines(), testing::IsSupersetOf(
+                                     {"QTBEPdmNodeContOnPdmNodeCont::CheckRepNodeContainers -> i:3, FALSE, removing",
+                                      "QTBEPdmNodeContOnPdmNodeCont::CheckRepNodeContainers -> i:2, TRUE",
+                                      "QTBEPdmNodeContOnPdmNodeCont::CheckRepNodeContainers -> i:1, FALSE, removing"}));
     QTBFakeRepTree::Calls().clear();
     EXPECT_THAT(GetPdmNodeCont()->CheckRepNodeContainers(), Succeeds());
     EXPECT_THAT(QTBFakeRepTree::Calls(), ElementsAre("open.QtbFrmWindowPtrIsSet()"));
@@ -360,8 +356,8 @@ TEST_F(PdmGraphRemoval, CleaningUpEmptiesTheGraphAndTheRegistry)
     DebugCapture capture;
     EXPECT_THAT(GetPdmNodeCont()->Cleanup(), Succeeds());
     EXPECT_THAT(QTBFakeRepTree::Calls(), ElementsAre("second.Cleanup()", "first.Cleanup()"));
-    EXPECT_THAT(capture.Lines(), testing::IsSupersetOf({"cleaning up rep node container [2]",
-                                                        "cleaning up rep node container [1]"}));
+    EXPECT_THAT(capture.Lines(),
+                testing::IsSupersetOf({"cleaning up rep node container [2]", "cleaning up rep node container [1]"}));
     EXPECT_THAT(AllKeys(), IsEmpty());
     QTBFakeRepTree::Calls().clear();
     EXPECT_THAT(GetPdmNodeCont()->CheckRepNodeContainers(), Succeeds());

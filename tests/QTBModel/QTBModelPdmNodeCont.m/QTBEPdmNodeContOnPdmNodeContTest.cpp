@@ -1,6 +1,5 @@
 #include <gmock/gmock.h>
 
-#include "QTBDebugUtil.h"
 #include "QTBINode.h"
 #include "QTBINodeAttributes.h"
 #include "QTBINodeRelations.h"
@@ -16,9 +15,6 @@ using ::testing::Not;
 using ::testing::UnorderedElementsAre;
 
 namespace {
-
-constexpr const char* ASSERTION = "AssertionFailedERR_1003";
-constexpr const char* RESULT = "HResultFailedERR_1001";
 
 class PdmNodeContStore : public QTBPdmNodeContAccess
 {
@@ -80,9 +76,9 @@ TEST_F(PdmNodeContStore, CreatingDoesNotLookForANodeOfTheSameKey)
 TEST_F(PdmNodeContStore, CreatingNeedsAPointerForTheNode)
 {
     EXPECT_THAT(GetPdmNodeCont()->CreatePdmObjNode("K", nullptr, TRUE),
-                FailsWith(ASSERTION, "pspBaseUnknownOnNewNode != NULL"));
+                FailsAssertion("pspBaseUnknownOnNewNode != NULL"));
     EXPECT_THAT(GetPdmNodeCont()->CreatePdmRelNode("K", nullptr, TRUE),
-                FailsWith(ASSERTION, "pspBaseUnknownOnNewNode != NULL"));
+                FailsAssertion("pspBaseUnknownOnNewNode != NULL"));
 }
 
 TEST_F(PdmNodeContStore, LookingUpAnUnknownKeySucceedsAndSaysSo)
@@ -99,11 +95,9 @@ TEST_F(PdmNodeContStore, LookingUpByKeyChecksItsPointers)
 {
     QTBIPdmNode_var spIPdmNode;
     unsigned char bNodeFound = FALSE;
-    EXPECT_THAT(GetPdmNodeCont()->GetPdmNodeByKey("K", nullptr, &bNodeFound),
-                FailsWith(ASSERTION, "pspIPdmNode != NULL"));
+    EXPECT_THAT(GetPdmNodeCont()->GetPdmNodeByKey("K", nullptr, &bNodeFound), FailsAssertion("pspIPdmNode != NULL"));
     // Found by the store below; its error arrives unchanged.
-    EXPECT_THAT(GetPdmNodeCont()->GetPdmNodeByKey("K", &spIPdmNode, nullptr),
-                FailsWith(ASSERTION, "pbNodeFound != NULL"));
+    EXPECT_THAT(GetPdmNodeCont()->GetPdmNodeByKey("K", &spIPdmNode, nullptr), FailsAssertion("pbNodeFound != NULL"));
 }
 
 TEST_F(PdmNodeContStore, TheDefaultRootNodeIsARootUntilItIsRemoved)
@@ -119,7 +113,7 @@ TEST_F(PdmNodeContStore, TheDefaultRootNodeIsARootUntilItIsRemoved)
 
 TEST_F(PdmNodeContStore, RemovingADefaultRootNodeThatIsNotThereFails)
 {
-    EXPECT_THAT(GetPdmNodeCont()->RemoveDefaultRootNode(), FailsWith(RESULT, "RemovePdmNodeFromContainer"));
+    EXPECT_THAT(GetPdmNodeCont()->RemoveDefaultRootNode(), FailsCall("RemovePdmNodeFromContainer"));
 }
 
 TEST_F(PdmNodeContStore, DefaultRootNodesOfSeveralDocumentsGoTogether)
@@ -146,18 +140,15 @@ TEST_F(PdmNodeContStore, ListsOfNodesAreEmptiedFirstAndNeedAPointer)
     Nodes.Append(CreateObject("K2", FALSE));
     EXPECT_THAT(GetPdmNodeCont()->GetAllPdmNodes(&Nodes), Succeeds());
     EXPECT_THAT(KeysOf(Nodes), ElementsAre("K1"));
-    EXPECT_THAT(GetPdmNodeCont()->GetAllPdmNodes(nullptr), FailsWith(ASSERTION, "pListOfNodes != NULL"));
-    EXPECT_THAT(GetPdmNodeCont()->GetPdmRootNodes(nullptr), FailsWith(ASSERTION, "pListOfNodes != NULL"));
+    EXPECT_THAT(GetPdmNodeCont()->GetAllPdmNodes(nullptr), FailsAssertion("pListOfNodes != NULL"));
+    EXPECT_THAT(GetPdmNodeCont()->GetPdmRootNodes(nullptr), FailsAssertion("pListOfNodes != NULL"));
 }
 
 TEST_F(PdmNodeContStore, GetAllPdmNodesTracesUnderTheNameOfTheRepNodeContainersOperation)
 {
-    const int iTraceLevel = QTBDebugUtil::s_GlobalTraceLevel;
-    DebugCapture capture;
-    QTBDebugUtil::s_GlobalTraceLevel = 2;
+    DebugCapture capture(2);
     CATListValCATBaseUnknown_var Nodes;
     GetPdmNodeCont()->GetAllPdmNodes(&Nodes);
-    QTBDebugUtil::s_GlobalTraceLevel = iTraceLevel;
     EXPECT_THAT(capture.Lines(), Contains(HasSubstr("QTBERepNodeContOnRepNodeCont::GetAllPdmNodes")));
 }
 
@@ -222,10 +213,9 @@ TEST_F(PdmNodeContStore, NamesAndValuesMustBeAsMany)
     Names.Append("Name");
     CATListValCATBaseUnknown_var Nodes;
     EXPECT_THAT(GetPdmNodeCont()->GetPdmNodes(&ClassNames, Names, CATListValCATUnicodeString(), &Nodes),
-                FailsWith(ASSERTION, "PdmAttributeNames.Size() == PdmAttributeValues.Size()"));
-    EXPECT_THAT(GetPdmNodeCont()->GetPdmNodes(&ClassNames, Names, Names, nullptr),
-                FailsWith(ASSERTION, "pPdmNodes != NULL"));
-    EXPECT_THAT(GetPdmNodeCont()->GetPdmNodes("Part", "Name", "X", nullptr), FailsWith(ASSERTION, "pPdmNodes != NULL"));
+                FailsAssertion("PdmAttributeNames.Size() == PdmAttributeValues.Size()"));
+    EXPECT_THAT(GetPdmNodeCont()->GetPdmNodes(&ClassNames, Names, Names, nullptr), FailsAssertion("pPdmNodes != NULL"));
+    EXPECT_THAT(GetPdmNodeCont()->GetPdmNodes("Part", "Name", "X", nullptr), FailsAssertion("pPdmNodes != NULL"));
 }
 
 TEST_F(PdmNodeContStore, ANodeWithoutRecordFailsTheSearchByClass)
@@ -255,8 +245,7 @@ TEST_F(PdmNodeContStore, OneNodeIsFoundByClassAndAttribute)
     EXPECT_THAT(GetPdmNodeCont()->GetPdmNode("Part", "Name", "Nut", &spIPdmNode), Succeeds());
     EXPECT_EQ(KeyOf(spIPdmNode), "B");
     EXPECT_THAT(GetPdmNodeCont()->GetPdmNode("Part", "Name", "Screw", &spIPdmNode), FailsQuietly());
-    EXPECT_THAT(GetPdmNodeCont()->GetPdmNode("Part", "Name", "Nut", nullptr),
-                FailsWith(ASSERTION, "pspIPdmNode != NULL"));
+    EXPECT_THAT(GetPdmNodeCont()->GetPdmNode("Part", "Name", "Nut", nullptr), FailsAssertion("pspIPdmNode != NULL"));
 }
 
 TEST_F(PdmNodeContStore, OfTwoNodesWithTheSameValueTheOneOfTheNewestActionIsTaken)
@@ -293,7 +282,7 @@ TEST_F(PdmNodeContStore, OfSeveralNodesOfOneActionTheFirstInBucketOrderIsTakenWi
 
 TEST_F(PdmNodeContStore, FilteringNeedsAList)
 {
-    EXPECT_THAT(Extension()->FilterPdmNodes(nullptr), FailsWith(ASSERTION, "pPdmNodes != NULL"));
+    EXPECT_THAT(Extension()->FilterPdmNodes(nullptr), FailsAssertion("pPdmNodes != NULL"));
 }
 
 TEST_F(PdmNodeContStore, FilteringKeepsTheNewestActionInItsOrder)
@@ -316,16 +305,15 @@ TEST_F(PdmNodeContStore, APartIsFoundByItsNumber)
     EXPECT_THAT(GetPdmNodeCont()->GetPdmPartByPartNumber("200", &spIPdmNode), Succeeds());
     EXPECT_EQ(KeyOf(spIPdmNode), "B");
     // Not of the part class.
-    EXPECT_THAT(GetPdmNodeCont()->GetPdmPartByPartNumber("300", &spIPdmNode), FailsWith(RESULT, "GetPdmNode"));
+    EXPECT_THAT(GetPdmNodeCont()->GetPdmPartByPartNumber("300", &spIPdmNode), FailsCall("GetPdmNode"));
 }
 
 TEST_F(PdmNodeContStore, AnUnknownPartNumberIsAnError)
 {
     QTBIPdmNode_var spIPdmNode;
-    EXPECT_THAT(GetPdmNodeCont()->GetPdmPartByPartNumber("100", &spIPdmNode), FailsWith(RESULT, "GetPdmNode"));
-    EXPECT_THAT(GetPdmNodeCont()->GetPdmPartByPartNumber("", &spIPdmNode), FailsWith(ASSERTION, "usPartNumber != \"\""));
-    EXPECT_THAT(GetPdmNodeCont()->GetPdmPartByPartNumber("100", nullptr),
-                FailsWith(ASSERTION, "pspIPdmNodeOnPart != NULL"));
+    EXPECT_THAT(GetPdmNodeCont()->GetPdmPartByPartNumber("100", &spIPdmNode), FailsCall("GetPdmNode"));
+    EXPECT_THAT(GetPdmNodeCont()->GetPdmPartByPartNumber("", &spIPdmNode), FailsAssertion("usPartNumber != \"\""));
+    EXPECT_THAT(GetPdmNodeCont()->GetPdmPartByPartNumber("100", nullptr), FailsAssertion("pspIPdmNodeOnPart != NULL"));
 }
 
 } // namespace

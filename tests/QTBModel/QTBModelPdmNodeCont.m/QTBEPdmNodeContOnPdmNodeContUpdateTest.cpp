@@ -18,10 +18,6 @@ using ::testing::Not;
 
 namespace {
 
-constexpr const char* ASSERTION = "AssertionFailedERR_1003";
-constexpr const char* RESULT = "HResultFailedERR_1001";
-constexpr const char* NO_INTERFACE = "NoInterfaceERR_1002";
-
 class PdmGraphUpdate : public QTBPdmNodeContAccess
 {
 protected:
@@ -50,9 +46,9 @@ TEST_F(PdmGraphUpdate, AnAnswerBecomesLinkedNodes)
 {
     CATListValCATBaseUnknown_var Objects;
     CATListValCATBaseUnknown_var Relations;
-    EXPECT_THAT(UpdateWith(Part("A", Attribute("Name", "Engine")) + Part("B") + PartPart("AB", "A", "B"), &Objects,
-                           &Relations),
-                Succeeds());
+    EXPECT_THAT(
+        UpdateWith(Part("A", Attribute("Name", "Engine")) + Part("B") + PartPart("AB", "A", "B"), &Objects, &Relations),
+        Succeeds());
     EXPECT_THAT(KeysOf(Objects), ElementsAre("A", "B"));
     EXPECT_THAT(KeysOf(Relations), ElementsAre("AB"));
     EXPECT_EQ(AttributeOf(FindNode("A"), "Name"), "Engine");
@@ -86,8 +82,8 @@ TEST_F(PdmGraphUpdate, RelationsAreReadWhereverTheyStand)
 
 TEST_F(PdmGraphUpdate, ObjectsAreReadDirectlyBelowTheFunctionOnly)
 {
-    EXPECT_THAT(TryUpdate("<answer><function name='f'><group>" + Part("A") + "</group>" + Part("B") +
-                          "</function>" + Part("C") + "</answer>"),
+    EXPECT_THAT(TryUpdate("<answer><function name='f'><group>" + Part("A") + "</group>" + Part("B") + "</function>" +
+                          Part("C") + "</answer>"),
                 Succeeds());
     EXPECT_THAT(AllKeys(), ElementsAre("B"));
 }
@@ -213,9 +209,9 @@ TEST_F(PdmGraphUpdate, AKeyReadTwiceInOneAnswerReplacesTheNodeCreatedAMomentBefo
 TEST_F(PdmGraphUpdate, ARelationReadTwiceInOneAnswerIsLinkedOnce)
 {
     CATListValCATBaseUnknown_var Relations;
-    EXPECT_THAT(UpdateWith(Part("A") + Part("B") + PartPart("AB", "A", "B") + PartPart("AB", "A", "B"), nullptr,
-                           &Relations),
-                Succeeds());
+    EXPECT_THAT(
+        UpdateWith(Part("A") + Part("B") + PartPart("AB", "A", "B") + PartPart("AB", "A", "B"), nullptr, &Relations),
+        Succeeds());
     EXPECT_THAT(RightKeys("A", "PartPart"), ElementsAre("AB"));
     EXPECT_THAT(LeftKeys("B", "PartPart"), ElementsAre("AB"));
     EXPECT_THAT(KeysOf(Relations), ElementsAre("AB"));
@@ -256,12 +252,12 @@ TEST_F(PdmGraphUpdate, AnUnknownBaseClassDoesNotHelp)
 TEST_F(PdmGraphUpdate, AnUnknownClassWithAnUnreadableQtbInfoEndsTheUpdate)
 {
     EXPECT_THAT(TryUpdate(Answer(Object("SpecialPart", "S", "<a name='QtbInfo' type='nvlist'>text</a>"))),
-                FailsWith(RESULT, "QtbInfoAttr.NvValueIsDefined"));
+                FailsCall("QtbInfoAttr.NvValueIsDefined"));
 }
 
 TEST_F(PdmGraphUpdate, AnEmptyClassEndsTheUpdate)
 {
-    EXPECT_THAT(TryUpdate(Answer(Object("", "S"))), FailsWith(ASSERTION, "usQtbNodeClass != \"\""));
+    EXPECT_THAT(TryUpdate(Answer(Object("", "S"))), FailsAssertion("usQtbNodeClass != \"\""));
 }
 
 TEST_F(PdmGraphUpdate, ElementsWithoutOrWithSeveralKeysAreSkipped)
@@ -276,7 +272,7 @@ TEST_F(PdmGraphUpdate, ElementsWithoutOrWithSeveralKeysAreSkipped)
 
 TEST_F(PdmGraphUpdate, AnEmptyKeyEndsTheUpdate)
 {
-    EXPECT_THAT(TryUpdate(Answer(Part(""))), FailsWith(ASSERTION, "usQtbNodeKey != \"\""));
+    EXPECT_THAT(TryUpdate(Answer(Part(""))), FailsAssertion("usQtbNodeKey != \"\""));
 }
 
 TEST_F(PdmGraphUpdate, AnElementWithoutClassIsNotCheckedButNeedsAClassAfterwards)
@@ -290,7 +286,7 @@ TEST_F(PdmGraphUpdate, AnElementWithoutClassIsNotCheckedButNeedsAClassAfterwards
 
 TEST_F(PdmGraphUpdate, AnObjectOfARelationClassEndsTheUpdate)
 {
-    EXPECT_THAT(TryUpdate(Answer(Object("PartPart", "A"))), FailsWith(RESULT, "m_pSchema->GetObjectPtr"));
+    EXPECT_THAT(TryUpdate(Answer(Object("PartPart", "A"))), FailsCall("m_pSchema->GetObjectPtr"));
 }
 
 TEST_F(PdmGraphUpdate, ARelationNeedsItsRelationClass)
@@ -298,9 +294,8 @@ TEST_F(PdmGraphUpdate, ARelationNeedsItsRelationClass)
     const auto relation = [](const std::string& relationAttribute) {
         return "<r>" + Attribute("Class", "PartPart") + Attribute("Key", "R") + relationAttribute + "</r>";
     };
-    EXPECT_THAT(TryUpdate(Answer(relation(Attribute("Relation", "")))), FailsWith(ASSERTION, "usClassName != \"\""));
-    EXPECT_THAT(TryUpdate(Answer(relation(Attribute("Relation", "Part")))),
-                FailsWith(RESULT, "m_pSchema->GetRelationPtr"));
+    EXPECT_THAT(TryUpdate(Answer(relation(Attribute("Relation", "")))), FailsAssertion("usClassName != \"\""));
+    EXPECT_THAT(TryUpdate(Answer(relation(Attribute("Relation", "Part")))), FailsCall("m_pSchema->GetRelationPtr"));
     DebugCapture capture;
     EXPECT_THAT(TryUpdate(Answer(relation(""))), Not(Succeeds()));
     EXPECT_THAT(capture.Lines(),
@@ -309,9 +304,9 @@ TEST_F(PdmGraphUpdate, ARelationNeedsItsRelationClass)
 
 TEST_F(PdmGraphUpdate, ExactlyOneFunctionElementIsExpected)
 {
-    EXPECT_THAT(TryUpdate("<answer/>"), FailsWith(ASSERTION, "ListOfFunctionNodes.Size() == 1"));
+    EXPECT_THAT(TryUpdate("<answer/>"), FailsAssertion("ListOfFunctionNodes.Size() == 1"));
     EXPECT_THAT(TryUpdate("<answer><function name='a'/><function name='b'/></answer>"),
-                FailsWith(ASSERTION, "ListOfFunctionNodes.Size() == 1"));
+                FailsAssertion("ListOfFunctionNodes.Size() == 1"));
 }
 
 TEST_F(PdmGraphUpdate, MalformedTextIsRefusedWithTheReadersError)
@@ -333,7 +328,7 @@ TEST_F(PdmGraphUpdate, AFailureKeepsWhatWasReadBeforeAndFillsNoList)
     Objects.Append(CreateObject("mine", FALSE));
     EXPECT_THAT(UpdateWith(Part("A") + Part("B", Attribute("Name", "1") + Attribute("Name", "2")) + Part("C"), &Objects,
                            nullptr),
-                FailsWith(ASSERTION, "bAttributeIsAlreadyDefined == FALSE"));
+                FailsAssertion("bAttributeIsAlreadyDefined == FALSE"));
     EXPECT_THAT(AllKeys(), ElementsAre("A", "B"));
     EXPECT_THAT(KeysOf(Objects), ElementsAre("mine"));
 }
@@ -357,9 +352,9 @@ TEST_F(PdmGraphUpdate, ListedItemsAreRemoved)
 
 TEST_F(PdmGraphUpdate, ADeletionWithoutKeyEndsTheUpdate)
 {
-    EXPECT_THAT(TryUpdate(Answer("<objectToDelete/>")), FailsWith(ASSERTION, "usKeyOfObjectToDelete != \"\""));
+    EXPECT_THAT(TryUpdate(Answer("<objectToDelete/>")), FailsAssertion("usKeyOfObjectToDelete != \"\""));
     EXPECT_THAT(TryUpdate(Answer("<relationToDelete></relationToDelete>")),
-                FailsWith(ASSERTION, "usKeyOfRelationToDelete != \"\""));
+                FailsAssertion("usKeyOfRelationToDelete != \"\""));
 }
 
 TEST_F(PdmGraphUpdate, ADeletionThatFailsDoesNotEndTheUpdate)
@@ -381,12 +376,11 @@ TEST_F(PdmGraphUpdate, TheReadingStepsCheckTheirArguments)
 {
     const CATIDOMDocument_var spIDOMDocument = Parse(Answer(Part("A")));
     CATListValCATBaseUnknown_var Nodes;
-    EXPECT_THAT(Extension()->ReadPdmNodes(spIDOMDocument, nullptr, &Nodes), FailsWith(ASSERTION, "pReadObjectNodes"));
-    EXPECT_THAT(Extension()->ReadPdmNodes(spIDOMDocument, &Nodes, nullptr),
-                FailsWith(ASSERTION, "pReadRelationNodes"));
+    EXPECT_THAT(Extension()->ReadPdmNodes(spIDOMDocument, nullptr, &Nodes), FailsAssertion("pReadObjectNodes"));
+    EXPECT_THAT(Extension()->ReadPdmNodes(spIDOMDocument, &Nodes, nullptr), FailsAssertion("pReadRelationNodes"));
     EXPECT_THAT(Extension()->ReadPdmNodesOfType("o", spIDOMDocument, TRUE, nullptr),
-                FailsWith(ASSERTION, "pListOfNodes != NULL"));
-    EXPECT_THAT(Extension()->RemoveNodesToBeDeleted(CATIDOMDocument_var()), FailsWith(NO_INTERFACE, "spIDOMDocument"));
+                FailsAssertion("pListOfNodes != NULL"));
+    EXPECT_THAT(Extension()->RemoveNodesToBeDeleted(CATIDOMDocument_var()), LacksInterface("spIDOMDocument"));
 }
 
 TEST_F(PdmGraphUpdate, OnlyObjectsAndRelationsAreReadAsNodes)
@@ -396,7 +390,7 @@ TEST_F(PdmGraphUpdate, OnlyObjectsAndRelationsAreReadAsNodes)
     CATListValCATBaseUnknown_var Nodes;
     DebugCapture capture;
     EXPECT_THAT(Extension()->ReadPdmNodesOfType("x", spIDOMDocument, TRUE, &Nodes),
-                FailsWith(ASSERTION, "(usXmlType == \"o\") || (usXmlType == \"r\")"));
+                FailsAssertion("(usXmlType == \"o\") || (usXmlType == \"r\")"));
     EXPECT_THAT(capture.Lines(), Contains("ERROR: Wrong xml node type: \"x\""));
 }
 
@@ -404,10 +398,10 @@ TEST_F(PdmGraphUpdate, ReplacingChecksItsArguments)
 {
     QTBIPdmNode_var spOld;
     QTBIPdmNode_var spNew;
-    EXPECT_THAT(Extension()->ReplacePdmNode(nullptr, &spNew), FailsWith(ASSERTION, "pspIPdmNodeOnOldNode != NULL"));
-    EXPECT_THAT(Extension()->ReplacePdmNode(&spOld, &spNew), FailsWith(NO_INTERFACE, "*pspIPdmNodeOnOldNode"));
+    EXPECT_THAT(Extension()->ReplacePdmNode(nullptr, &spNew), FailsAssertion("pspIPdmNodeOnOldNode != NULL"));
+    EXPECT_THAT(Extension()->ReplacePdmNode(&spOld, &spNew), LacksInterface("*pspIPdmNodeOnOldNode"));
     spOld = CreateObject("A");
-    EXPECT_THAT(Extension()->ReplacePdmNode(&spOld, nullptr), FailsWith(ASSERTION, "pspIPdmNodeOnNewNode != NULL"));
+    EXPECT_THAT(Extension()->ReplacePdmNode(&spOld, nullptr), FailsAssertion("pspIPdmNodeOnNewNode != NULL"));
 }
 
 TEST_F(PdmGraphUpdate, AReplacementIsAFreshNodeOfTheSameKind)
@@ -430,7 +424,7 @@ TEST_F(PdmGraphUpdate, TheSchemaClassIsSetFromTheSchemaInForce)
 {
     Update(Part("A"));
     EXPECT_THAT(Extension()->UpdateNodeSchemaPtr(FindNode("A")), Succeeds());
-    EXPECT_THAT(Extension()->UpdateNodeSchemaPtr(CATBaseUnknown_var()), FailsWith(NO_INTERFACE, "spIPdmNode"));
+    EXPECT_THAT(Extension()->UpdateNodeSchemaPtr(CATBaseUnknown_var()), LacksInterface("spIPdmNode"));
 }
 
 TEST_F(PdmGraphUpdate, AChainOfAHundredThousandLevelsIsReadAndRemoved)

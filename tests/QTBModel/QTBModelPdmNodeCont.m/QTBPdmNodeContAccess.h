@@ -1,5 +1,6 @@
 #pragma once
 
+#include "CATIDOMDocument.h"
 #include "QTBEPdmNodeContOnPdmNodeCont.h"
 #include "QTBTestSession.h"
 #include "TIEQTBIPdmNodeCont.h"

@@ -89,7 +89,11 @@ TEST_F(DocUtil, LeavesOtherWindowsAlone)
     const QTBTestWindow stays;
     closed.Close();
     EXPECT_EQ(Layout().GetCurrentWindow(), stays.GetFrmWindow());
-    EXPECT_THAT(stays.GetRootTexts(), ElementsAre("Default Rep Node"));
+    unsigned char bIsSet = FALSE;
+    EXPECT_EQ(stays.GetCont()->QtbFrmWindowPtrIsSet(&bIsSet), S_OK);
+    EXPECT_EQ(bIsSet, TRUE);
+    // One for each document that was opened.
+    EXPECT_THAT(stays.GetRootTexts(), ElementsAre("Default Rep Node", "Default Rep Node"));
 }
 
 TEST_F(DocUtil, OpensNothingWithoutALayout)

@@ -58,8 +58,7 @@ protected:
     static std::string RelationOf(const char* fatherPartNumber, const char* instanceName)
     {
         QTBIPdmRelNode_var spIPdmRelNode;
-        const HRESULT hr =
-            g_QTBLoadManager.GetPdmRelationForInstance(fatherPartNumber, instanceName, &spIPdmRelNode);
+        const HRESULT hr = g_QTBLoadManager.GetPdmRelationForInstance(fatherPartNumber, instanceName, &spIPdmRelNode);
         return Found(hr, spIPdmRelNode);
     }
 
@@ -249,11 +248,10 @@ TEST_F(LoadManager, TheInstanceKeyIsTheRelationsKeyAndTheInstanceName)
     EXPECT_TRUE(QTBLoadManager::MakeInstanceKey("AB", "Bolt.1") == "AB/Bolt.1");
 }
 
-TEST_F(LoadManager, ManyRereadsDoNotGrowTheIndexes)
+TEST_F(LoadManager, ManyReadingsBetweenTwoLookUpsLoseNothing)
 {
     Update(NumberedPart("A", "100") + NumberedPart("B", "200") + Usage("AB", "A", "B", "Bolt.1"));
     for (int i = 0; i < 20000; ++i) {
-        // Each round leaves entries of another number behind.
         ASSERT_THAT(g_QTBLoadManager.PdmNodeWasRead("A"), Succeeds());
     }
     EXPECT_EQ(PartOf("100"), "A");

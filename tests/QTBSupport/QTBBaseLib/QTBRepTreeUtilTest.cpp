@@ -202,6 +202,19 @@ TEST_F(RepTreeUtil, ReplacesThePlaceholderInTheWindow)
     EXPECT_THAT(window.GetRootTexts()[0], ::testing::HasSubstr("4711"));
 }
 
+TEST_F(RepTreeUtil, ReplacesThePlaceholdersOfSeveralDocuments)
+{
+    const QTBTestWindow first;
+    const QTBTestWindow second;
+    EXPECT_EQ(second.GetRootTexts().size(), 2U);
+    Update(Part("A", Attribute("PartNumber", "4711")));
+    unsigned char bAddNewNodes = TRUE;
+    EXPECT_EQ(GetPdmNodeCont()->UpdateAllRepNodeContainers(&bAddNewNodes), S_OK);
+    EXPECT_THAT(first.GetRootTexts(), ElementsAre(::testing::HasSubstr("4711")));
+    // For the second window the node belongs to a past action already.
+    EXPECT_THAT(second.GetRootTexts(), IsEmpty());
+}
+
 TEST_F(RepTreeUtil, TakesNewRootsIntoTheWindowOnlyWhenAskedTo)
 {
     const QTBTestWindow window;

@@ -217,8 +217,14 @@ private:
         const int size = Size();
         const bool grows = neededSize > size && size > 0;
         const int slack = grows ? std::max(size, 2) : 0;
-        const int front = roomInFront ? slack : 0;
-        Block* pNew = Block::Create(std::max(neededSize, size) + slack, front + (roomInFront ? 1 : 0));
+        // Room at the other end stays, so that a list that grows at both ends does not lose it each time.
+        int front = roomInFront ? slack + 1 : 0;
+        int back = roomInFront ? 0 : slack;
+        if (grows && m_pBlock->references == 1) {
+            front = std::max(front, std::min(m_pBlock->begin, size));
+            back = std::max(back, std::min(m_pBlock->capacity - m_pBlock->begin - size, size));
+        }
+        Block* pNew = Block::Create(front + std::max(neededSize, size) + back, front);
         if (size > 0) {
             if (m_pBlock->references == 1) {
                 std::uninitialized_move_n(m_pBlock->First(), size, pNew->First());

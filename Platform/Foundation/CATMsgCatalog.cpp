@@ -2,7 +2,6 @@
 
 #include <fstream>
 #include <iostream>
-#include <optional>
 #include <string>
 #include <unordered_map>
 

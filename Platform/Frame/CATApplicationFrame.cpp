@@ -1,9 +1,11 @@
 #include "CATApplicationFrame.h"
 
+#include "CATCommandHeaderRegister.h"
 #include "CATDlgDocument.h"
 #include "CATError.h"
 #include "CATFrmLayout.h"
 #include "CATMsgCatalog.h"
+#include "CATStandardCommands.h"
 
 namespace {
 
@@ -21,8 +23,9 @@ CATApplicationFrame* CATApplicationFrame::GetFrame()
 
 CATApplicationFrame::CATApplicationFrame()
     : m_pDocumentWindow(std::make_unique<CATDlgDocument>(nullptr, "ApplicationDocument")),
-      m_pLayout(std::make_unique<CATFrmLayout>())
+      m_pLayout(std::make_unique<CATFrmLayout>()), m_pCommandHeaders(std::make_unique<CATCommandHeaderRegister>())
 {
+    CATStandardCommands::AddHeaders(*m_pCommandHeaders);
 }
 
 CATApplicationFrame::~CATApplicationFrame() = default;

@@ -7,12 +7,13 @@
 #include "CATDlgNotice.h"
 #include "PlatformExport.h"
 
+class CATCommandHeaderRegister;
 class CATDlgDocument;
 class CATError;
 class CATFrmLayout;
 
-// The application's frame: its document window, its layout, the notices shown to the user. There is one, from its first
-// use to the end of the program.
+// The application's frame: its document window, its layout, its command headers, the notices shown to the user. There
+// is one, from its first use to the end of the program.
 class PLATFORM_API CATApplicationFrame
 {
 public:
@@ -32,6 +33,13 @@ public:
 
     // Closes all windows, editors and documents, and the layout itself.
     void CloseLayout();
+
+    // The headers of all commands; those of the standard commands are there from the start.
+    CATCommandHeaderRegister& GetCommandHeaders() { return *m_pCommandHeaders; }
+
+    // The text that the user has put aside to paste it elsewhere.
+    void SetClipboardText(const CATUnicodeString& text) { m_ClipboardText = text; }
+    const CATUnicodeString& GetClipboardText() const { return m_ClipboardText; }
 
     // Called for each notice when it is shown; an empty function for nobody. Set by a program that has a user.
     void SetNoticeHandler(NoticeHandler handler);
@@ -56,6 +64,8 @@ private:
 
     std::unique_ptr<CATDlgDocument> m_pDocumentWindow;
     std::unique_ptr<CATFrmLayout> m_pLayout;
+    std::unique_ptr<CATCommandHeaderRegister> m_pCommandHeaders;
+    CATUnicodeString m_ClipboardText;
     NoticeHandler m_NoticeHandler;
     std::deque<CATDlgNotice> m_Notices;
 };

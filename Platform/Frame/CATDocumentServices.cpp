@@ -145,6 +145,14 @@ void CATDocumentServices::Remove(CATDocument& document)
     Forget(&document);
 }
 
+void CATDocumentServices::RemoveAll()
+{
+    const CATListValCATBaseUnknown_var documents = GetDocuments();
+    for (const CATBaseUnknown_var& spDocument : documents) {
+        Remove(*CATDocument::FromComponent(spDocument.Get()));
+    }
+}
+
 void CATDocumentServices::Forget(CATDocument* pDocument)
 {
     const CATBaseUnknown_var spDocument(pDocument);

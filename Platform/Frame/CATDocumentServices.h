@@ -41,6 +41,9 @@ public:
     // (CATDocument::LeavesSession).
     static void Remove(CATDocument& document);
 
+    // Closes all documents of the session. Those that others use go with these.
+    static void RemoveAll();
+
     // Lets go of a document whose editor was closed, unless other documents use it; called by the layout. Absence is no
     // error.
     static void Forget(CATDocument* pDocument);

@@ -8,8 +8,7 @@
 #include "CATDataType.h"
 #include "CATMetaClass.h"
 
-namespace
-{
+namespace {
 
 constexpr const char* ROOT_LATE_TYPE = "CATBaseUnknown";
 
@@ -79,7 +78,6 @@ void CATRemoveFromDictionary(CATMetaClass* pExtension, CATMetaClass* pInterface)
     if (pLateType == nullptr) {
         return;
     }
-    delete std::exchange(pLateType->m_pCreateInstance, nullptr);
     std::erase_if(pLateType->m_Registrations, [&](const auto& registration) {
         return registration->pExtension == pExtension && registration->pInterface == pInterface;
     });
@@ -179,5 +177,7 @@ void CATLateType::ForgetAnswers()
     for (const auto& lateType : TheDictionary().lateTypes) {
         lateType->m_Answers.fill(Answer{});
         lateType->m_AnswerCount = 0;
+        // May be the factory of a base.
+        delete std::exchange(lateType->m_pCreateInstance, nullptr);
     }
 }

@@ -9,10 +9,9 @@
 
 namespace {
 
-// Only instances are held as children.
-CATPrdInstance& ToInstance(const CATBaseUnknown_var& spChild)
+CATAsmProduct& ToProduct(const CATBaseUnknown_var& spChild)
 {
-    return static_cast<CATPrdInstance&>(*spChild);
+    return static_cast<CATAsmProduct&>(*spChild);
 }
 
 } // namespace
@@ -47,17 +46,18 @@ const CATListValCATBaseUnknown_var& CATAsmProduct::GetChildren()
         m_RemovedUsages = reference.GetRemovedUsageCount();
     }
     const auto& usages = reference.GetUsages();
-    for (auto i = static_cast<std::size_t>(m_Children.Size()); i < usages.size(); ++i) {
-        m_Children.Append(CATBaseUnknown_var::Adopt(new CATPrdInstance(*this, usages[i])));
+    m_Children.Reserve(m_Children.Size() == 0 ? usages.Size() : 0);
+    while (m_Children.Size() < usages.Size()) {
+        m_Children.Append(CATBaseUnknown_var::Adopt(new CATPrdInstance(*this, usages[m_Children.Size() + 1])));
     }
     return m_Children;
 }
 
-void CATAsmProduct::DropChild(const CATBaseUnknown_var& spChild)
+void CATAsmProduct::DropChild(int position)
 {
-    const int position = m_Children.Locate(spChild);
-    if (position > 0 && m_RemovedUsages + 1 == GetReference().GetRemovedUsageCount()) {
-        ToInstance(spChild).m_pFather = nullptr;
+    // Children that were not up to date before are brought up to date when they are asked for.
+    if (m_RemovedUsages + 1 == GetReference().GetRemovedUsageCount()) {
+        ToProduct(m_Children[position]).m_pFather = nullptr;
         m_Children.RemovePosition(position);
         ++m_RemovedUsages;
     }
@@ -68,7 +68,7 @@ void CATAsmProduct::DropChildren()
     // They go when this product is done with them.
     const CATListValCATBaseUnknown_var children = std::exchange(m_Children, {});
     for (const CATBaseUnknown_var& spChild : children) {
-        ToInstance(spChild).m_pFather = nullptr;
+        ToProduct(spChild).m_pFather = nullptr;
     }
 }
 
@@ -76,8 +76,8 @@ void CATAsmProduct::DropRemovedChildren()
 {
     const CATListValCATBaseUnknown_var children = std::exchange(m_Children, {});
     for (const CATBaseUnknown_var& spChild : children) {
-        if (ToInstance(spChild).IsRemoved()) {
-            ToInstance(spChild).m_pFather = nullptr;
+        if (ToProduct(spChild).IsRemoved()) {
+            ToProduct(spChild).m_pFather = nullptr;
         } else {
             m_Children.Append(spChild);
         }

@@ -23,7 +23,7 @@ public:
     ~CATAsmProduct() override;
 
     // Null at the top of a tree, and for an instance that was taken out of its tree.
-    CATAsmProduct* GetFather() const { return m_pFather; }
+    CATAsmProduct* GetFather() const { return IsRemoved() ? nullptr : m_pFather; }
 
     // The product's reference: itself or that of the instance.
     virtual CATPrdReference& GetReference() = 0;
@@ -34,8 +34,8 @@ public:
     // The instances below, in the order of the reference's uses. Those that were never asked for are made.
     const CATListValCATBaseUnknown_var& GetChildren();
 
-    // Takes an instance out of the children, which are those of this moment, because its use is gone.
-    void DropChild(const CATBaseUnknown_var& spChild);
+    // Takes out the child at that position, because its use was removed there this moment.
+    void DropChild(int position);
 
 protected:
     explicit CATAsmProduct(CATAsmProduct* pFather);
@@ -45,6 +45,8 @@ protected:
 
 private:
     virtual bool IsInTree() const = 0;
+    // Whether the use is gone of which an instance is a place.
+    virtual bool IsRemoved() const { return false; }
     void DropRemovedChildren();
 
     CATAsmProduct* m_pFather;

@@ -161,10 +161,11 @@ HRESULT CATEProductOnASMPRODUCT::RemoveChild(const CATIProduct_var& spChild)
     // The child goes last of all, whoever else held it.
     const CATBaseUnknown_var spRemoved(spChild);
     CATPrdReference& parent = pFather->GetReference();
-    if (!parent.RemoveUsage(*pChild->GetUsage())) {
+    const int position = parent.RemoveUsage(*pChild->GetUsage());
+    if (position == 0) {
         return E_FAIL;
     }
-    pFather->DropChild(spRemoved);
+    pFather->DropChild(position);
     parent.Touch();
     return S_OK;
 }

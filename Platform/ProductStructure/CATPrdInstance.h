@@ -13,11 +13,9 @@ public:
     CATPrdReference& GetReference() override;
     CATPrdUsage* GetUsage() override { return m_pUsage.get(); }
 
-    // Whether the use is gone of which this is a place.
-    bool IsRemoved() const;
-
 private:
     bool IsInTree() const override { return GetFather() != nullptr; }
+    bool IsRemoved() const override;
 
     std::shared_ptr<CATPrdUsage> m_pUsage;
 };

@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <unordered_set>
 #include <utility>
+#include <vector>
 
 #include "CATDocumentServices.h"
 #include "CATPrdDocument.h"
@@ -69,27 +70,30 @@ void CATPrdReference::AddUsage(CATPrdReference& child, const CATPrdUsageData& da
 {
     auto pUsage = std::make_shared<CATPrdUsage>();
     pUsage->pParent = this;
+    pUsage->number = ++m_LastUsageNumber;
     pUsage->pChild = &child;
     pUsage->spChild = CATBaseUnknown_var(&child);
     pUsage->instanceName = data.instanceName;
     pUsage->description = data.description;
     pUsage->userProperties = data.userProperties;
-    m_Usages.push_back(std::move(pUsage));
+    m_Usages.Append(pUsage);
     ++child.m_UseCount;
 }
 
-bool CATPrdReference::RemoveUsage(const CATPrdUsage& usage)
+int CATPrdReference::RemoveUsage(const CATPrdUsage& usage)
 {
-    const auto found =
-        std::find_if(m_Usages.begin(), m_Usages.end(), [&usage](const auto& pUsage) { return pUsage.get() == &usage; });
-    if (found == m_Usages.end()) {
-        return false;
+    if (usage.pParent != this) {
+        return 0;
     }
+    const auto found =
+        std::lower_bound(m_Usages.begin(), m_Usages.end(), usage.number,
+                         [](const auto& pUsage, std::uint32_t number) { return pUsage->number < number; });
+    const int position = static_cast<int>(found - m_Usages.begin()) + 1;
     const std::shared_ptr<CATPrdUsage> pRemoved = *found;
-    m_Usages.erase(found);
+    m_Usages.RemovePosition(position);
     ++m_RemovedUsages;
     Detach(*pRemoved);
-    return true;
+    return position;
 }
 
 bool CATPrdReference::Contains(const CATPrdReference& other) const
@@ -122,8 +126,8 @@ void CATPrdReference::Close()
     m_pDocument = nullptr;
     m_pShapeDocument = nullptr;
     DropChildren();
-    const std::vector<std::shared_ptr<CATPrdUsage>> usages = std::exchange(m_Usages, {});
-    m_RemovedUsages += static_cast<std::uint32_t>(usages.size());
+    const CATListVal<std::shared_ptr<CATPrdUsage>> usages = std::exchange(m_Usages, {});
+    m_RemovedUsages += static_cast<std::uint32_t>(usages.Size());
     for (const auto& pUsage : usages) {
         Detach(*pUsage);
     }

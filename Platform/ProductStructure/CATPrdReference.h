@@ -2,10 +2,10 @@
 
 #include <cstdint>
 #include <memory>
-#include <vector>
 
 #include "CATAsmProduct.h"
 #include "CATIPrdLink.h"
+#include "CATListVal.h"
 #include "CATPrdStructure.h"
 
 class CATPrdDocument;
@@ -49,14 +49,14 @@ public:
     // Loads the document of a product in visualization mode (see CATIPrdLink::LoadDocument).
     HRESULT Load();
 
-    const std::vector<std::shared_ptr<CATPrdUsage>>& GetUsages() const { return m_Usages; }
+    const CATListVal<std::shared_ptr<CATPrdUsage>>& GetUsages() const { return m_Usages; }
     std::uint32_t GetRemovedUsageCount() const { return m_RemovedUsages; }
     bool IsUsed() const { return m_UseCount > 0; }
 
     // Appends a use of a reference. The caller has made sure that no loop comes of it.
     void AddUsage(CATPrdReference& child, const CATPrdUsageData& data);
-    // Takes a use out. Returns false for one that is not this reference's.
-    bool RemoveUsage(const CATPrdUsage& usage);
+    // Takes a use out. Its former position, 0 for one that is not this reference's.
+    int RemoveUsage(const CATPrdUsage& usage);
 
     // Whether another reference stands somewhere below this one, or is this one.
     bool Contains(const CATPrdReference& other) const;
@@ -86,5 +86,6 @@ private:
     // Place in the session's order of root products, 0 before the session indexed it for the first time.
     std::uint64_t m_SessionNumber = 0;
     CATPrdDefinition m_Definition;
-    std::vector<std::shared_ptr<CATPrdUsage>> m_Usages;
+    CATListVal<std::shared_ptr<CATPrdUsage>> m_Usages;
+    std::uint32_t m_LastUsageNumber = 0;
 };

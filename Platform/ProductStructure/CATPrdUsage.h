@@ -1,5 +1,7 @@
 #pragma once
 
+#include <cstdint>
+
 #include "CATInterface_var.h"
 #include "CATPrdStructure.h"
 #include "CATUnicodeString.h"
@@ -15,6 +17,8 @@ struct CATPrdUsage
     CATPrdReference* pChild = nullptr;
     // Keeps the child.
     CATBaseUnknown_var spChild;
+    // Greater than that of the uses in front of it.
+    std::uint32_t number = 0;
     CATUnicodeString instanceName;
     CATUnicodeString description;
     CATPrdUserProperties userProperties;

@@ -5,7 +5,10 @@
 #include "CATError.h"
 #include "CATFrmNavigGraphicWindow.h"
 #include "CATIEditor.h"
+#include "CATIPrdLink.h"
 #include "CATMsgCatalog.h"
+#include "CATProductServices.h"
+#include "QTBExchangedFiles.h"
 #include "QTBFrmWindow.h"
 #include "QTBIQtbFrmWindow.h"
 
@@ -72,4 +75,62 @@ void QTBDocUtil::CloseAllQtbDocuments()
             CATDocumentServices::Remove(*CATDocument::FromComponent(documents[i].Get()));
         }
     }
+}
+
+HRESULT QTBDocUtil::GetPsnDocumentInSession(const CATUnicodeString& usPartNumber, CATIProduct_var* pspIProductOnRoot)
+{
+    return pspIProductOnRoot != nullptr ? CATProductServices::FindRootProduct(usPartNumber, pspIProductOnRoot)
+                                        : E_POINTER;
+}
+
+HRESULT QTBDocUtil::GetDocumentRootProduct(const CATDocument& document, CATIProduct_var* pspIProductOnRoot)
+{
+    return pspIProductOnRoot != nullptr ? CATProductServices::GetRootProduct(document, pspIProductOnRoot) : E_POINTER;
+}
+
+HRESULT QTBDocUtil::CmiGetDocForProduct(const CATIProduct_var& spIProduct, const CATUnicodeString& usPartNumber,
+                                        CATDocument** ppDocument)
+{
+    if (ppDocument == nullptr) {
+        return E_POINTER;
+    }
+    *ppDocument = nullptr;
+    CATIPrdLink_var spIPrdLink(spIProduct);
+    if (spIPrdLink != NULL_var && SUCCEEDED(spIPrdLink->GetDocument(ppDocument))) {
+        return S_OK;
+    }
+    CATIProduct_var spIProductOnRoot;
+    if (spIProduct == NULL_var || usPartNumber.IsEmpty() ||
+        FAILED(CATProductServices::FindRootProduct(usPartNumber, &spIProductOnRoot))) {
+        return E_FAIL;
+    }
+    spIPrdLink = spIProductOnRoot;
+    return spIPrdLink != NULL_var && SUCCEEDED(spIPrdLink->GetDocument(ppDocument)) ? S_OK : E_FAIL;
+}
+
+HRESULT QTBDocUtil::DocumentNeedsToBeSavedInPdm(const CATUnicodeString& usPath, unsigned char* pbNeedsToBeSaved,
+                                                const unsigned char& bIgnoreDocuments,
+                                                const unsigned char& bCompareContent)
+{
+    if (usPath.IsEmpty() || pbNeedsToBeSaved == nullptr) {
+        return E_FAIL;
+    }
+    CATDocument* pDocument = nullptr;
+    if (bIgnoreDocuments == FALSE && SUCCEEDED(CATDocumentServices::GetDocumentInSession(usPath, &pDocument)) &&
+        pDocument->IsDirty()) {
+        *pbNeedsToBeSaved = TRUE;
+        return S_OK;
+    }
+    using State = QTBExchangedFiles::State;
+    State state = State::Absent;
+    if (const HRESULT hr = QTBExchangedFiles::GetState(usPath, bCompareContent != FALSE, &state); FAILED(hr)) {
+        return hr;
+    }
+    *pbNeedsToBeSaved = state == State::Changed || state == State::NotNoted ? TRUE : FALSE;
+    return S_OK;
+}
+
+HRESULT QTBDocUtil::FileWasExchanged(const CATUnicodeString& usPath)
+{
+    return usPath.IsEmpty() ? E_FAIL : QTBExchangedFiles::Note(usPath);
 }

@@ -7,6 +7,8 @@
 #include "CATInstantiateComponent.h"
 #include "QTBCommUtil.h"
 #include "QTBDocUtil.h"
+#include "QTBEnvVarUtil.h"
+#include "QTBExchangedFiles.h"
 #include "QTBICommunicationServices.h"
 #include "QTBLoadManager.h"
 #include "QTBSchemaUtil.h"
@@ -21,6 +23,7 @@ struct Session
     unsigned char bShowRelations = TRUE;
     CATUnicodeString usSynchronizeContext;
     unsigned char bConfigurableNodeBehavior = FALSE;
+    CATUnicodeString usExMapFolder;
     std::deque<QTBInfoListEntry> infoList;
 };
 
@@ -138,6 +141,21 @@ HRESULT QTBGlobVarsUtil::SetConfigurableCatiaNodeBehaviorState(unsigned char bSt
     return Take(bState, TheSession().bConfigurableNodeBehavior);
 }
 
+HRESULT QTBGlobVarsUtil::GetExMapFolder(CATUnicodeString* pusFolder)
+{
+    CATUnicodeString usFolder = TheSession().usExMapFolder;
+    if (usFolder.IsEmpty()) {
+        // A variable that is not set leaves the folder empty.
+        QTBEnvVarUtil::GetOptionalEnvVarValue("QTB_EXMAP_FOLDER", &usFolder);
+    }
+    return Give(usFolder, pusFolder);
+}
+
+HRESULT QTBGlobVarsUtil::SetExMapFolder(const CATUnicodeString& usFolder)
+{
+    return Take(usFolder, TheSession().usExMapFolder);
+}
+
 HRESULT QTBGlobVarsUtil::AddMessageToInfoListDialog(CATError* pError)
 {
     if (pError == nullptr) {
@@ -184,5 +202,6 @@ void QTBGlobVarsUtil::EndSession()
     const Session ended = std::exchange(TheSession(), Session());
     QTBCommUtil::SetCommComponent(NULL_var);
     g_QTBLoadManager.Reset();
+    QTBExchangedFiles::Forget();
     QTBSchemaUtil::ReleaseReplacedSchemas();
 }

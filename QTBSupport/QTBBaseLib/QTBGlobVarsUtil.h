@@ -39,6 +39,11 @@ public:
     static HRESULT GetConfigurableCatiaNodeBehaviorState(unsigned char* pbState);
     static HRESULT SetConfigurableCatiaNodeBehaviorState(unsigned char bState);
 
+    // The folder through which files are exchanged with the PDM system. Unless it is set it is the one that the
+    // environment variable QTB_EXMAP_FOLDER names; the empty text, without either, stands for the working folder.
+    static HRESULT GetExMapFolder(CATUnicodeString* pusFolder);
+    static HRESULT SetExMapFolder(const CATUnicodeString& usFolder);
+
     // Queues a message for the information list dialog. Takes over the creator's reference of the error, as
     // CATError::GetReturn does. Fails for a null pointer.
     static HRESULT AddMessageToInfoListDialog(CATError* pError);

@@ -23,9 +23,9 @@ using QTBIPdmRelNode_var = CATInterface_var<QTBIPdmRelNode>;
 // The look-ups answer from indexes over the session's PDM graph. Indexes hold node keys, not nodes: they are brought up
 // to date on the first look-up after nodes were read, and every answer is checked against the graph as it is then, so a
 // node that was removed or that changed is never given. Of several candidates the one of the newest action wins, then
-// the newest version. Products are given by any handle on them. Unless an operation says otherwise it fails, quietly,
-// for an empty handle, an empty key and a null pointer; a look-up that finds nothing fails quietly with its out-value
-// untouched.
+// the newest version. Products are given by any handle on them; what is recorded about an instance is recorded about
+// its reference. Unless an operation says otherwise it fails, quietly, for an empty handle, an empty key and a null
+// pointer; a look-up that finds nothing fails quietly with its out-value untouched.
 class QTBBASELIB_API QTBLoadManager
 {
 public:

@@ -1,10 +1,10 @@
 #include "QTBPdmNodeIndex.h"
 
 #include <algorithm>
-#include <string_view>
 #include <unordered_set>
 #include <utility>
 
+#include "QTBFileUtil.h"
 #include "QTBGlobVarsUtil.h"
 #include "QTBINodeAttributes.h"
 #include "QTBIPdmNodeCont.h"
@@ -20,14 +20,6 @@ namespace {
 CATUnicodeString MakeInstanceText(const CATUnicodeString& usFatherKey, const CATUnicodeString& usInstanceName)
 {
     return usFatherKey + "\n" + usInstanceName;
-}
-
-CATUnicodeString WithoutExtension(const CATUnicodeString& usFileName)
-{
-    const std::string_view name = usFileName.View();
-    const std::size_t dot = name.rfind('.');
-    return dot == std::string_view::npos || dot == 0 ? usFileName
-                                                     : CATUnicodeString::FromValidUtf8(name.substr(0, dot));
 }
 
 // The node that the graph holds under that key, empty when it holds none.
@@ -208,5 +200,7 @@ CATUnicodeString QTBPdmNodeIndex::GetObjInfo(const QTBIPdmObjNode_var& spIPdmObj
         bIsCatiaFile == FALSE || usFileName.IsEmpty() || FAILED(spIPdmObjNode->GetClassAttr(&usClassName, nullptr))) {
         return CATUnicodeString();
     }
-    return WithoutExtension(usFileName) + "/" + usClassName;
+    CATUnicodeString usName;
+    QTBFileUtil::GetFileNameWithoutExtension(usFileName, &usName);
+    return usName + "/" + usClassName;
 }

@@ -15,8 +15,9 @@ struct QTBProductRecord
     unsigned char bIsArchiveRoot = FALSE;
 };
 
-// The records of the products, by component. A record keeps its product alive, so that no other product can come to its
-// place; records whose product nobody else holds any more are given up as new ones come.
+// The records of the products, by component; an instance shares the record of its reference. A record keeps its product
+// alive, so that no other product can come to its place; records of products that are no longer in session and that
+// nobody else holds are given up as new ones come.
 class QTBProductRecords
 {
 public:

@@ -3,7 +3,9 @@
 #include <iostream>
 #include <string>
 
+#include "CATIProduct.h"
 #include "QTBDebugUtil.h"
+#include "QTBFileUtil.h"
 #include "QTBINode.h"
 #include "QTBINodeAttributes.h"
 #include "QTBINodeRelations.h"
@@ -39,12 +41,33 @@ struct Side
 {
     const char* title;
     HRESULT (QTBINodeRelations::*getNames)(CATListValCATUnicodeString*, const unsigned char&);
-    HRESULT (QTBINodeRelations::*getNodes)
+    HRESULT(QTBINodeRelations::*getNodes)
     (const CATUnicodeString&, CATListValCATBaseUnknown_var*, const NodesToRetrieve&);
 };
 
 constexpr Side RIGHT{"Right", &QTBINodeRelations::GetRightRelationNames, &QTBINodeRelations::GetRightNodeList};
 constexpr Side LEFT{"Left", &QTBINodeRelations::GetLeftRelationNames, &QTBINodeRelations::GetLeftNodeList};
+
+// What a person knows a product by: the instance's name and the part number in parentheses, or the only one of them;
+// else the name of its file. Empty for a component that is no product.
+CATUnicodeString GetProductName(const CATBaseUnknown_var& spNode)
+{
+    const CATIProduct_var spIProduct(spNode);
+    CATUnicodeString usName;
+    if (spIProduct == NULL_var) {
+        return usName;
+    }
+    const CATUnicodeString usPartNumber = spIProduct->GetPartNumber();
+    if (FAILED(spIProduct->GetPrdInstanceName(&usName)) || usName.IsEmpty()) {
+        usName = usPartNumber;
+    } else if (!usPartNumber.IsEmpty()) {
+        usName = usName + " (" + usPartNumber + ")";
+    }
+    if (usName.IsEmpty()) {
+        QTBFileUtil::GetReferenceFileName(spIProduct, &usName, nullptr);
+    }
+    return usName;
+}
 
 HRESULT PrintRelationsOfSide(QTBINodeRelations& relations, const Side& side)
 {
@@ -72,7 +95,10 @@ CATUnicodeString QTBTraceUtil::GetNodeString(const CATBaseUnknown_var& spNode, c
     CATUnicodeString usDescription;
     const QTBINode_var spINode(spNode);
     if (spINode == NULL_var || FAILED(spINode->GetPdmClass(&usNodeString))) {
-        usNodeString = spNode->IsA();
+        usNodeString = GetProductName(spNode);
+        if (usNodeString.IsEmpty()) {
+            usNodeString = spNode->IsA();
+        }
     }
     if (spINode != NULL_var && SUCCEEDED(spINode->GetNodeDescriptionString(&usDescription)) &&
         !usDescription.IsEmpty()) {

@@ -14,8 +14,9 @@ using QTBIPdmNode_var = CATInterface_var<QTBIPdmNode>;
 class QTBBASELIB_API QTBTraceUtil
 {
 public:
-    // What a person needs to recognise a node: its PDM class and description, for a product its late type; with
-    // bWithKey the node's key in brackets behind it. "NULL_var" for an empty handle. Never fails.
+    // What a person needs to recognise a node: its PDM class and description, for a product its instance name and
+    // its part number in parentheses, for anything else its late type; with bWithKey the node's key in brackets behind
+    // it. "NULL_var" for an empty handle. Never fails.
     static CATUnicodeString GetNodeString(const CATBaseUnknown_var& spNode, const unsigned char& bWithKey);
 
     // The node's string attributes and the names and types of the others, one a line, indented by iDepth tabs.

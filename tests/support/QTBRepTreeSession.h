@@ -1,6 +1,11 @@
 #pragma once
 
+#include <unistd.h>
+
 #include <algorithm>
+#include <cstdio>
+#include <fstream>
+#include <iterator>
 #include <memory>
 #include <string>
 #include <utility>
@@ -18,6 +23,7 @@
 #include "QTBIRepNodeCont.h"
 #include "QTBInfoUtil.h"
 #include "QTBNodeRelationInfo.h"
+#include "QTBSchemaUtil.h"
 #include "QTBTestLateType.h"
 #include "QTBTestSession.h"
 
@@ -110,6 +116,12 @@ protected:
                         Succeeds());
         }
         return spIRepNode;
+    }
+
+    // Gives a rep node a PDM node that has no relations of its own.
+    void LinkToBarePdmNode(const QTBIRepNode_var& spIRepNode, const CATBaseUnknown_var& spPdmNode)
+    {
+        EXPECT_EQ(QTBINodeRelations_var(spIRepNode)->AddLeftNode("PdmToRep", spPdmNode, 1, TRUE), E_NOINTERFACE);
     }
 
     static void LinkBelow(const CATBaseUnknown_var& spParent, const CATBaseUnknown_var& spChild)
@@ -241,6 +253,22 @@ protected:
         EXPECT_THAT(GetPdmNodeCont()->RemoveNodeFromPdmGraph(key, FALSE, FALSE, FALSE, nullptr), Succeeds()) << key;
     }
 
+    // Puts the project's schema in force with pieces of its text replaced. The next test has the schema as it is.
+    static void LoadEditedSchema(const std::vector<std::pair<std::string, std::string>>& edits)
+    {
+        std::ifstream file(QTB_SOURCE_DIR "/resources/schema/QTBSchema.xml");
+        std::string text((std::istreambuf_iterator<char>(file)), std::istreambuf_iterator<char>());
+        for (const auto& [from, to] : edits) {
+            const std::size_t position = text.find(from);
+            ASSERT_NE(position, std::string::npos) << from;
+            text.replace(position, from.size(), to);
+        }
+        const std::string path = ::testing::TempDir() + "QTBRepTreeSession-" + std::to_string(getpid()) + ".xml";
+        std::ofstream(path) << text;
+        EXPECT_THAT(QTBSchemaUtil::LoadSchema(path.c_str()), Succeeds());
+        std::remove(path.c_str());
+    }
+
     // Texts of the information list.
     static std::vector<std::string> InfoList()
     {
@@ -305,13 +333,32 @@ private:
     std::unique_ptr<QTBFaultyExtensions> m_pFaulty;
 };
 
-// Rep nodes that lack something: the operations of QTBIRepNode on a component that is no node, and without a factory of
-// its own. Create makes one.
+// Rep nodes and PDM nodes that are no nodes: they have neither attributes nor relations.
 class QTBBareRepNodeType : public QTBTestLateType
 {
 public:
     QTBBareRepNodeType() : QTBTestLateType("QTBBareRepNode")
     {
         Register<TIEQTBIRepNode, QTBIRepNode, QTBERepNodeOnRepNode>();
+    }
+};
+
+class QTBBarePdmObjNodeType : public QTBTestLateType
+{
+public:
+    QTBBarePdmObjNodeType() : QTBTestLateType("QTBBarePdmObjNode")
+    {
+        Register<TIEQTBIPdmNode, QTBIPdmNode, QTBEPdmNodeOnPdmNode>();
+        Register<TIEQTBIPdmObjNode, QTBIPdmObjNode, QTBEPdmObjNodeOnPdmObjNode>();
+    }
+};
+
+class QTBBarePdmRelNodeType : public QTBTestLateType
+{
+public:
+    QTBBarePdmRelNodeType() : QTBTestLateType("QTBBarePdmRelNode")
+    {
+        Register<TIEQTBIPdmNode, QTBIPdmNode, QTBEPdmNodeOnPdmNode>();
+        Register<TIEQTBIPdmRelNode, QTBIPdmRelNode, QTBEPdmRelNodeOnPdmRelNode>();
     }
 };

@@ -21,6 +21,7 @@
 #include "QTBEInfoNodeOnInfoNode.h"
 #include "QTBEInitOnDoc.h"
 #include "QTBELinkToPsnOnRepNode.h"
+#include "QTBELinkToQtbOnASMPRODUCT.h"
 #include "QTBENodeAttributesOnNode.h"
 #include "QTBENodeOnNode.h"
 #include "QTBENodeRelationsOnNode.h"
@@ -39,6 +40,7 @@
 #include "TIECATInit.h"
 #include "TIEQTBIInfoNode.h"
 #include "TIEQTBILinkToPsn.h"
+#include "TIEQTBILinkToQtb.h"
 #include "TIEQTBINode.h"
 #include "TIEQTBINodeAttributes.h"
 #include "TIEQTBINodeRelations.h"
@@ -51,6 +53,7 @@
 
 // clang-format off
 #define QTB_MODEL_EXTENSIONS(ROW)                                                                                      \
+    ROW(ASMPRODUCT,     QTBELinkToQtbOnASMPRODUCT,       Data, QTBILinkToQtb)                                          \
     ROW(QTBBndBox,      QTBECreateInstanceOnBndBox,      Code, CATICreateInstance)                                     \
     ROW(QTBDoc,         QTBEEditorOnDoc,                 Data, CATIEditor)                                             \
     ROW(QTBDoc,         QTBEInitOnDoc,                   Data, CATInit)                                                \

@@ -176,8 +176,10 @@ void QTBNodeContainer::FileNode(const CATBaseUnknown_var& spBaseUnknownOnNode)
     entry.pNode = spBaseUnknownOnNode.Get();
     entry.number = ++m_LastNumber;
     const QTBINodeAttributes_var spINodeAttributes(spBaseUnknownOnNode);
-    if (spINodeAttributes != NULL_var && SUCCEEDED(spINodeAttributes->GetKey(&entry.usKey))) {
+    if (spINodeAttributes != NULL_var) {
         entry.hashKey = *spINodeAttributes->GetHashKey();
+    }
+    if (spINodeAttributes != NULL_var && SUCCEEDED(spINodeAttributes->GetKey(&entry.usKey))) {
         m_Index.Insert(entry);
     } else {
         ++m_ElementsWithoutIndex;

@@ -24,6 +24,11 @@ namespace {
 // Records with more attributes than this find a name through an index.
 constexpr int NAMES_TO_WALK = 48;
 
+// Asked for every attribute of every record.
+const CATUnicodeString ATTRIBUTE_TAG("a");
+const CATUnicodeString NAME_ATTRIBUTE("name");
+const CATUnicodeString NOTHING;
+
 } // namespace
 
 // The node text in the message about a missing attribute differs by type, and is meant to.
@@ -169,7 +174,7 @@ HRESULT QTBENodeAttributesOnNode::SetXmlElement(const CATBaseUnknown_var& spXmlE
     m_spXmlElement = spNewXmlElement;
 
     CATListValCATBaseUnknown_var ChildAttributeNodes;
-    QTB_CALL(QTBXmlUtil::GetElements, m_spXmlElement, "a", "", "", &ChildAttributeNodes);
+    QTB_CALL(QTBXmlUtil::GetElements, m_spXmlElement, ATTRIBUTE_TAG, NOTHING, NOTHING, &ChildAttributeNodes);
     for (const CATBaseUnknown_var& spChildAttributeNode : ChildAttributeNodes) {
         const CATIDOMElement_var spIDOMElementOnChildAttributeNode(spChildAttributeNode);
         QTB_INTERFACE(spIDOMElementOnChildAttributeNode);
@@ -181,6 +186,7 @@ HRESULT QTBENodeAttributesOnNode::SetXmlElement(const CATBaseUnknown_var& spXmlE
 
 HRESULT QTBENodeAttributesOnNode::GetXmlElement(CATBaseUnknown_var* pspXmlElement)
 {
+    QTB_SCOPE("QTBENodeAttributesOnNode::GetXmlElement");
     *pspXmlElement = m_spXmlElement;
     return QTB_SUCCESS;
 }
@@ -191,10 +197,10 @@ HRESULT QTBENodeAttributesOnNode::SetAttributeAsXmlNode(const CATBaseUnknown_var
     CATIDOMElement_var spIDOMElement(spAttributeElement);
     QTB_INTERFACE(spIDOMElement);
     unsigned char bHasNameAttribute = FALSE;
-    QTB_CALL(spIDOMElement->HasAttribute, "name", &bHasNameAttribute);
+    QTB_CALL(spIDOMElement->HasAttribute, NAME_ATTRIBUTE, &bHasNameAttribute);
     QTB_ASSERT(bHasNameAttribute);
     CATUnicodeString usName;
-    QTB_CALL(spIDOMElement->GetAttribute, "name", &usName);
+    QTB_CALL(spIDOMElement->GetAttribute, NAME_ATTRIBUTE, &usName);
 
     const unsigned char bAttributeIsAlreadyDefined = LocateName(usName) > 0 ? TRUE : FALSE;
     QTB_ASSERT(bAttributeIsAlreadyDefined == FALSE);
@@ -263,12 +269,14 @@ HRESULT QTBENodeAttributesOnNode::FileNewAttribute(std::unique_ptr<typename Type
 
 HRESULT QTBENodeAttributesOnNode::GetAllAttributeNames(CATListValCATUnicodeString* pNames)
 {
+    QTB_SCOPE("QTBENodeAttributesOnNode::GetAllAttributeNames");
     *pNames = m_AttributeNames;
     return QTB_SUCCESS;
 }
 
 HRESULT QTBENodeAttributesOnNode::AttributeIsDefined(const CATUnicodeString& usName, unsigned char* pbDefined)
 {
+    QTB_SCOPE("QTBENodeAttributesOnNode::AttributeIsDefined");
     *pbDefined = LocateName(usName) > 0 ? TRUE : FALSE;
     return QTB_SUCCESS;
 }

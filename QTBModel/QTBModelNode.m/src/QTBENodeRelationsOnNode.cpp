@@ -29,6 +29,10 @@ struct QTBENodeRelationsOnNode::RightSide
     static constexpr auto OtherAdd = &QTBINodeRelations::AddLeftNode;
     static constexpr auto OtherRemove = &QTBINodeRelations::RemoveLeftNode;
     static constexpr auto Lists = &QTBENodeRelationsOnNode::m_RightRelationLists;
+    static constexpr auto OwnAdd = &QTBENodeRelationsOnNode::AddRightNode;
+    static constexpr auto OwnRemove = &QTBENodeRelationsOnNode::RemoveRightNode;
+    static constexpr auto OwnGetNodes = &QTBENodeRelationsOnNode::GetRightNodeList;
+    static constexpr auto OwnGetNames = &QTBENodeRelationsOnNode::GetRightRelationNames;
 };
 
 struct QTBENodeRelationsOnNode::LeftSide
@@ -46,6 +50,10 @@ struct QTBENodeRelationsOnNode::LeftSide
     static constexpr auto OtherAdd = &QTBINodeRelations::AddRightNode;
     static constexpr auto OtherRemove = &QTBINodeRelations::RemoveRightNode;
     static constexpr auto Lists = &QTBENodeRelationsOnNode::m_LeftRelationLists;
+    static constexpr auto OwnAdd = &QTBENodeRelationsOnNode::AddLeftNode;
+    static constexpr auto OwnRemove = &QTBENodeRelationsOnNode::RemoveLeftNode;
+    static constexpr auto OwnGetNodes = &QTBENodeRelationsOnNode::GetLeftNodeList;
+    static constexpr auto OwnGetNames = &QTBENodeRelationsOnNode::GetLeftRelationNames;
 };
 
 HRESULT QTBENodeRelationsOnNode::SetRightNodeList(const CATUnicodeString& usRelationName,
@@ -188,11 +196,11 @@ HRESULT QTBENodeRelationsOnNode::SetNodeList(const CATUnicodeString& usRelationN
         pRelationList != NULL) {
         const CATListValCATBaseUnknown_var FormerNodes = pRelationList->GetValues();
         for (const CATBaseUnknown_var& spNode : FormerNodes) {
-            QTB_RESULT_AS(Side::REMOVE, RemoveNode<Side>(usRelationName, spNode));
+            QTB_RESULT_AS(Side::REMOVE, (this->*Side::OwnRemove)(usRelationName, spNode));
         }
     }
     for (const CATBaseUnknown_var& spNode : Nodes) {
-        QTB_RESULT_AS(Side::ADD, AddNode<Side>(usRelationName, spNode, AT_END, TRUE));
+        QTB_RESULT_AS(Side::ADD, (this->*Side::OwnAdd)(usRelationName, spNode, AT_END, TRUE));
     }
     return QTB_SUCCESS;
 }
@@ -268,12 +276,12 @@ template <class Side>
 HRESULT QTBENodeRelationsOnNode::RemoveRelsOfSide(QTBINodeRelations_var* pspINodeRelationsOnNodeToTransferRelationsTo)
 {
     CATListValCATUnicodeString RelationNames;
-    QTB_RESULT_AS(Side::GET_NAMES, GetRelationNames<Side>(&RelationNames, FALSE));
+    QTB_RESULT_AS(Side::GET_NAMES, (this->*Side::OwnGetNames)(&RelationNames, FALSE));
     for (const CATUnicodeString& usRelationName : RelationNames) {
         CATListValCATBaseUnknown_var Nodes;
-        QTB_RESULT_AS(Side::GET_NODES, GetNodeList<Side>(usRelationName, &Nodes, ALL_NODES));
+        QTB_RESULT_AS(Side::GET_NODES, (this->*Side::OwnGetNodes)(usRelationName, &Nodes, ALL_NODES));
         for (const CATBaseUnknown_var& spNode : Nodes) {
-            QTB_RESULT_AS(Side::REMOVE, RemoveNode<Side>(usRelationName, spNode));
+            QTB_RESULT_AS(Side::REMOVE, (this->*Side::OwnRemove)(usRelationName, spNode));
             if (pspINodeRelationsOnNodeToTransferRelationsTo != NULL) {
                 // A link that the target has already is no error here.
                 ((**pspINodeRelationsOnNodeToTransferRelationsTo).*Side::Add)(usRelationName, spNode, AT_END, FALSE);
@@ -336,10 +344,10 @@ HRESULT QTBENodeRelationsOnNode::GetAllRelations(CATListValCATBaseUnknown_var* p
 {
     QTB_ASSERT(pNodeList != NULL);
     CATListValCATUnicodeString RelationNames;
-    QTB_RESULT_AS(Side::GET_NAMES, GetRelationNames<Side>(&RelationNames, bExcludePdmToRep));
+    QTB_RESULT_AS(Side::GET_NAMES, (this->*Side::OwnGetNames)(&RelationNames, bExcludePdmToRep));
     for (const CATUnicodeString& usRelationName : RelationNames) {
         CATListValCATBaseUnknown_var Nodes;
-        QTB_RESULT_AS(Side::GET_NODES, GetNodeList<Side>(usRelationName, &Nodes, mode));
+        QTB_RESULT_AS(Side::GET_NODES, (this->*Side::OwnGetNodes)(usRelationName, &Nodes, mode));
         pNodeList->Append(Nodes);
     }
     return QTB_SUCCESS;
@@ -351,10 +359,10 @@ HRESULT QTBENodeRelationsOnNode::GetFirstNodeOfEachPdmRelation(CATListValCATBase
     QTB_ASSERT(pNodeList != NULL);
     pNodeList->RemoveAll();
     CATListValCATUnicodeString RelationNames;
-    QTB_RESULT_AS(Side::GET_NAMES, GetRelationNames<Side>(&RelationNames, TRUE));
+    QTB_RESULT_AS(Side::GET_NAMES, (this->*Side::OwnGetNames)(&RelationNames, TRUE));
     for (const CATUnicodeString& usRelationName : RelationNames) {
         CATListValCATBaseUnknown_var Nodes;
-        QTB_RESULT_AS(Side::GET_NODES, GetNodeList<Side>(usRelationName, &Nodes, MOST_RECENTLY_UPDATED_NODES));
+        QTB_RESULT_AS(Side::GET_NODES, (this->*Side::OwnGetNodes)(usRelationName, &Nodes, MOST_RECENTLY_UPDATED_NODES));
         if (Nodes.Size() > 0) {
             pNodeList->Append(Nodes[1]);
         }

@@ -1,19 +1,32 @@
 #include "QTBELinkToPsnOnRepNode.h"
 
+#include <utility>
+#include <vector>
+
+#include "CATDocument.h"
+#include "CATDocumentServices.h"
+#include "CATFrmEditor.h"
+#include "CATFrmLayout.h"
+#include "CATHSO.h"
 #include "CATIProduct.h"
+#include "CATPathElement.h"
 #include "QTBArchiveUtil.h"
 #include "QTBCheck.h"
 #include "QTBConstants.h"
+#include "QTBDocUtil.h"
 #include "QTBFileUtil.h"
 #include "QTBIPdmNode.h"
 #include "QTBIPdmObjNode.h"
+#include "QTBIPsnNode.h"
 #include "QTBIRepNode.h"
 #include "QTBInfoUtil.h"
 #include "QTBPartInstanceInfo.h"
 #include "QTBPdmGraphUtil.h"
 #include "QTBPdmSessionUtil.h"
+#include "QTBPsnTreeUtil.h"
 #include "QTBRepTreeUtil.h"
 #include "QTBTraceUtil.h"
+#include "QTBVisUtil.h"
 
 HRESULT QTBELinkToPsnOnRepNode::CorrespondingPsnNodeExists(unsigned char* pbExists,
                                                            CATIProduct_var* pspIProductOnCorrespondingPsnNode)
@@ -37,23 +50,270 @@ HRESULT QTBELinkToPsnOnRepNode::CorrespondingPsnNodeExists(unsigned char* pbExis
     return QTB_SUCCESS;
 }
 
-// The session holds no products, so none corresponds.
-HRESULT QTBELinkToPsnOnRepNode::CorrespondingPsnNodesExist(unsigned char* pbExist, CATListValCATBaseUnknown_var*,
-                                                           CATFrmWindow**)
+HRESULT QTBELinkToPsnOnRepNode::CorrespondingPsnNodesExist(unsigned char* pbExist,
+                                                           CATListValCATBaseUnknown_var* pCorrespondingPsnNodes,
+                                                           CATFrmWindow** ppFrmWindow)
 {
     QTB_SCOPE("QTBELinkToPsnOnRepNode::CorrespondingPsnNodesExist");
     QTB_ASSERT(pbExist != NULL);
     *pbExist = FALSE;
+    CATIProduct_var spIProductOnDocRootProduct;
+    CATListValCATBaseUnknown_var PsnNodes;
+    if (QTBPdmSessionUtil::UseBomPartStructure() != FALSE) {
+        if (FAILED(FindByPartStructure(&spIProductOnDocRootProduct, &PsnNodes))) {
+            return QTB_SUCCESS;
+        }
+    } else {
+        // An empty handle is reported as a condition that does not hold; meant.
+        const QTBIRepNode_var spIRepNodeOnThis(this);
+        QTB_ASSERT_AS("spIRepNodeOnThis", spIRepNodeOnThis != NULL_var);
+        if (FAILED(FindByFileStructure(&spIProductOnDocRootProduct, &PsnNodes))) {
+            return QTB_SUCCESS;
+        }
+    }
+    if (PsnNodes.Size() == 0) {
+        return QTB_SUCCESS;
+    }
+    *pbExist = TRUE;
+    if (pCorrespondingPsnNodes != NULL) {
+        *pCorrespondingPsnNodes = PsnNodes;
+    }
+    if (ppFrmWindow != NULL && *ppFrmWindow == NULL) {
+        CATListPtrCATFrmWindow Windows;
+        QTB_CALL(QTBVisUtil::GetPsnWindowsForHighlight, spIProductOnDocRootProduct->GetPartNumber(), &Windows);
+        if (Windows.Size() > 0) {
+            *ppFrmWindow = Windows[1];
+        }
+    }
     return QTB_SUCCESS;
 }
 
-HRESULT QTBELinkToPsnOnRepNode::HighlightPsnNodes(unsigned char, const unsigned char&, CATFrmWindow**)
+HRESULT QTBELinkToPsnOnRepNode::FindByPartStructure(CATIProduct_var* pspIProductOnDocRootProduct,
+                                                    CATListValCATBaseUnknown_var* pPsnNodes)
+{
+    CATListValQTBPartInstanceInfo PathToRootPartInstanceInfoList;
+    CATUnicodeString usFileName;
+    const HRESULT hr = GetMostAppropriatePsnDocumentInSession(pspIProductOnDocRootProduct,
+                                                              &PathToRootPartInstanceInfoList, &usFileName);
+    return FAILED(hr) ? hr
+                      : GetTargetPsnNodes(*pspIProductOnDocRootProduct, &PathToRootPartInstanceInfoList, 1, pPsnNodes,
+                                          usFileName);
+}
+
+HRESULT QTBELinkToPsnOnRepNode::FindByFileStructure(CATIProduct_var* pspIProductOnDocRootProduct,
+                                                    CATListValCATBaseUnknown_var* pPsnNodes)
+{
+    CATListValCATUnicodeString InstanceNames;
+    CATListValCATUnicodeString FileNames;
+    const HRESULT hr = QTBVisUtil::GetPathToRootInstanceNames(QTBIRepNode_var(this), &InstanceNames, &FileNames,
+                                                              pspIProductOnDocRootProduct);
+    return FAILED(hr) ? hr
+                      : QTBVisUtil::GetTargetChildFileNodes(*pspIProductOnDocRootProduct, InstanceNames, FileNames,
+                                                            InstanceNames.Size(), pPsnNodes);
+}
+
+HRESULT QTBELinkToPsnOnRepNode::GetMostAppropriatePsnDocumentInSession(
+    CATIProduct_var* pspIProductOnDocRootProduct, CATListValQTBPartInstanceInfo* pPathToRootPartInstanceInfoList,
+    CATUnicodeString* pusFileName)
+{
+    QTB_SCOPE("QTBELinkToPsnOnRepNode::GetMostAppropriatePsnDocumentInSession");
+    QTB_ASSERT(pspIProductOnDocRootProduct != NULL);
+    QTB_ASSERT(pPathToRootPartInstanceInfoList != NULL);
+    pPathToRootPartInstanceInfoList->RemoveAll();
+    CATListValQTBPartInstanceInfo Path;
+    CATUnicodeString usPartNumberAttrValue;
+    CATUnicodeString usFileName;
+    const bool hasPath = SUCCEEDED(GetPathToRootPartInstanceInfo(&Path, &usPartNumberAttrValue, &usFileName));
+    if (pusFileName != NULL) {
+        *pusFileName = usFileName;
+    }
+    if (hasPath) {
+        for (int i = 1; i <= Path.Size(); ++i) {
+            CATUnicodeString usPartNumber;
+            CATUnicodeString usInstanceName;
+            QTB_CALL(Path[i].GetInstanceInfo, &usPartNumber, &usInstanceName);
+            if (SUCCEEDED(QTBDocUtil::GetPsnDocumentInSession(usPartNumber, pspIProductOnDocRootProduct))) {
+                QTB_INTERFACE(*pspIProductOnDocRootProduct);
+                for (int j = i; j <= Path.Size(); ++j) {
+                    pPathToRootPartInstanceInfoList->Append(Path[j]);
+                }
+                return QTB_SUCCESS;
+            }
+        }
+        if (SUCCEEDED(QTBDocUtil::GetPsnDocumentInSession(usPartNumberAttrValue, pspIProductOnDocRootProduct))) {
+            QTB_INTERFACE(*pspIProductOnDocRootProduct);
+            return QTB_SUCCESS;
+        }
+        return QTB_QUIET_FAILURE;
+    }
+    if (usFileName.IsEmpty()) {
+        return QTB_QUIET_FAILURE;
+    }
+    CATUnicodeString usPath;
+    QTB_CALL(QTBFileUtil::CreateExMapFilePath, usFileName, &usPath);
+    CATDocument* pDocument = NULL;
+    if (FAILED(CATDocumentServices::GetDocumentInSession(usPath, &pDocument)) || pDocument == NULL ||
+        FAILED(QTBDocUtil::GetDocumentRootProduct(*pDocument, pspIProductOnDocRootProduct))) {
+        return QTB_QUIET_FAILURE;
+    }
+    return QTB_SUCCESS;
+}
+
+HRESULT QTBELinkToPsnOnRepNode::GetTargetPsnNodes(const CATIProduct_var& spIProductOnCurrentPsnNode,
+                                                  const CATListValQTBPartInstanceInfo* pPathToRootPartInstanceInfoList,
+                                                  int InstanceInfoIndex,
+                                                  CATListValCATBaseUnknown_var* pCorrespondingPsnNodes,
+                                                  const CATUnicodeString& usFileName)
+{
+    QTB_SCOPE("QTBELinkToPsnOnRepNode::GetTargetPsnNodes");
+    QTB_ASSERT(pCorrespondingPsnNodes != NULL);
+    QTB_INTERFACE(spIProductOnCurrentPsnNode);
+
+    // The products whose turn is still to come, the next one last, each with the step that leads on from it.
+    std::vector<std::pair<CATIProduct_var, int>> waiting;
+    waiting.emplace_back(spIProductOnCurrentPsnNode, InstanceInfoIndex);
+    while (!waiting.empty()) {
+        const auto [spIProduct, step] = std::move(waiting.back());
+        waiting.pop_back();
+        HRESULT hr = S_OK;
+        if (step <= pPathToRootPartInstanceInfoList->Size()) {
+            CATListValCATBaseUnknown_var Children;
+            hr = GetChildrenOfStep(spIProduct, *pPathToRootPartInstanceInfoList, step, &Children);
+            for (int i = Children.Size(); i >= 1; --i) {
+                waiting.emplace_back(CATIProduct_var(Children[i]), step + 1);
+            }
+        } else {
+            hr = AppendTargets(spIProduct, usFileName, pCorrespondingPsnNodes);
+        }
+        QTB_UNWIND_AS("GetTargetPsnNodes", step - InstanceInfoIndex, hr);
+    }
+    return QTB_SUCCESS;
+}
+
+HRESULT QTBELinkToPsnOnRepNode::GetChildrenOfStep(const CATIProduct_var& spIProductOnCurrentPsnNode,
+                                                  const CATListValQTBPartInstanceInfo& PathToRootPartInstanceInfoList,
+                                                  int InstanceInfoIndex, CATListValCATBaseUnknown_var* pChildren)
+{
+    CATUnicodeString usExpectedParentPartNumber;
+    CATListValCATUnicodeString InstanceNames;
+    QTB_CALL(PathToRootPartInstanceInfoList[InstanceInfoIndex].GetInstanceInfo, &usExpectedParentPartNumber,
+             &InstanceNames);
+    const CATUnicodeString usCurrentParentPartNumber = spIProductOnCurrentPsnNode->GetPartNumber();
+    if (!(usCurrentParentPartNumber == usExpectedParentPartNumber)) {
+        // Two blanks behind the unequal sign belong to the text.
+        QTB_TRACE("QTBELinkToPsnOnRepNode::GetTargetPsnNodes -> InstanceInfoIndex:"
+                  << InstanceInfoIndex << ", usCurrentParentPartNumber:[" << usCurrentParentPartNumber
+                  << "] !=  usExpectedParentPartNumber:[" << usExpectedParentPartNumber
+                  << "] -> returning unsuccessfully");
+        return QTB_QUIET_FAILURE;
+    }
+    const QTBIPsnNode_var spIPsnNodeOnCurrentPsnNode(spIProductOnCurrentPsnNode);
+    QTB_INTERFACE(spIPsnNodeOnCurrentPsnNode);
+    CATListValCATBaseUnknown_var DirectChildren;
+    QTB_CALL(spIPsnNodeOnCurrentPsnNode->GetDirectChildren, &DirectChildren, TRUE, TRUE, QTB_BOM_TYPE_ALL, FALSE);
+    for (const CATBaseUnknown_var& spDirectChild : DirectChildren) {
+        const CATIProduct_var spIProductOnDirectChild(spDirectChild);
+        QTB_INTERFACE(spIProductOnDirectChild);
+        CATUnicodeString usInstanceName;
+        QTB_CALL(spIProductOnDirectChild->GetPrdInstanceName, &usInstanceName);
+        if (InstanceNames.Locate(usInstanceName) > 0) {
+            pChildren->Append(spDirectChild);
+        }
+    }
+    if (pChildren->Size() == 0) {
+        QTB_TRACE("QTBELinkToPsnOnRepNode::GetTargetPsnNodes -> no PSN child nodes found for these instance names:");
+        QTBTraceUtil::PrintStringList(InstanceNames);
+        return QTB_QUIET_FAILURE;
+    }
+    return QTB_SUCCESS;
+}
+
+HRESULT QTBELinkToPsnOnRepNode::AppendTargets(const CATIProduct_var& spIProductOnCurrentPsnNode,
+                                              const CATUnicodeString& usFileName,
+                                              CATListValCATBaseUnknown_var* pCorrespondingPsnNodes)
+{
+    if (usFileName.IsEmpty()) {
+        pCorrespondingPsnNodes->Append(spIProductOnCurrentPsnNode);
+        return QTB_SUCCESS;
+    }
+    CATUnicodeString usReferenceFileName;
+    QTB_REPORT_CALL(QTBFileUtil::GetReferenceFileName, spIProductOnCurrentPsnNode, &usReferenceFileName, NULL);
+    if (usReferenceFileName == usFileName) {
+        pCorrespondingPsnNodes->Append(spIProductOnCurrentPsnNode);
+        return QTB_SUCCESS;
+    }
+    const QTBIPsnNode_var spIPsnNodeOnCurrentPsnNode(spIProductOnCurrentPsnNode);
+    QTB_INTERFACE(spIPsnNodeOnCurrentPsnNode);
+    CATListValCATBaseUnknown_var AllChildren;
+    QTB_CALL(spIPsnNodeOnCurrentPsnNode->GetAllChildren, &AllChildren, TRUE, TRUE, QTB_BOM_TYPE_ALL, FALSE, FALSE);
+    for (const CATBaseUnknown_var& spChild : AllChildren) {
+        try {
+            const CATIProduct_var spIProductOnChild(spChild);
+            QTB_RAISE_INTERFACE(spIProductOnChild);
+            CATUnicodeString usFileNameOfChild;
+            QTB_REPORT_CALL(QTBFileUtil::GetReferenceFileName, spIProductOnChild, &usFileNameOfChild, NULL);
+            if (!usFileNameOfChild.IsEmpty() && usFileNameOfChild == usFileName) {
+                pCorrespondingPsnNodes->Append(spChild);
+            }
+        } catch (const CATXHException& exception) {
+            QTB_TRACE("QTBELinkToPsnOnRepNode::GetTargetPsnNodes -> could not process child node");
+            QTB_TRACE(exception.GetError()->GetNLSMessage());
+        }
+    }
+    return QTB_SUCCESS;
+}
+
+HRESULT QTBELinkToPsnOnRepNode::HighlightPsnNodes(unsigned char bEmptyHighlightFirst,
+                                                  const unsigned char& bActivateWindow,
+                                                  CATFrmWindow** ppFrmWindowWhereHighlighted)
 {
     QTB_SCOPE("QTBELinkToPsnOnRepNode::HighlightPsnNodes");
     unsigned char bExist = FALSE;
     CATListValCATBaseUnknown_var CorrespondingPsnNodes;
-    QTB_CALL(CorrespondingPsnNodesExist, &bExist, &CorrespondingPsnNodes, NULL);
+    CATFrmWindow* pFrmWindowWhereHighlighted = NULL;
+    QTB_CALL(CorrespondingPsnNodesExist, &bExist, &CorrespondingPsnNodes, &pFrmWindowWhereHighlighted);
     QTB_ASSERT(bExist);
+
+    if (bActivateWindow != FALSE) {
+        if (pFrmWindowWhereHighlighted != NULL) {
+            CATFrmLayout* pFrmLayout = CATFrmLayout::GetCurrentLayout();
+            QTB_ASSERT(pFrmLayout != NULL);
+            try {
+                pFrmLayout->SetCurrentWindow(pFrmWindowWhereHighlighted);
+            } catch (const CATXHException& exception) {
+                QTB_TRACE("QTBELinkToPsnOnRepNode::HighlightPsnNodes ->" << exception.GetError()->GetNLSMessage());
+            }
+        } else {
+            QTB_TRACE("QTBELinkToPsnOnRepNode::HighlightPsnNodes -> pFrmWindowWhereHighlighted == NULL !");
+        }
+    }
+
+    CATFrmEditor* pFrmEditor = NULL;
+    for (int i = 1; i <= CorrespondingPsnNodes.Size(); ++i) {
+        const CATIProduct_var spIProductOnPsnNode(CorrespondingPsnNodes[i]);
+        QTB_INTERFACE(spIProductOnPsnNode);
+        if (i == 1) {
+            QTB_CALL(QTBPsnTreeUtil::GetFrmEditorPtrFromPsnNode, spIProductOnPsnNode, &pFrmEditor);
+        }
+        QTB_ASSERT(pFrmEditor != NULL);
+        CATPathElement* pPathElementOnPsnNode = NULL;
+        QTB_CALL(QTBVisUtil::GetPathElementPtrFromNode, spIProductOnPsnNode, pFrmEditor, &pPathElementOnPsnNode);
+        QTB_ASSERT(pPathElementOnPsnNode != NULL);
+        const CATPathElement_var spPathElementOnPsnNode = CATPathElement_var::Adopt(pPathElementOnPsnNode);
+        CATHSO* pHSO = pFrmEditor->GetHSO();
+        QTB_ASSERT(pHSO != NULL);
+        if (i == 1 && bEmptyHighlightFirst != FALSE) {
+            pHSO->Empty();
+        }
+        pHSO->AddElement(pPathElementOnPsnNode);
+    }
+
+    if (ppFrmWindowWhereHighlighted != NULL) {
+        *ppFrmWindowWhereHighlighted = pFrmWindowWhereHighlighted;
+        if (*ppFrmWindowWhereHighlighted == NULL) {
+            QTB_TRACE("QTBELinkToPsnOnRepNode::HighlightPsnNodes -> *ppFrmWindowWhereHighlighted == NULL !");
+        }
+    }
     return QTB_SUCCESS;
 }
 

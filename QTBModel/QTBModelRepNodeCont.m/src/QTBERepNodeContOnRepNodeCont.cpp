@@ -356,6 +356,14 @@ HRESULT QTBERepNodeContOnRepNodeCont::Cleanup()
     if (bFrmWindowPtrIsSet != FALSE) {
         QTB_CALL(SetQtbFrmWindowPtrToNull);
     }
+    // Trees that the window did not show and rep nodes that lost their PDM node are left. They refer to the container,
+    // so that neither would ever end.
+    CATListValCATBaseUnknown_var RemainingNodes;
+    QTB_CALL(GetAllRepNodes, &RemainingNodes);
+    for (const CATBaseUnknown_var& spRemainingNode : RemainingNodes) {
+        CATBaseUnknown_var spBaseUnknownOnRepNode(spRemainingNode);
+        QTB_CALL(RemoveNodeFromContainer, &spBaseUnknownOnRepNode, NULL);
+    }
     return QTB_SUCCESS;
 }
 

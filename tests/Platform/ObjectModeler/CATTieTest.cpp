@@ -76,9 +76,20 @@ public:
     TestCounter m_Part;
 };
 
+// Counts for all components together; lives until the program ends.
+class TestSharedCounter : public CATBaseUnknown
+{
+public:
+    int Increment() { return ++m_Count; }
+    const void* GetExtension() { return this; }
+
+private:
+    int m_Count = 0;
+};
+
 CATBaseUnknown* CreateCodeCounterTie(CATComponent* pComponent)
 {
-    return CATCreateTie<TIEITestCounter<CATCodeTie<ITestCounter, TestCounter>>>(pComponent);
+    return CATCreateTie<TIEITestCounter<CATCodeTie<ITestCounter, TestSharedCounter>>>(pComponent);
 }
 
 CATBaseUnknown* CreateCodeNameTie(CATComponent* pComponent)

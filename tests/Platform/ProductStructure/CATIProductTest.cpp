@@ -1,9 +1,11 @@
-#include "ProductSession.h"
+#include "CATIProduct.h"
 
 #include <chrono>
 #include <vector>
 
-using Products = ProductSession;
+#include "CATProductTestSession.h"
+
+using Products = CATProductTestSession;
 
 namespace {
 
@@ -272,8 +274,9 @@ TEST_F(Products, ARemovedChildGoesFromEveryPlaceAndTheOthersStayTheSame)
     // The same through one place, seen at another.
     const CATIProduct_var spOther = Child(Root("A"), 1);
     EXPECT_EQ(spLast->RemoveChild(Child(spLast, 1)), S_OK);
-    EXPECT_EQ(ChildNames(Root("A")), "");
     EXPECT_TRUE(spOther->GetFatherProduct() == NULL_var);
+    EXPECT_EQ(Root("A")->RemoveChild(spOther), E_FAIL);
+    EXPECT_EQ(ChildNames(Root("A")), "");
 }
 
 TEST_F(Products, OnlyAChildCanBeRemoved)

@@ -1,9 +1,11 @@
-#include "CATFrmEditor.h"
+#include "CATApplicationFrame.h"
 #include "CATFrmLayout.h"
+#include "CATFrmObjectEditor.h"
+#include "CATFrmWindow.h"
 #include "CATInit.h"
-#include "ProductSession.h"
+#include "CATProductTestSession.h"
 
-using ProductDocuments = ProductSession;
+using ProductDocuments = CATProductTestSession;
 
 namespace {
 
@@ -100,6 +102,21 @@ TEST_F(ProductDocuments, OneThatOthersUseStaysWhenItIsClosed)
     EXPECT_EQ(Child(Root("P"), 1)->GetPartNumber(), "A");
     CATDocumentServices::Remove(*DocumentOf(Root("P")));
     EXPECT_EQ(SessionFiles(), "");
+}
+
+TEST_F(ProductDocuments, ClosingTheEditorClosesTheDocumentUnlessOthersUseIt)
+{
+    Open(R"(<product id="p" file="p.CATProduct" partNumber="P"><instance of="a" name="A.1"/></product>
+            <product id="a" file="a.CATPart" partNumber="A" open="true"/>)");
+    CATFrmLayout* pLayout = CATApplicationFrame::GetFrame()->GetLayout();
+    ASSERT_NE(pLayout, nullptr);
+    pLayout->CloseEditor(CATFrmObjectEditor::Create(DocumentOf(Root("A"))));
+    EXPECT_EQ(SessionFiles(), "p.CATProduct a.CATPart ");
+    CATFrmObjectEditor* pEditor = CATFrmObjectEditor::Create(DocumentOf(Root("P")));
+    CATFrmObjectEditor::Create(DocumentOf(Root("A")));
+    pLayout->CloseWindow(CATFrmWindow::Create("P", pEditor));
+    EXPECT_EQ(SessionFiles(), "");
+    EXPECT_EQ(pLayout->GetEditorList().Size(), 0);
 }
 
 TEST_F(ProductDocuments, OneThatIsOpenedForItselfStaysWhenItsUserIsClosed)

@@ -2,10 +2,10 @@
 #include <fstream>
 #include <iterator>
 
+#include "CATProductTestSession.h"
 #include "CATXMLError.h"
-#include "ProductSession.h"
 
-using ProductStructureXml = ProductSession;
+using ProductStructureXml = CATProductTestSession;
 
 namespace {
 

@@ -37,12 +37,15 @@ protected:
                                                         pusDeleteOption);
     }
 
-    static CATBaseUnknown_var CreatePlainNode()
+    static CATBaseUnknown_var CreateComponent(const char* lateType)
     {
-        void* pNode = nullptr;
-        EXPECT_THAT(::CATInstantiateComponent("QTBNode", CLSID_CATBaseUnknown, &pNode), Succeeds());
-        return CATBaseUnknown_var::Adopt(static_cast<CATBaseUnknown*>(pNode));
+        void* pComponent = nullptr;
+        EXPECT_THAT(::CATInstantiateComponent(lateType, CLSID_CATBaseUnknown, &pComponent), Succeeds());
+        return CATBaseUnknown_var::Adopt(static_cast<CATBaseUnknown*>(pComponent));
     }
+
+    // A node that is neither a PDM node nor a rep node.
+    static CATBaseUnknown_var CreatePlainNode() { return CreateComponent("QTBNode"); }
 };
 
 TEST_F(PdmGraphRemoval, AnObjectGoesWithItsRelationsOnBothSides)
@@ -344,6 +347,23 @@ TEST_F(PdmGraphRemoval, CheckingWithAllWindowsClosedEmptiesTheRegistry)
     QTBFakeRepTree::Calls().clear();
     EXPECT_THAT(GetPdmNodeCont()->UpdateAllRepNodeContainers(nullptr), Succeeds());
     EXPECT_THAT(QTBFakeRepTree::Calls(), IsEmpty());
+}
+
+TEST_F(PdmGraphRemoval, ContainersThatUnregisterWhenTheyAreCleanedUpAreDroppedToo)
+{
+    // Real ones register themselves when they are created and have no window here.
+    const int iBefore = CATBaseUnknown::GetLiveComponentCount();
+    for (int i = 0; i < 3; ++i) {
+        EXPECT_TRUE(QTBIRepNodeCont_var(CreateComponent("QTBRepNodeCont")) != NULL_var);
+    }
+    EXPECT_EQ(CATBaseUnknown::GetLiveComponentCount(), iBefore + 3);
+    EXPECT_THAT(GetPdmNodeCont()->CheckRepNodeContainers(), Succeeds());
+    EXPECT_EQ(CATBaseUnknown::GetLiveComponentCount(), iBefore);
+    for (int i = 0; i < 3; ++i) {
+        EXPECT_TRUE(QTBIRepNodeCont_var(CreateComponent("QTBRepNodeCont")) != NULL_var);
+    }
+    EXPECT_THAT(GetPdmNodeCont()->Cleanup(), Succeeds());
+    EXPECT_THAT(AllKeys(), IsEmpty());
 }
 
 TEST_F(PdmGraphRemoval, CleaningUpEmptiesTheGraphAndTheRegistry)

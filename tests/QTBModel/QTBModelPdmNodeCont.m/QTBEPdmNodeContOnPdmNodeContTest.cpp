@@ -1,3 +1,7 @@
+#include <cstdio>
+#include <fstream>
+#include <iterator>
+
 #include <gmock/gmock.h>
 
 #include "QTBINode.h"
@@ -5,6 +9,7 @@
 #include "QTBINodeRelations.h"
 #include "QTBMatchers.h"
 #include "QTBPdmNodeContAccess.h"
+#include "QTBSchemaUtil.h"
 #include "QTBStringHash.h"
 
 using ::testing::Contains;
@@ -19,6 +24,20 @@ namespace {
 class PdmNodeContStore : public QTBPdmNodeContAccess
 {
 protected:
+    // Puts the project's schema in force, but for one piece of its text.
+    static void LoadSchemaWithout(const std::string& piece)
+    {
+        std::ifstream file(QTB_SOURCE_DIR "/resources/schema/QTBSchema.xml");
+        std::string text((std::istreambuf_iterator<char>(file)), std::istreambuf_iterator<char>());
+        const std::size_t position = text.find(piece);
+        ASSERT_NE(position, std::string::npos) << piece;
+        text.erase(position, piece.size());
+        const std::string path = ::testing::TempDir() + "PdmNodeContStoreSchema.xml";
+        std::ofstream(path) << text;
+        EXPECT_THAT(QTBSchemaUtil::LoadSchema(path.c_str()), Succeeds());
+        std::remove(path.c_str());
+    }
+
     static std::string ReadPart(const char* key, const char* name) { return Part(key, Attribute("Name", name)); }
 };
 
@@ -306,6 +325,18 @@ TEST_F(PdmNodeContStore, APartIsFoundByItsNumber)
     EXPECT_EQ(KeyOf(spIPdmNode), "B");
     // Not of the part class.
     EXPECT_THAT(GetPdmNodeCont()->GetPdmPartByPartNumber("300", &spIPdmNode), FailsCall("GetPdmNode"));
+}
+
+TEST_F(PdmNodeContStore, FindingPartsNeedsTheSessionsSettings)
+{
+    QTBIPdmNode_var spIPdmNode;
+    for (const char* setting : {" partClass=\"Part\"", " partNumberAttr=\"PartNumber\""}) {
+        LoadSchemaWithout(setting);
+        DebugCapture capture;
+        EXPECT_THAT(GetPdmNodeCont()->GetPdmPartByPartNumber("100", &spIPdmNode), Not(Succeeds()));
+        EXPECT_THAT(capture.Lines(),
+                    Contains(HasSubstr("QTBPdmSessionUtil::GetPdmSessionStringAttrValue : HRESULT FAILED")));
+    }
 }
 
 TEST_F(PdmNodeContStore, AnUnknownPartNumberIsAnError)

@@ -427,11 +427,25 @@ TEST_F(PdmGraphUpdate, TheSchemaClassIsSetFromTheSchemaInForce)
     EXPECT_THAT(Extension()->UpdateNodeSchemaPtr(CATBaseUnknown_var()), LacksInterface("spIPdmNode"));
 }
 
-TEST_F(PdmGraphUpdate, AChainOfAHundredThousandLevelsIsReadAndRemoved)
+TEST_F(PdmGraphUpdate, ANewSchemaCountsFromTheNextAnswerOn)
 {
-    constexpr int LEVELS = 100000;
+    Update(Part("A") + Part("B"));
+    QTBSchemaObject* pOld = nullptr;
+    EXPECT_THAT(ObjNode("A")->GetSchemaObjectPtr(&pOld), Succeeds());
+    ASSERT_THAT(QTBSchemaUtil::LoadSchema(QTB_SOURCE_DIR "/resources/schema/QTBSchema.xml"), Succeeds());
+    Update(Part("A"));
+    QTBSchemaObject* pNew = nullptr;
+    EXPECT_THAT(ObjNode("A")->GetSchemaObjectPtr(&pNew), Succeeds());
+    EXPECT_NE(pNew, pOld);
+    EXPECT_THAT(ObjNode("B")->GetSchemaObjectPtr(&pNew), Succeeds());
+    EXPECT_EQ(pNew, pOld);
+}
+
+TEST_F(PdmGraphUpdate, AChainOfAHundredThousandNodesIsReadAndRemoved)
+{
+    constexpr int PARTS = 50000;
     std::string items = Part("0");
-    for (int i = 1; i < LEVELS; ++i) {
+    for (int i = 1; i < PARTS; ++i) {
         const std::string key = std::to_string(i);
         items += Part(key) + PartPart("r" + key, std::to_string(i - 1), key);
     }

@@ -58,7 +58,6 @@ TEST_F(DocUtil, CleansUpTheRepNodeContainerWhenTheWindowCloses)
     QTBTestWindow window;
     window.Show(FindNode("P1"), {});
     const QTBIRepNodeCont_var spIRepNodeCont = window.GetCont();
-    QTBIQtbFrmWindow_var spIQtbFrmWindow;
     window.Close();
     CATListValCATBaseUnknown_var repNodes;
     EXPECT_EQ(spIRepNodeCont->GetAllRepNodes(&repNodes), S_OK);

@@ -1,9 +1,16 @@
 #include "QTBLoadManager.h"
 
+#include <memory>
+
 #include <gmock/gmock.h>
 
+#include "CATDocument.h"
+#include "CATDocumentServices.h"
 #include "CATError.h"
+#include "CATIProduct.h"
 #include "CATInstantiateComponent.h"
+#include "CATPrdStructure.h"
+#include "CATProductServices.h"
 #include "QTBHashTableNvSetAttribute.h"
 #include "QTBMatchers.h"
 #include "QTBTestSession.h"
@@ -67,6 +74,43 @@ protected:
         QTBIPdmRelNode_var spIPdmRelNode;
         const HRESULT hr = g_QTBLoadManager.GetPdmRelationForInstance(instanceKey, &spIPdmRelNode);
         return Found(hr, spIPdmRelNode);
+    }
+
+    // Opens a product document with that many parts, each used twice, and gives the instances, all of the first uses
+    // before those of the second.
+    static CATListValCATBaseUnknown_var OpenInstances(int partCount)
+    {
+        CATPrdStructure structure;
+        const auto addReference = [&](const std::string& name, const char* type) {
+            CATPrdReferenceData data;
+            data.storageName = CATUnicodeString(name + "." + type);
+            data.documentType = type;
+            data.definition.partNumber = CATUnicodeString(name);
+            structure.references.push_back(data);
+        };
+        addReference("assembly", "CATProduct");
+        for (int i = 1; i <= partCount; ++i) {
+            addReference("part" + std::to_string(i), "CATPart");
+        }
+        for (const char* suffix : {".1", ".2"}) {
+            for (int i = 1; i <= partCount; ++i) {
+                structure.usages.push_back(
+                    {0, static_cast<std::size_t>(i), CATUnicodeString("part" + std::to_string(i) + suffix), {}, {}});
+            }
+        }
+        CATIProduct_var spRoot;
+        EXPECT_THAT(CATProductServices::Open(structure, nullptr), Succeeds());
+        EXPECT_THAT(CATProductServices::FindRootProduct("assembly", &spRoot), Succeeds());
+        const std::unique_ptr<CATListValCATBaseUnknown_var> pChildren(spRoot->GetChildren("CATIProduct"));
+        return *pChildren;
+    }
+
+    static void CloseDocuments()
+    {
+        const CATListValCATBaseUnknown_var documents = CATDocumentServices::GetDocuments();
+        for (const CATBaseUnknown_var& spDocument : documents) {
+            CATDocumentServices::Remove(*CATDocument::FromComponent(spDocument.Get()));
+        }
     }
 
     static CATBaseUnknown_var CreateProduct()
@@ -315,6 +359,43 @@ TEST_F(LoadManager, ProductsThatAreGoneDoNotPileUp)
     EXPECT_LT(CATBaseUnknown::GetLiveComponentCount(), iBefore + 200);
     CATUnicodeString usType;
     EXPECT_THAT(g_QTBLoadManager.GetPdmNodeType(spKept, &usType, FALSE), Succeeds());
+}
+
+TEST_F(LoadManager, InstancesShareWhatIsRecordedAboutTheirReference)
+{
+    {
+        const CATListValCATBaseUnknown_var instances = OpenInstances(2);
+        EXPECT_THAT(g_QTBLoadManager.SetPdmNodeType(instances[1], "Part", TRUE), Succeeds());
+        CATUnicodeString usType;
+        EXPECT_THAT(g_QTBLoadManager.GetPdmNodeType(instances[3], &usType, FALSE), Succeeds());
+        EXPECT_TRUE(usType == "Part");
+        EXPECT_THAT(g_QTBLoadManager.GetPdmNodeType(instances[2], &usType, FALSE), FailsQuietly());
+        const CATIProduct_var spIProduct(instances[1]);
+        EXPECT_THAT(g_QTBLoadManager.GetPdmNodeType(spIProduct->GetReferenceProduct(), &usType, FALSE), Succeeds());
+    }
+    CloseDocuments();
+}
+
+TEST_F(LoadManager, ProductsInSessionKeepTheirRecordsHoweverManyThereAre)
+{
+    {
+        const CATListValCATBaseUnknown_var instances = OpenInstances(500);
+        for (int i = 1; i <= 500; ++i) {
+            EXPECT_THAT(g_QTBLoadManager.SetPsnReferenceIsAuxFile(instances[i], i % 2 == 0), Succeeds());
+        }
+        for (int i = 1; i <= 500; ++i) {
+            unsigned char bIsAuxFile = 2;
+            EXPECT_THAT(g_QTBLoadManager.GetPsnReferenceIsAuxFile(instances[i + 500], &bIsAuxFile), Succeeds());
+            EXPECT_EQ(bIsAuxFile, i % 2 == 0 ? TRUE : FALSE) << i;
+        }
+    }
+    CloseDocuments();
+    const int iClosed = CATBaseUnknown::GetLiveComponentCount();
+    for (int i = 0; i < 2000; ++i) {
+        g_QTBLoadManager.SetPdmNodeType(CreateProduct(), "Part", TRUE);
+    }
+    // The closed ones are gone, and new ones do not pile up in their place.
+    EXPECT_LT(CATBaseUnknown::GetLiveComponentCount(), iClosed);
 }
 
 TEST_F(LoadManager, ChildInstancesAreKeptPerPartNumber)

@@ -18,10 +18,10 @@
 
 // A session with product documents, empty at the start of a test. At its end all documents are closed, and no component
 // may be left.
-class ProductSession : public testing::Test
+class CATProductTestSession : public testing::Test
 {
 protected:
-    ProductSession() : m_LiveComponents(CATBaseUnknown::GetLiveComponentCount()) {}
+    CATProductTestSession() : m_LiveComponents(CATBaseUnknown::GetLiveComponentCount()) {}
 
     void TearDown() override
     {
@@ -31,10 +31,7 @@ protected:
 
     static void CloseAll()
     {
-        const CATListValCATBaseUnknown_var documents = CATDocumentServices::GetDocuments();
-        for (const CATBaseUnknown_var& spDocument : documents) {
-            CATDocumentServices::Remove(*CATDocument::FromComponent(spDocument.Get()));
-        }
+        CATDocumentServices::RemoveAll();
         EXPECT_EQ(CATDocumentServices::GetDocuments().Size(), 0);
     }
 

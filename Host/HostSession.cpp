@@ -2,14 +2,27 @@
 
 #include <filesystem>
 
+#include "CATDocument.h"
+#include "CATDocumentServices.h"
 #include "CATError.h"
+#include "CATFrmNavigGraphicWindow.h"
+#include "CATFrmObjectEditor.h"
 #include "CATIDOMDocument.h"
 #include "CATMsgCatalog.h"
+#include "CATProductServices.h"
+#ifdef QTB_WITH_STEP
+#include "CATStepProducts.h"
+#endif
 #include "HostResources.h"
+#include "QTBConstants.h"
 #include "QTBDocUtil.h"
 #include "QTBGlobVarsUtil.h"
 #include "QTBIQtbFrmWindow.h"
+#include "QTBIRepNode.h"
+#include "QTBNodeRelationInfo.h"
 #include "QTBRepTreeUtil.h"
+#include "QTBSchema.h"
+#include "QTBSchemaRelation.h"
 #include "QTBSchemaUtil.h"
 #include "QTBXmlUtil.h"
 
@@ -66,9 +79,41 @@ HostSession::HostSession(const std::string& schema, const std::string& language)
 
 HostSession::~HostSession()
 {
+    CloseAssemblies();
     m_spIRepNodeCont = NULL_var;
     m_spIPdmNodeCont = NULL_var;
     QTBGlobVarsUtil::EndSession();
+}
+
+CATListValCATBaseUnknown_var HostSession::OpenAssembly(const std::string& path)
+{
+    RequireFile(path, "assembly");
+    CATListValCATBaseUnknown_var documents;
+    if (fs::path(path).extension() == ".xml") {
+        Require(CATProductServices::OpenFile(path.c_str(), &documents), ExitCode::BadInput, "assembly");
+    } else {
+#ifdef QTB_WITH_STEP
+        Require(CATStepProducts::OpenFile(path.c_str(), &documents), ExitCode::BadInput, "assembly");
+#else
+        throw HostError(ExitCode::Usage, "assembly " + path +
+                                             " is no product structure file (.xml), and this program was built without "
+                                             "the STEP reader");
+#endif
+    }
+    for (const CATBaseUnknown_var& spDocument : documents) {
+        CATDocument* pDocument = CATDocument::FromComponent(spDocument.Get());
+        CATFrmNavigGraphicWindow::Create(pDocument->GetStorageName(), CATFrmObjectEditor::Create(pDocument));
+    }
+    m_Assemblies.Append(documents);
+    return documents;
+}
+
+void HostSession::CloseAssemblies()
+{
+    for (const CATBaseUnknown_var& spDocument : m_Assemblies) {
+        CATDocumentServices::Remove(*CATDocument::FromComponent(spDocument.Get()));
+    }
+    m_Assemblies.RemoveAll();
 }
 
 void HostSession::ReadAnswer(const std::string& path)
@@ -79,6 +124,42 @@ void HostSession::ReadAnswer(const std::string& path)
     Require(m_spIPdmNodeCont->UpdatePdmGraph(spIDOMDocument, nullptr, nullptr), ExitCode::BadInput, "answer " + path);
     unsigned char bAddNewNodes = TRUE;
     Require(m_spIPdmNodeCont->UpdateAllRepNodeContainers(&bAddNewNodes), ExitCode::Failure, "update after " + path);
+}
+
+void HostSession::ExpandEverything()
+{
+    QTBSchema* pSchema = nullptr;
+    Require(QTBSchemaUtil::GetCurrentSchemaPtr(&pSchema), ExitCode::Failure, "schema");
+    // New children go in front of the others, so the relation that is to stand first comes last.
+    CATListValQTBNodeRelationInfo relations;
+    for (int i = pSchema->GetRelationCount(); i >= 1; --i) {
+        QTBSchemaRelation* pRelation = nullptr;
+        Require(pSchema->GetRelationPtr(i, &pRelation), ExitCode::Failure, "schema");
+        relations.Append(QTBNodeRelationInfo(pRelation->GetName(), usLEFT_TO_RIGHT));
+    }
+    NodesToRetrieve nodes = ALL_NODES;
+    Require(m_spIRepNodeCont->SetPdmNodesToConsider(&nodes), ExitCode::Failure, "PDM window");
+    unsigned char bTrue = TRUE;
+    unsigned char bFalse = FALSE;
+    for (const CATBaseUnknown_var& spRoot : GetRoots()) {
+        const QTBIRepNode_var spIRepNode(spRoot);
+        unsigned char bIsDefaultNode = FALSE;
+        if (SUCCEEDED(spIRepNode->IsRepDefaultNode(&bIsDefaultNode)) && bIsDefaultNode == FALSE) {
+            Require(m_spIRepNodeCont->UpdateRepTree(spIRepNode, relations, &bFalse, nullptr, nullptr, &bTrue, &bFalse,
+                                                    &bFalse),
+                    ExitCode::Failure, "PDM window");
+        }
+    }
+    nodes = ONLY_CURRENT_NODES;
+    Require(m_spIRepNodeCont->SetPdmNodesToConsider(&nodes), ExitCode::Failure, "PDM window");
+}
+
+CATListValCATBaseUnknown_var HostSession::GetRoots() const
+{
+    CATListValCATBaseUnknown_var roots;
+    unsigned char bFalse = FALSE;
+    Require(m_spIRepNodeCont->GetRepRootNodes(&roots, &bFalse, &bFalse), ExitCode::Failure, "PDM window");
+    return roots;
 }
 
 std::string HostSession::Describe(HRESULT hr)

@@ -3,6 +3,7 @@
 #include <string>
 
 #include "CATInterface_var.h"
+#include "CATListValCATBaseUnknown_var.h"
 #include "HostError.h"
 #include "QTBIPdmNodeCont.h"
 #include "QTBIRepNodeCont.h"
@@ -17,8 +18,22 @@ public:
     HostSession& operator=(const HostSession&) = delete;
     ~HostSession();
 
+    // Opens a CAD assembly: a product structure file (.xml) or a STEP file. Each document gets an editor and a window.
+    // The answer is the documents that the file opens for themselves.
+    CATListValCATBaseUnknown_var OpenAssembly(const std::string& path);
+
+    // Closes the assemblies that are open.
+    void CloseAssemblies();
+
     // Reads a PDM answer as a command does: updates the PDM graph and lets the windows follow.
     void ReadAnswer(const std::string& path);
+
+    // Expands every root of the PDM window along all relations of the schema, from left to right, whatever the action
+    // that read them.
+    void ExpandEverything();
+
+    // The roots that the PDM window shows.
+    CATListValCATBaseUnknown_var GetRoots() const;
 
     const QTBIPdmNodeCont_var& GetPdmNodeCont() const { return m_spIPdmNodeCont; }
     const QTBIRepNodeCont_var& GetRepNodeCont() const { return m_spIRepNodeCont; }
@@ -32,4 +47,5 @@ public:
 private:
     QTBIPdmNodeCont_var m_spIPdmNodeCont;
     QTBIRepNodeCont_var m_spIRepNodeCont;
+    CATListValCATBaseUnknown_var m_Assemblies;
 };

@@ -161,22 +161,13 @@ private:
         HostSession::Require(spIRepNodeCont->UpdateQtbWindow(&bTrue, &bFalse), ExitCode::Failure, "window");
     }
 
-    CATListValCATBaseUnknown_var GetRoots() const
-    {
-        CATListValCATBaseUnknown_var roots;
-        unsigned char bFalse = FALSE;
-        HostSession::Require(m_Session.GetRepNodeCont()->GetRepRootNodes(&roots, &bFalse, &bFalse), ExitCode::Failure,
-                             "window");
-        return roots;
-    }
-
     void Expand(const CATListValQTBNodeRelationInfo& relations)
     {
         if (m_Options.level < 0) {
-            ExpandNodes(GetRoots(), relations, FALSE, nullptr);
+            ExpandNodes(m_Session.GetRoots(), relations, FALSE, nullptr);
             return;
         }
-        CATListValCATBaseUnknown_var nodes = GetRoots();
+        CATListValCATBaseUnknown_var nodes = m_Session.GetRoots();
         for (int level = 0; level < m_Options.level && nodes.Size() > 0; ++level) {
             CATListValCATBaseUnknown_var children;
             ExpandNodes(nodes, relations, TRUE, &children);
@@ -214,7 +205,7 @@ private:
         for (const CATBaseUnknown_var& spNode : nodes) {
             ++(QTBIPdmObjNode_var(spNode) != NULL_var ? counts.objects : counts.relations);
         }
-        counts.roots = GetRoots().Size();
+        counts.roots = m_Session.GetRoots().Size();
         HostSession::Require(m_Session.GetRepNodeCont()->GetAllRepNodes(&nodes), ExitCode::Failure, "window");
         for (const CATBaseUnknown_var& spNode : nodes) {
             unsigned char bIsRelation = FALSE;
@@ -226,7 +217,7 @@ private:
 
     void Print() const
     {
-        const std::vector<TreePrinter::Line> lines = TreePrinter::Collect(GetRoots(), m_Options.showLevel);
+        const std::vector<TreePrinter::Line> lines = TreePrinter::Collect(m_Session.GetRoots(), m_Options.showLevel);
         const Counts counts = Count();
         CATListValQTBInfoListEntry messages;
         QTBGlobVarsUtil::GetInfoListEntries(&messages);

@@ -7,6 +7,7 @@
 #include <fmt/ostream.h>
 #include <nlohmann/json.hpp>
 
+#include "CATPathElementSet.h"
 #include "CATUnicodeString.h"
 #include "QTBIRepNode.h"
 
@@ -18,7 +19,9 @@ using TreePrinter::Line;
 class Collector
 {
 public:
-    explicit Collector(int maxLevel) : m_MaxLevel(maxLevel) {}
+    Collector(int maxLevel, const CATPathElementSet* pHighlighted) : m_MaxLevel(maxLevel), m_pHighlighted(pHighlighted)
+    {
+    }
 
     std::vector<Line> Collect(const CATListValCATBaseUnknown_var& roots)
     {
@@ -63,7 +66,7 @@ private:
         }
     }
 
-    static Line Describe(const Open& open)
+    Line Describe(const Open& open) const
     {
         CATUnicodeString usText;
         open.spIRepNode->GetDisplayString(&usText);
@@ -79,10 +82,12 @@ private:
                 open.level,
                 bIsRelation != FALSE,
                 open.isLast,
-                0};
+                0,
+                m_pHighlighted != nullptr && m_pHighlighted->ContainsObject(open.spIRepNode)};
     }
 
     const int m_MaxLevel;
+    const CATPathElementSet* const m_pHighlighted;
     std::vector<Open> m_Open;
     std::vector<Line> m_Lines;
     std::size_t m_LastShown = 0;
@@ -123,9 +128,10 @@ std::vector<std::string> DrawBranches(const std::vector<Line>& lines)
 
 } // namespace
 
-std::vector<Line> TreePrinter::Collect(const CATListValCATBaseUnknown_var& roots, int maxLevel)
+std::vector<Line> TreePrinter::Collect(const CATListValCATBaseUnknown_var& roots, int maxLevel,
+                                       const CATPathElementSet* pHighlighted)
 {
-    return Collector(maxLevel).Collect(roots);
+    return Collector(maxLevel, pHighlighted).Collect(roots);
 }
 
 void TreePrinter::PrintText(std::ostream& stream, const std::vector<Line>& lines)
@@ -144,7 +150,7 @@ void TreePrinter::PrintText(std::ostream& stream, const std::vector<Line>& lines
         if (line.hiddenBelow > 0) {
             fmt::print(stream, "  (+ {} below)", line.hiddenBelow);
         }
-        stream << '\n';
+        stream << (line.isHighlighted ? "  <== highlighted\n" : "\n");
     }
 }
 

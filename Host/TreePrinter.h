@@ -6,6 +6,8 @@
 
 #include "CATListValCATBaseUnknown_var.h"
 
+class CATPathElementSet;
+
 // The displayed trees of a PDM window, taken down for printing.
 namespace TreePrinter {
 
@@ -19,10 +21,13 @@ struct Line
     bool isRelation;
     bool isLast;     // the last child of its parent
     int hiddenBelow; // nodes left out below this one, because of the level limit
+    bool isHighlighted = false;
 };
 
-// Walks the trees from the given root rep nodes. Children below maxLevel are only counted; -1 for no limit.
-std::vector<Line> Collect(const CATListValCATBaseUnknown_var& roots, int maxLevel);
+// Walks the trees from the given root rep nodes. Children below maxLevel are only counted; -1 for no limit. What is in
+// pHighlighted, which may be null, is highlighted.
+std::vector<Line> Collect(const CATListValCATBaseUnknown_var& roots, int maxLevel,
+                          const CATPathElementSet* pHighlighted = nullptr);
 
 // Indented trees with the PDM class in a column of its own.
 void PrintText(std::ostream& stream, const std::vector<Line>& lines);

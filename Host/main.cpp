@@ -7,6 +7,8 @@
 #include <CLI/CLI.hpp>
 
 #include "HostError.h"
+#include "LinkCommand.h"
+#include "ProductCommands.h"
 #include "TreeCommand.h"
 #ifdef QTB_WITH_STEP
 #include "ConvertCommand.h"
@@ -57,6 +59,57 @@ Exit codes: 0 done, 1 the session stopped short, 2 wrong command line, 3 input t
         ->type_name("N");
 }
 
+template <class Options>
+void AddSessionOptions(CLI::App& command, Options& options)
+{
+    command.add_option("--schema", options.schema, "PDM schema (the example schema if not given)")->type_name("FILE");
+    command.add_flag("--json", options.asJson, "print for programs");
+    command.add_option("--language", options.language, "language of messages and display names, for example German")
+        ->type_name("NAME");
+    command.add_flag("--debug", options.debug, "write the debug output");
+}
+
+constexpr const char* ASSEMBLY_HELP = "product structure file (.xml, docs/formats.md) or STEP file";
+
+void AddLink(CLI::App& app, LinkOptions& options)
+{
+    CLI::App* pLink = app.add_subcommand("link", "Show a CAD assembly beside its PDM data");
+    pLink->footer(
+        R"(For every product: which PDM part, relation and file correspond, and why:
+  by instance       a relation places the part below the father's, under the instance name
+  by part number    a part has the product's number; a relation that was rejected is named
+  not in PDM        neither; or a broken link
+Then what the PDM window shows and the assembly does not have.
+
+Examples:
+  qtbhost link examples/as1/products.xml examples/as1/structure.xml examples/as1/files.xml
+  qtbhost link --highlight rod-assembly_1/nut_2 examples/as1/products.xml examples/as1/structure.xml
+  qtbhost link --highlight-pdm nut examples/as1/products.xml examples/as1/structure.xml)");
+    pLink->add_option("assembly", options.assembly, ASSEMBLY_HELP)->required()->type_name("ASSEMBLY");
+    pLink->add_option("answers", options.answers, "PDM answers, read in this order")->required()->type_name("ANSWER");
+    pLink->add_option("--highlight", options.highlight, "instance names down to a product, to show in the PDM window")
+        ->type_name("PATH");
+    pLink->add_option("--highlight-pdm", options.highlightPdm, "key of a PDM item to show in the assembly")
+        ->type_name("KEY");
+    AddSessionOptions(*pLink, options);
+}
+
+void AddProductCommands(CLI::App& app, ProductOptions& options)
+{
+    CLI::App* pDiff = app.add_subcommand("diff", "Show the instances added to and missing from each product");
+    pDiff->add_option("assemblies", options.assemblies, ASSEMBLY_HELP)->required()->expected(2)->type_name("OLD NEW");
+    AddSessionOptions(*pDiff, options);
+
+    CLI::App* pDirty = app.add_subcommand("dirty", "Show which documents have to be saved in the PDM system");
+    pDirty->add_option("assembly", options.assemblies, ASSEMBLY_HELP)->required()->expected(1)->type_name("ASSEMBLY");
+    AddSessionOptions(*pDirty, options);
+
+    CLI::App* pTypes = app.add_subcommand("types", "Show the products' types and the commands that change them");
+    pTypes->add_option("assembly", options.assemblies, ASSEMBLY_HELP)->required()->expected(1)->type_name("ASSEMBLY");
+    pTypes->add_option("answers", options.answers, "PDM answers, read in this order")->type_name("ANSWER");
+    AddSessionOptions(*pTypes, options);
+}
+
 } // namespace
 
 int main(int argc, char** argv)
@@ -67,6 +120,10 @@ int main(int argc, char** argv)
 
     TreeOptions treeOptions;
     AddTree(app, treeOptions);
+    LinkOptions linkOptions;
+    AddLink(app, linkOptions);
+    ProductOptions productOptions;
+    AddProductCommands(app, productOptions);
 #ifdef QTB_WITH_STEP
     ConvertOptions convertOptions;
     CLI::App* pConvert = app.add_subcommand("convert", "Write the PDM answers of a STEP assembly");
@@ -78,6 +135,18 @@ int main(int argc, char** argv)
         app.parse(argc, argv);
         if (app.got_subcommand("tree")) {
             return RunTree(treeOptions);
+        }
+        if (app.got_subcommand("link")) {
+            return RunLink(linkOptions);
+        }
+        if (app.got_subcommand("diff")) {
+            return RunDiff(productOptions);
+        }
+        if (app.got_subcommand("dirty")) {
+            return RunDirty(productOptions);
+        }
+        if (app.got_subcommand("types")) {
+            return RunTypes(productOptions);
         }
 #ifdef QTB_WITH_STEP
         if (app.got_subcommand("convert")) {

@@ -1,0 +1,328 @@
+#include "LinkCommand.h"
+
+#include <algorithm>
+#include <iostream>
+
+#include <fmt/format.h>
+#include <fmt/ostream.h>
+#include <nlohmann/json.hpp>
+
+#include "CATFrmEditor.h"
+#include "CATFrmWindow.h"
+#include "HostSession.h"
+#include "ProductTree.h"
+#include "Progress.h"
+#include "QTBConstants.h"
+#include "QTBDebugUtil.h"
+#include "QTBILinkToPsn.h"
+#include "QTBILinkToQtb.h"
+#include "QTBINodeAttributes.h"
+#include "QTBIPdmNode.h"
+#include "QTBIPdmObjNode.h"
+#include "QTBIPdmRelNode.h"
+#include "QTBIPsnNode.h"
+#include "QTBIRepNode.h"
+#include "QTBInfoUtil.h"
+#include "QTBLoadManager.h"
+#include "QTBPsnTreeUtil.h"
+#include "QTBRepTreeUtil.h"
+#include "TreePrinter.h"
+
+namespace {
+
+std::string ToText(const CATUnicodeString& text)
+{
+    return std::string(text.View());
+}
+
+// Key of a PDM node, empty for an empty handle.
+template <class Interface>
+std::string GetKey(const CATInterface_var<Interface>& spNode)
+{
+    CATUnicodeString usKey;
+    const QTBINodeAttributes_var spINodeAttributes(spNode);
+    if (spINodeAttributes != NULL_var) {
+        spINodeAttributes->GetKey(&usKey);
+    }
+    return ToText(usKey);
+}
+
+// What corresponds to one product, and why.
+struct Correspondence
+{
+    std::string reason; // one of the texts below
+    std::string note;   // what else is to be said
+    std::string part;
+    std::string relation;
+    std::string file;
+};
+
+constexpr const char* BY_INSTANCE = "by instance";
+constexpr const char* BY_PART_NUMBER = "by part number";
+constexpr const char* BROKEN_LINK = "broken link";
+constexpr const char* NOT_IN_PDM = "not in PDM";
+
+class LinkRun
+{
+public:
+    explicit LinkRun(const LinkOptions& options) : m_Options(options), m_Session(options.schema, options.language) {}
+
+    int Run()
+    {
+        for (const std::string& answer : m_Options.answers) {
+            m_Progress.Show("reading " + answer);
+            m_Session.ReadAnswer(answer);
+        }
+        m_Progress.Show("expanding the PDM window");
+        m_Session.ExpandEverything();
+        m_Progress.Show("opening " + m_Options.assembly);
+        m_Documents = m_Session.OpenAssembly(m_Options.assembly);
+        m_Places = ProductTree::Collect(m_Documents);
+        for (const ProductTree::Place& place : m_Places) {
+            m_Correspondences.push_back(Find(place));
+        }
+        FindMissingProducts();
+        HighlightInPdmWindow();
+        HighlightInAssembly();
+        m_Progress.Clear();
+        m_Options.asJson ? PrintJson() : PrintText();
+        return static_cast<int>(ExitCode::Success);
+    }
+
+private:
+    Correspondence Find(const ProductTree::Place& place) const
+    {
+        const QTBILinkToQtb_var spILinkToQtb(place.spIProduct);
+        const QTBIPsnNode_var spIPsnNode(place.spIProduct);
+        if (spILinkToQtb == NULL_var || spIPsnNode == NULL_var) {
+            throw HostError(ExitCode::Failure, "products do not answer the PDM interfaces");
+        }
+        unsigned char bExist = FALSE;
+        QTBIPdmRelNode_var spIPdmRelNode;
+        QTBIPdmObjNode_var spIPdmObjNodeOnPart;
+        QTBIPdmObjNode_var spIPdmObjNodeOnFile;
+        HostSession::Require(spILinkToQtb->CorrespondingPdmNodesExist(&bExist, &spIPdmRelNode, &spIPdmObjNodeOnPart,
+                                                                      &spIPdmObjNodeOnFile),
+                             ExitCode::Failure, place.path);
+        Correspondence found{NOT_IN_PDM, "", GetKey(spIPdmObjNodeOnPart), GetKey(spIPdmRelNode),
+                             GetKey(spIPdmObjNodeOnFile)};
+        CATUnicodeString usType;
+        if (SUCCEEDED(spIPsnNode->GetPsnNodeType(&usType, nullptr)) && usType == usBROKENLINK) {
+            found.reason = BROKEN_LINK;
+        } else if (!found.relation.empty()) {
+            found.reason = BY_INSTANCE;
+        } else if (!found.part.empty()) {
+            found.reason = BY_PART_NUMBER;
+        }
+        if (found.relation.empty() && place.father >= 0) {
+            found.note = DescribeRejection(place);
+        }
+        unsigned char bFileRelationExists = FALSE;
+        unsigned char bDiffers = FALSE;
+        if (SUCCEEDED(spILinkToQtb->FileStrucPdmNodeExists(&bFileRelationExists, nullptr, &bDiffers)) &&
+            bDiffers != FALSE) {
+            found.note += found.note.empty() ? "" : "; ";
+            found.note += "name or version of the file differs";
+        }
+        return found;
+    }
+
+    // The relation that has the product's father and instance name and places another part.
+    std::string DescribeRejection(const ProductTree::Place& place) const
+    {
+        const CATUnicodeString usFather = m_Places[static_cast<std::size_t>(place.father)].spIProduct->GetPartNumber();
+        CATUnicodeString usName;
+        QTBIPdmRelNode_var spIPdmRelNode;
+        QTBIPdmObjNode_var spIPdmObjNodeOnOther;
+        if (FAILED(place.spIProduct->GetPrdInstanceName(&usName)) ||
+            FAILED(g_QTBLoadManager.GetPdmRelationForInstance(usFather, usName, &spIPdmRelNode)) ||
+            FAILED(spIPdmRelNode->GetRightObject(&spIPdmObjNodeOnOther))) {
+            return "";
+        }
+        CATUnicodeString usPartNumber;
+        QTBInfoUtil::GetCatiaPartNumberFromPdm(spIPdmObjNodeOnOther, &usPartNumber, FALSE, TRUE);
+        return fmt::format("rejected {}: it places part number {}", GetKey(spIPdmRelNode), usPartNumber.View());
+    }
+
+    // The relations shown in the PDM window that no product corresponds to.
+    void FindMissingProducts()
+    {
+        CATListValCATBaseUnknown_var nodes;
+        HostSession::Require(m_Session.GetRepNodeCont()->GetAllRepNodes(&nodes), ExitCode::Failure, "PDM window");
+        for (const CATBaseUnknown_var& spNode : nodes) {
+            const QTBIRepNode_var spIRepNode(spNode);
+            unsigned char bIsPartToPart = FALSE;
+            unsigned char bExists = FALSE;
+            if (FAILED(QTBRepTreeUtil::RepresentsPdmPartPartRelationNode(spIRepNode, &bIsPartToPart)) ||
+                bIsPartToPart == FALSE) {
+                continue;
+            }
+            ++m_ShownRelations;
+            if (SUCCEEDED(QTBILinkToPsn_var(spNode)->CorrespondingPsnNodeExists(&bExists, nullptr)) &&
+                bExists == FALSE) {
+                CATUnicodeString usKey;
+                spIRepNode->GetPdmNodeKey(&usKey);
+                CATUnicodeString usText;
+                spIRepNode->GetDisplayString(&usText);
+                m_OnlyInPdm.push_back({ToText(usKey), ToText(usText)});
+            }
+        }
+        std::sort(m_OnlyInPdm.begin(), m_OnlyInPdm.end());
+    }
+
+    void HighlightInPdmWindow()
+    {
+        if (m_Options.highlight.empty()) {
+            return;
+        }
+        const std::string path = m_Options.highlight == "/" ? "" : m_Options.highlight;
+        const auto found = std::find_if(m_Places.begin(), m_Places.end(),
+                                        [&](const ProductTree::Place& place) { return place.path == path; });
+        if (found == m_Places.end()) {
+            throw HostError(ExitCode::Usage, fmt::format("--highlight {}: the assembly has no such product", path));
+        }
+        HostSession::Require(QTBILinkToQtb_var(found->spIProduct)->HighlightProdStrucNode(TRUE, TRUE, &m_pPdmWindow),
+                             ExitCode::Failure, "--highlight " + m_Options.highlight);
+    }
+
+    void HighlightInAssembly()
+    {
+        if (m_Options.highlightPdm.empty()) {
+            return;
+        }
+        QTBIPdmNode_var spIPdmNode;
+        unsigned char bFound = FALSE;
+        HostSession::Require(
+            m_Session.GetPdmNodeCont()->GetPdmNodeByKey(m_Options.highlightPdm.c_str(), &spIPdmNode, &bFound),
+            ExitCode::Failure, "PDM graph");
+        if (bFound == FALSE) {
+            throw HostError(ExitCode::Usage, fmt::format("--highlight-pdm {}: the answers have no item with that key",
+                                                         m_Options.highlightPdm));
+        }
+        CATListValCATBaseUnknown_var repNodes;
+        HostSession::Require(spIPdmNode->GetRepNodes(&repNodes, m_Session.GetRepNodeCont()), ExitCode::Failure,
+                             "PDM window");
+        unsigned char bEmptyFirst = TRUE;
+        for (const CATBaseUnknown_var& spRepNode : repNodes) {
+            const QTBILinkToPsn_var spILinkToPsn(spRepNode);
+            unsigned char bExists = FALSE;
+            if (FAILED(spILinkToPsn->CorrespondingPsnNodesExist(&bExists, nullptr, nullptr)) || bExists == FALSE) {
+                continue;
+            }
+            CATFrmWindow* pWindow = nullptr;
+            HostSession::Require(spILinkToPsn->HighlightPsnNodes(bEmptyFirst, TRUE, &pWindow), ExitCode::Failure,
+                                 "--highlight-pdm " + m_Options.highlightPdm);
+            bEmptyFirst = FALSE;
+        }
+        if (bEmptyFirst != FALSE) {
+            throw HostError(ExitCode::Failure, fmt::format("--highlight-pdm {}: no product of the assembly corresponds",
+                                                           m_Options.highlightPdm));
+        }
+    }
+
+    bool IsHighlighted(const ProductTree::Place& place) const
+    {
+        CATFrmEditor* pEditor = nullptr;
+        return SUCCEEDED(QTBPsnTreeUtil::GetFrmEditorPtrFromPsnNode(place.spIProduct, &pEditor)) &&
+               pEditor != nullptr && pEditor->GetHSO()->ContainsObject(place.spIProduct);
+    }
+
+    int Count(const char* reason) const
+    {
+        return static_cast<int>(std::count_if(m_Correspondences.begin(), m_Correspondences.end(),
+                                              [&](const Correspondence& found) { return found.reason == reason; }));
+    }
+
+    int CountFiles() const
+    {
+        return static_cast<int>(std::count_if(m_Correspondences.begin(), m_Correspondences.end(),
+                                              [](const Correspondence& found) { return !found.file.empty(); }));
+    }
+
+    static std::string Describe(const Correspondence& found)
+    {
+        std::string text = found.reason;
+        const std::string& structure = found.relation.empty() ? found.part : found.relation;
+        text += structure.empty() ? "" : ": " + structure;
+        text += found.file.empty() ? "" : ", file " + found.file;
+        text += found.note.empty() ? "" : " (" + found.note + ")";
+        return text;
+    }
+
+    void PrintText() const
+    {
+        std::vector<TreePrinter::Line> lines;
+        for (std::size_t i = 0; i < m_Places.size(); ++i) {
+            const ProductTree::Place& place = m_Places[i];
+            lines.push_back({ProductTree::GetLabel(place.spIProduct), Describe(m_Correspondences[i]), place.path,
+                             place.level, false, place.isLast, 0, IsHighlighted(place)});
+        }
+        std::cout << "Assembly and what corresponds to it in the PDM system:\n\n";
+        TreePrinter::PrintText(std::cout, lines);
+        if (m_pPdmWindow != nullptr) {
+            std::cout << "\nPDM window:\n\n";
+            TreePrinter::PrintText(std::cout,
+                                   TreePrinter::Collect(m_Session.GetRoots(), -1, m_pPdmWindow->GetEditor()->GetHSO()));
+        }
+        fmt::print(std::cout,
+                   "\n{} products: {} linked by instance, {} by part number, {} not in PDM, {} broken links; {} have a "
+                   "file\n",
+                   m_Places.size(), Count(BY_INSTANCE), Count(BY_PART_NUMBER), Count(NOT_IN_PDM), Count(BROKEN_LINK),
+                   CountFiles());
+        fmt::print(std::cout, "{} part-to-part relations shown, {} of them without a product in the assembly\n",
+                   m_ShownRelations, m_OnlyInPdm.size());
+        for (const auto& [key, text] : m_OnlyInPdm) {
+            fmt::print(std::cout, "  only in PDM: {}  {}\n", key, text);
+        }
+    }
+
+    void PrintJson() const
+    {
+        nlohmann::ordered_json products = nlohmann::ordered_json::array();
+        for (std::size_t i = 0; i < m_Places.size(); ++i) {
+            const ProductTree::Place& place = m_Places[i];
+            const Correspondence& found = m_Correspondences[i];
+            products.push_back({{"path", place.path},
+                                {"partNumber", ToText(place.spIProduct->GetPartNumber())},
+                                {"reason", found.reason},
+                                {"relation", found.relation},
+                                {"part", found.part},
+                                {"file", found.file},
+                                {"note", found.note},
+                                {"highlighted", IsHighlighted(place)}});
+        }
+        nlohmann::ordered_json onlyInPdm = nlohmann::ordered_json::array();
+        for (const auto& [key, text] : m_OnlyInPdm) {
+            onlyInPdm.push_back({{"key", key}, {"display", text}});
+        }
+        const nlohmann::ordered_json result = {{"products", products},
+                                               {"onlyInPdm", onlyInPdm},
+                                               {"counts",
+                                                {{"products", m_Places.size()},
+                                                 {"byInstance", Count(BY_INSTANCE)},
+                                                 {"byPartNumber", Count(BY_PART_NUMBER)},
+                                                 {"notInPdm", Count(NOT_IN_PDM)},
+                                                 {"brokenLinks", Count(BROKEN_LINK)},
+                                                 {"withFile", CountFiles()},
+                                                 {"relationsShown", m_ShownRelations}}}};
+        std::cout << result.dump(2) << '\n';
+    }
+
+    const LinkOptions& m_Options;
+    HostSession m_Session;
+    Progress m_Progress;
+    CATListValCATBaseUnknown_var m_Documents;
+    std::vector<ProductTree::Place> m_Places;
+    std::vector<Correspondence> m_Correspondences;
+    std::vector<std::pair<std::string, std::string>> m_OnlyInPdm;
+    int m_ShownRelations = 0;
+    CATFrmWindow* m_pPdmWindow = nullptr;
+};
+
+} // namespace
+
+int RunLink(const LinkOptions& options)
+{
+    QTBDebugUtil::s_bGlobalDebugStatus = options.debug ? TRUE : FALSE;
+    return LinkRun(options).Run();
+}

@@ -1,0 +1,195 @@
+#include "ProductCommands.h"
+
+#include <filesystem>
+#include <iostream>
+#include <set>
+
+#include <fmt/format.h>
+#include <fmt/ostream.h>
+#include <nlohmann/json.hpp>
+
+#include "CATDocument.h"
+#include "HostSession.h"
+#include "ProductTree.h"
+#include "QTBDebugUtil.h"
+#include "QTBIPsnNode.h"
+
+namespace fs = std::filesystem;
+
+namespace {
+
+using Json = nlohmann::ordered_json;
+
+std::string ToText(const CATUnicodeString& text)
+{
+    return std::string(text.View());
+}
+
+Json ToJson(const CATListValCATUnicodeString& texts)
+{
+    Json array = Json::array();
+    for (const CATUnicodeString& text : texts) {
+        array.push_back(ToText(text));
+    }
+    return array;
+}
+
+QTBIPsnNode_var GetPsnNode(const CATIProduct_var& spIProduct)
+{
+    const QTBIPsnNode_var spIPsnNode(spIProduct);
+    if (spIPsnNode == NULL_var) {
+        throw HostError(ExitCode::Failure, "products do not answer the PDM interfaces");
+    }
+    return spIPsnNode;
+}
+
+// The first place of each reference, told apart by part number and, for products without one, by instance name.
+std::vector<ProductTree::Place> CollectReferences(const CATListValCATBaseUnknown_var& documents)
+{
+    std::vector<ProductTree::Place> first;
+    std::set<std::string> seen;
+    for (const ProductTree::Place& place : ProductTree::Collect(documents)) {
+        const CATUnicodeString usPartNumber = place.spIProduct->GetPartNumber();
+        if (seen.insert(usPartNumber.IsEmpty() ? "\n" + place.path : ToText(usPartNumber)).second) {
+            first.push_back(place);
+        }
+    }
+    return first;
+}
+
+void Print(const Json& result, bool asJson, const std::string& text)
+{
+    std::cout << (asJson ? result.dump(2) + "\n" : text);
+}
+
+void SetDebug(const ProductOptions& options)
+{
+    QTBDebugUtil::s_bGlobalDebugStatus = options.debug ? TRUE : FALSE;
+}
+
+// Why a document is to be saved, as far as it can be seen from outside.
+std::string DescribeDocument(const CATIProduct_var& spIProduct, bool isDirty)
+{
+    CATDocument* pDocument = nullptr;
+    if (FAILED(GetPsnNode(spIProduct)->GetReferenceDocumentPtr(&pDocument, FALSE)) || pDocument == nullptr) {
+        return isDirty ? "decided from its file" : "nothing to be saved";
+    }
+    const std::string path = ToText(pDocument->GetStorageName());
+    if (pDocument->IsDirty()) {
+        return "has changes that are not saved";
+    }
+    if (path.empty()) {
+        return "was never saved";
+    }
+    std::error_code error;
+    if (!fs::exists(path, error)) {
+        return "there is no file " + path;
+    }
+    return isDirty ? "the file is newer than what the PDM system has" : "saved in " + path;
+}
+
+} // namespace
+
+int RunDiff(const ProductOptions& options)
+{
+    SetDebug(options);
+    HostSession session(options.schema, options.language);
+    const CATListValCATBaseUnknown_var oldDocuments = session.OpenAssembly(options.assemblies[0]);
+    for (const ProductTree::Place& place : ProductTree::Collect(oldDocuments)) {
+        if (place.level == 0) {
+            HostSession::Require(GetPsnNode(place.spIProduct)->SaveCurrentChildInstanceInfoStrings(), ExitCode::Failure,
+                                 options.assemblies[0]);
+        }
+    }
+    session.CloseAssemblies();
+
+    Json products = Json::array();
+    std::string text;
+    int added = 0;
+    int missing = 0;
+    for (const ProductTree::Place& place : CollectReferences(session.OpenAssembly(options.assemblies[1]))) {
+        CATListValCATUnicodeString additional;
+        CATListValCATUnicodeString gone;
+        if (FAILED(GetPsnNode(place.spIProduct)->CheckCurrentChildInstanceInfoLists(&additional, &gone, FALSE)) ||
+            additional.Size() + gone.Size() == 0) {
+            continue;
+        }
+        added += additional.Size();
+        missing += gone.Size();
+        const std::string partNumber = ToText(place.spIProduct->GetPartNumber());
+        products.push_back({{"partNumber", partNumber}, {"added", ToJson(additional)}, {"missing", ToJson(gone)}});
+        text += partNumber + "\n";
+        for (const CATUnicodeString& name : additional) {
+            text += fmt::format("  + {}\n", name.View());
+        }
+        for (const CATUnicodeString& name : gone) {
+            text += fmt::format("  - {}\n", name.View());
+        }
+    }
+    text += fmt::format("{} instances added, {} missing\n", added, missing);
+    Print({{"products", products}, {"added", added}, {"missing", missing}}, options.asJson, text);
+    return static_cast<int>(ExitCode::Success);
+}
+
+int RunDirty(const ProductOptions& options)
+{
+    SetDebug(options);
+    HostSession session(options.schema, options.language);
+    Json products = Json::array();
+    std::string text;
+    int dirty = 0;
+    for (const ProductTree::Place& place : CollectReferences(session.OpenAssembly(options.assemblies[0]))) {
+        unsigned char bIsDirty = FALSE;
+        unsigned char bHasDesignTables = FALSE;
+        const HRESULT hr = GetPsnNode(place.spIProduct)->DocumentIsDirty(&bIsDirty, &bHasDesignTables);
+        const std::string label = ProductTree::GetLabel(place.spIProduct);
+        const std::string why = FAILED(hr) ? HostSession::Describe(hr)
+                                           : DescribeDocument(place.spIProduct, bIsDirty != FALSE) +
+                                                 (bHasDesignTables != FALSE ? "; has design tables" : "");
+        dirty += bIsDirty != FALSE ? 1 : 0;
+        products.push_back({{"product", label}, {"toBeSaved", bIsDirty != FALSE}, {"why", why}});
+        text += fmt::format("{} {}: {}\n", bIsDirty != FALSE ? "save" : "keep", label, why);
+    }
+    text += fmt::format("{} of {} documents have to be saved\n", dirty, products.size());
+    Print({{"products", products}, {"toBeSaved", dirty}}, options.asJson, text);
+    return static_cast<int>(ExitCode::Success);
+}
+
+int RunTypes(const ProductOptions& options)
+{
+    SetDebug(options);
+    HostSession session(options.schema, options.language);
+    for (const std::string& answer : options.answers) {
+        session.ReadAnswer(answer);
+    }
+    Json products = Json::array();
+    std::string text;
+    for (const ProductTree::Place& place : CollectReferences(session.OpenAssembly(options.assemblies[0]))) {
+        const QTBIPsnNode_var spIPsnNode = GetPsnNode(place.spIProduct);
+        CATUnicodeString usType;
+        CATUnicodeString usFileName;
+        spIPsnNode->GetPsnNodeType(&usType, &usFileName);
+        CATUnicodeString usPdmType;
+        CATUnicodeString usPdmTypeNls;
+        unsigned char bIsDerived = FALSE;
+        spIPsnNode->GetPdmNodeType(&usPdmType, &usPdmTypeNls, &bIsDerived);
+        CATListValCATUnicodeString commands;
+        spIPsnNode->GetPdmNodeTypeCommandHeaderIds(&commands);
+        const std::string label = ProductTree::GetLabel(place.spIProduct);
+        products.push_back({{"product", label},
+                            {"type", ToText(usType)},
+                            {"file", ToText(usFileName)},
+                            {"pdmNodeType", ToText(usPdmType)},
+                            {"display", ToText(usPdmTypeNls)},
+                            {"isDerived", bIsDerived != FALSE},
+                            {"commands", ToJson(commands)}});
+        text +=
+            fmt::format("{}: {} {}, PDM node type {}{}\n", label, usType.View(), usFileName.View(),
+                        usPdmType.IsEmpty() ? "unknown" : usPdmType.View(), bIsDerived != FALSE ? " (derived)" : "");
+        for (const CATUnicodeString& command : commands) {
+            text += fmt::format("    {}\n", command.View());
+        }
+    }
+    Print({{"products", products}}, options.asJson, text);
+    return static_cast<int>(ExitCode::Success);
+}

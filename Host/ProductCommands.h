@@ -1,0 +1,27 @@
+#pragma once
+
+#include <string>
+#include <vector>
+
+// Questions about the products of a CAD assembly that need no PDM window.
+struct ProductOptions
+{
+    std::vector<std::string> assemblies; // diff: the old one and the new one; else one
+    std::vector<std::string> answers;    // types: PDM answers, may be empty
+    std::string schema;                  // empty for the example schema
+    std::string language;                // empty for English
+    bool asJson = false;
+    bool debug = false;
+};
+
+// Each prints its answer on the standard output and raises HostError.
+
+// qtbhost diff: the instances that were added to each product and those that are missing, from the old assembly to the
+// new one. Products are the same when their part numbers are.
+int RunDiff(const ProductOptions& options);
+
+// qtbhost dirty: which documents have to be saved in the PDM system, and why.
+int RunDirty(const ProductOptions& options);
+
+// qtbhost types: the type of each product, its PDM node type and the commands offered to change that.
+int RunTypes(const ProductOptions& options);

@@ -5,7 +5,9 @@
 
 #include <fmt/format.h>
 
+#include "CATPrdStructure.h"
 #include "CATStepAssembly.h"
+#include "CATStepProducts.h"
 #include "HostError.h"
 #include "StepConverter.h"
 
@@ -21,7 +23,11 @@ void RunConvert(const ConvertOptions& options)
     }
     std::error_code error;
     fs::create_directories(options.folder, error);
-    for (const StepConverter::Answer& answer : StepConverter::ToAnswers(assembly)) {
+    std::vector<StepConverter::Answer> files = StepConverter::ToAnswers(assembly);
+    const std::string directory = fs::path(options.assembly).stem().string();
+    files.push_back(
+        {"products", StepConverter::ToProducts(CATStepProducts::ToStructure(assembly, directory.c_str()), directory)});
+    for (const StepConverter::Answer& answer : files) {
         const fs::path path = fs::path(options.folder) / (answer.name + ".xml");
         std::ofstream stream(path, std::ios::binary);
         stream << answer.xml;

@@ -40,22 +40,6 @@ void RequireFile(const std::string& path, const std::string& role)
     }
 }
 
-void SetLanguage(const fs::path& catalogs, const std::string& language)
-{
-    if (!language.empty() && !fs::is_directory(catalogs / language)) {
-        std::string known = "English";
-        for (const fs::directory_entry& entry : fs::directory_iterator(catalogs)) {
-            if (entry.is_directory()) {
-                known += ", " + entry.path().filename().string();
-            }
-        }
-        if (language != "English") {
-            throw HostError(ExitCode::Usage, "there are no messages in " + language + "; languages are " + known);
-        }
-    }
-    CATMsgCatalog::SetLanguage(language == "English" ? "" : language.c_str());
-}
-
 } // namespace
 
 HostSession::HostSession(const std::string& schema, const std::string& language)
@@ -63,7 +47,7 @@ HostSession::HostSession(const std::string& schema, const std::string& language)
     const fs::path resources = HostResources::GetFolder();
     const fs::path catalogs = resources / "msgcatalog";
     CATMsgCatalog::SetSearchPath({catalogs.c_str()});
-    SetLanguage(catalogs, language);
+    SetLanguage(language);
 
     const std::string schemaFile = schema.empty() ? (resources / "schema/QTBSchema.xml").string() : schema;
     RequireFile(schemaFile, "schema");
@@ -83,6 +67,23 @@ HostSession::~HostSession()
     m_spIRepNodeCont = NULL_var;
     m_spIPdmNodeCont = NULL_var;
     QTBGlobVarsUtil::EndSession();
+}
+
+void HostSession::SetLanguage(const std::string& language)
+{
+    const fs::path catalogs = fs::path(HostResources::GetFolder()) / "msgcatalog";
+    if (!language.empty() && !fs::is_directory(catalogs / language)) {
+        std::string known = "English";
+        for (const fs::directory_entry& entry : fs::directory_iterator(catalogs)) {
+            if (entry.is_directory()) {
+                known += ", " + entry.path().filename().string();
+            }
+        }
+        if (language != "English") {
+            throw HostError(ExitCode::Usage, "there are no messages in " + language + "; languages are " + known);
+        }
+    }
+    CATMsgCatalog::SetLanguage(language == "English" ? "" : language.c_str());
 }
 
 CATListValCATBaseUnknown_var HostSession::OpenAssembly(const std::string& path)

@@ -18,6 +18,9 @@ public:
     HostSession& operator=(const HostSession&) = delete;
     ~HostSession();
 
+    // Language of messages and display names from now on; "English" or the name of a folder of the message catalogs.
+    void SetLanguage(const std::string& language);
+
     // Opens a CAD assembly: a product structure file (.xml) or a STEP file. Each document gets an editor and a window.
     // The answer is the documents that the file opens for themselves.
     CATListValCATBaseUnknown_var OpenAssembly(const std::string& path);

@@ -94,11 +94,11 @@ int RunDiff(const ProductOptions& options)
 {
     SetDebug(options);
     HostSession session(options.schema, options.language);
-    const CATListValCATBaseUnknown_var oldDocuments = session.OpenAssembly(options.assemblies[0]);
+    const CATListValCATBaseUnknown_var oldDocuments = session.OpenAssembly(options.oldAssembly);
     for (const ProductTree::Place& place : ProductTree::Collect(oldDocuments)) {
         if (place.level == 0) {
             HostSession::Require(GetPsnNode(place.spIProduct)->SaveCurrentChildInstanceInfoStrings(), ExitCode::Failure,
-                                 options.assemblies[0]);
+                                 options.oldAssembly);
         }
     }
     session.CloseAssemblies();
@@ -107,7 +107,7 @@ int RunDiff(const ProductOptions& options)
     std::string text;
     int added = 0;
     int missing = 0;
-    for (const ProductTree::Place& place : CollectReferences(session.OpenAssembly(options.assemblies[1]))) {
+    for (const ProductTree::Place& place : CollectReferences(session.OpenAssembly(options.assembly))) {
         CATListValCATUnicodeString additional;
         CATListValCATUnicodeString gone;
         if (FAILED(GetPsnNode(place.spIProduct)->CheckCurrentChildInstanceInfoLists(&additional, &gone, FALSE)) ||
@@ -138,7 +138,7 @@ int RunDirty(const ProductOptions& options)
     Json products = Json::array();
     std::string text;
     int dirty = 0;
-    for (const ProductTree::Place& place : CollectReferences(session.OpenAssembly(options.assemblies[0]))) {
+    for (const ProductTree::Place& place : CollectReferences(session.OpenAssembly(options.assembly))) {
         unsigned char bIsDirty = FALSE;
         unsigned char bHasDesignTables = FALSE;
         const HRESULT hr = GetPsnNode(place.spIProduct)->DocumentIsDirty(&bIsDirty, &bHasDesignTables);
@@ -164,7 +164,7 @@ int RunTypes(const ProductOptions& options)
     }
     Json products = Json::array();
     std::string text;
-    for (const ProductTree::Place& place : CollectReferences(session.OpenAssembly(options.assemblies[0]))) {
+    for (const ProductTree::Place& place : CollectReferences(session.OpenAssembly(options.assembly))) {
         const QTBIPsnNode_var spIPsnNode = GetPsnNode(place.spIProduct);
         CATUnicodeString usType;
         CATUnicodeString usFileName;

@@ -6,10 +6,11 @@
 // Questions about the products of a CAD assembly that need no PDM window.
 struct ProductOptions
 {
-    std::vector<std::string> assemblies; // diff: the old one and the new one; else one
-    std::vector<std::string> answers;    // types: PDM answers, may be empty
-    std::string schema;                  // empty for the example schema
-    std::string language;                // empty for English
+    std::string assembly;
+    std::string oldAssembly;          // diff: what the assembly is compared with
+    std::vector<std::string> answers; // types: PDM answers, may be empty
+    std::string schema;               // empty for the example schema
+    std::string language;             // empty for English
     bool asJson = false;
     bool debug = false;
 };

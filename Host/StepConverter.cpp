@@ -5,6 +5,7 @@
 
 #include <pugixml.hpp>
 
+#include "CATPrdStructure.h"
 #include "CATStepAssembly.h"
 
 namespace {
@@ -182,4 +183,56 @@ std::vector<StepConverter::Answer> StepConverter::ToAnswers(const CATStepAssembl
 {
     const Converter converter(assembly);
     return {{"structure", converter.WriteStructure()}, {"files", converter.WriteFiles()}};
+}
+
+std::string StepConverter::ToProducts(const CATPrdStructure& structure, const std::string& directory)
+{
+    pugi::xml_document document;
+    pugi::xml_node products = document.append_child("products");
+    products.append_attribute("directory") = directory.c_str();
+    const auto idOf = [](std::size_t position) { return "p" + std::to_string(position + 1); };
+    const auto addOptional = [](pugi::xml_node node, const char* name, const CATUnicodeString& value) {
+        if (!value.IsEmpty()) {
+            node.append_attribute(name) = value.ConvertToChar();
+        }
+    };
+    const auto addProperties = [](pugi::xml_node node, const CATPrdUserProperties& properties) {
+        for (const auto& [name, value] : properties) {
+            pugi::xml_node property = node.append_child("property");
+            property.append_attribute("name") = name.ConvertToChar();
+            property.text() = value.ConvertToChar();
+        }
+    };
+
+    const std::vector<std::vector<std::size_t>> usagesByParent = structure.GetUsagesByParent();
+    for (std::size_t i = 0; i < structure.references.size(); ++i) {
+        const CATPrdReferenceData& reference = structure.references[i];
+        pugi::xml_node product = products.append_child("product");
+        product.append_attribute("id") = idOf(i).c_str();
+        const std::string storageName(reference.storageName.View());
+        const std::string prefix = directory + "/";
+        product.append_attribute("file") =
+            storageName.substr(storageName.starts_with(prefix) ? prefix.size() : 0).c_str();
+        if (reference.linkState == CATPrdLinkState::Broken) {
+            product.append_attribute("link") = "broken";
+        }
+        addOptional(product, "type", reference.documentType);
+        addOptional(product, "partNumber", reference.definition.partNumber);
+        addOptional(product, "nomenclature", reference.definition.nomenclature);
+        addOptional(product, "description", reference.definition.descriptionRef);
+        addOptional(product, "definition", reference.definition.definition);
+        addOptional(product, "revision", reference.definition.revision);
+        addProperties(product, reference.definition.userProperties);
+        for (const std::size_t position : usagesByParent[i]) {
+            const CATPrdUsageData& usage = structure.usages[position];
+            pugi::xml_node instance = product.append_child("instance");
+            instance.append_attribute("of") = idOf(usage.child).c_str();
+            instance.append_attribute("name") = usage.instanceName.ConvertToChar();
+            addOptional(instance, "description", usage.description);
+            addProperties(instance, usage.userProperties);
+        }
+    }
+    std::ostringstream stream;
+    document.save(stream, "  ");
+    return stream.str();
 }

@@ -83,7 +83,8 @@ private:
                 bIsRelation != FALSE,
                 open.isLast,
                 0,
-                m_pHighlighted != nullptr && m_pHighlighted->ContainsObject(open.spIRepNode)};
+                m_pHighlighted != nullptr && m_pHighlighted->ContainsObject(open.spIRepNode),
+                open.spIRepNode};
     }
 
     const int m_MaxLevel;

@@ -22,6 +22,7 @@ struct Line
     bool isLast;     // the last child of its parent
     int hiddenBelow; // nodes left out below this one, because of the level limit
     bool isHighlighted = false;
+    CATBaseUnknown_var spNode{}; // the rep node
 };
 
 // Walks the trees from the given root rep nodes. Children below maxLevel are only counted; -1 for no limit. What is in

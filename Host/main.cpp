@@ -9,6 +9,7 @@
 #include "HostError.h"
 #include "LinkCommand.h"
 #include "ProductCommands.h"
+#include "ShellCommand.h"
 #include "TreeCommand.h"
 #ifdef QTB_WITH_STEP
 #include "ConvertCommand.h"
@@ -97,17 +98,30 @@ Examples:
 void AddProductCommands(CLI::App& app, ProductOptions& options)
 {
     CLI::App* pDiff = app.add_subcommand("diff", "Show the instances added to and missing from each product");
-    pDiff->add_option("assemblies", options.assemblies, ASSEMBLY_HELP)->required()->expected(2)->type_name("OLD NEW");
+    pDiff->add_option("old", options.oldAssembly, ASSEMBLY_HELP)->required()->type_name("OLD");
+    pDiff->add_option("new", options.assembly, ASSEMBLY_HELP)->required()->type_name("NEW");
     AddSessionOptions(*pDiff, options);
 
     CLI::App* pDirty = app.add_subcommand("dirty", "Show which documents have to be saved in the PDM system");
-    pDirty->add_option("assembly", options.assemblies, ASSEMBLY_HELP)->required()->expected(1)->type_name("ASSEMBLY");
+    pDirty->add_option("assembly", options.assembly, ASSEMBLY_HELP)->required()->type_name("ASSEMBLY");
     AddSessionOptions(*pDirty, options);
 
     CLI::App* pTypes = app.add_subcommand("types", "Show the products' types and the commands that change them");
-    pTypes->add_option("assembly", options.assemblies, ASSEMBLY_HELP)->required()->expected(1)->type_name("ASSEMBLY");
+    pTypes->add_option("assembly", options.assembly, ASSEMBLY_HELP)->required()->type_name("ASSEMBLY");
     pTypes->add_option("answers", options.answers, "PDM answers, read in this order")->type_name("ANSWER");
     AddSessionOptions(*pTypes, options);
+}
+
+void AddShell(CLI::App& app, ShellOptions& options)
+{
+    CLI::App* pShell = app.add_subcommand("shell", "Work in a session, line by line");
+    pShell->footer(
+        "Without a script the lines come from the standard input: edited on a terminal, plain from a pipe. The "
+        "command help lists the commands.");
+    pShell->add_option("script", options.script, "file with commands")->type_name("FILE");
+    pShell->add_option("--schema", options.schema, "PDM schema (the example schema if not given)")->type_name("FILE");
+    pShell->add_option("--language", options.language, "language of messages and display names")->type_name("NAME");
+    pShell->add_flag("--debug", options.debug, "write the debug output");
 }
 
 } // namespace
@@ -124,6 +138,8 @@ int main(int argc, char** argv)
     AddLink(app, linkOptions);
     ProductOptions productOptions;
     AddProductCommands(app, productOptions);
+    ShellOptions shellOptions;
+    AddShell(app, shellOptions);
 #ifdef QTB_WITH_STEP
     ConvertOptions convertOptions;
     CLI::App* pConvert = app.add_subcommand("convert", "Write the PDM answers of a STEP assembly");
@@ -135,6 +151,9 @@ int main(int argc, char** argv)
         app.parse(argc, argv);
         if (app.got_subcommand("tree")) {
             return RunTree(treeOptions);
+        }
+        if (app.got_subcommand("shell")) {
+            return RunShell(shellOptions);
         }
         if (app.got_subcommand("link")) {
             return RunLink(linkOptions);

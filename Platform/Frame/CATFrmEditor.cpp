@@ -23,3 +23,12 @@ CATFrmEditor* CATFrmEditor::GetCurrentEditor()
     const CATFrmWindow* pWindow = pLayout != nullptr ? pLayout->GetCurrentWindow() : nullptr;
     return pWindow != nullptr ? pWindow->GetEditor() : nullptr;
 }
+
+void CATFrmEditor::ActivateWorkshop(const CATString& workshop)
+{
+    if (m_Workshop == workshop) {
+        return;
+    }
+    m_Workshop = workshop;
+    GetCallbackManager()->DispatchCallbacks(WORKSHOP_ACTIVATED(), this);
+}

@@ -60,6 +60,7 @@ void CATFrmLayout::CloseEditor(CATFrmEditor* pEditor)
     if (m_Editors.RemoveValue(pEditor) == 0) {
         return;
     }
+    pEditor->GetCSO()->Empty();
     pEditor->GetPSO()->Empty();
     pEditor->GetHSO()->Empty();
     AnnounceEnd(CATFrmEditor::EDITOR_CLOSE_ENDED(), pEditor);

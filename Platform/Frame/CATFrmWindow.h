@@ -7,6 +7,7 @@
 class CATFrmEditor;
 class CATFrmLayout;
 class CATNavigBox;
+class CATVisuScene;
 
 // A window of the application; it shows what its editor edits. The layout owns it.
 class PLATFORM_API CATFrmWindow : public CATEventSource
@@ -28,6 +29,9 @@ public:
 
     // The box with the window's navigation tree; null for a window without one.
     virtual CATNavigBox* GetNavigBox() { return nullptr; }
+
+    // What the window's 3D view shows; null for a window without one.
+    virtual CATVisuScene* GetScene() { return nullptr; }
 
 protected:
     friend class CATFrmLayout;

@@ -1,36 +1,41 @@
 #include "CATPathElementSet.h"
 
+#include <algorithm>
+
 bool CATPathElementSet::AddElement(CATPathElement* pPathElement)
 {
-    if (pPathElement == nullptr || Contains(pPathElement)) {
+    if (pPathElement == nullptr || !pPathElement->GetObject() || Contains(pPathElement)) {
         return false;
     }
+    const CATBaseUnknown* pObject = pPathElement->GetObject().Get();
     m_Paths.emplace_back(pPathElement);
-    m_Positions.emplace(pPathElement, std::prev(m_Paths.end()));
-    ++m_ObjectCounts[pPathElement->GetObject().Get()];
+    m_Places.emplace(pPathElement, Place{std::prev(m_Paths.end()), pObject});
+    m_PathsToObjects.emplace(pObject, pPathElement);
     return true;
 }
 
 bool CATPathElementSet::RemoveElement(const CATPathElement* pPathElement)
 {
-    const auto found = m_Positions.find(pPathElement);
-    if (found == m_Positions.end()) {
+    const auto found = m_Places.find(pPathElement);
+    if (found == m_Places.end()) {
         return false;
     }
-    const auto count = m_ObjectCounts.find(pPathElement->GetObject().Get());
-    if (--count->second == 0) {
-        m_ObjectCounts.erase(count);
+    const Place place = found->second;
+    m_Places.erase(found);
+    const auto [begin, end] = m_PathsToObjects.equal_range(place.pObject);
+    m_PathsToObjects.erase(std::find_if(begin, end, [=](const auto& entry) { return entry.second == pPathElement; }));
+    if (m_Next == place.position) {
+        ++m_Next;
     }
-    const Position position = found->second;
-    m_Positions.erase(found);
-    m_Paths.erase(position);
+    m_Paths.erase(place.position);
     return true;
 }
 
 void CATPathElementSet::Empty()
 {
-    m_Positions.clear();
-    m_ObjectCounts.clear();
+    m_Places.clear();
+    m_PathsToObjects.clear();
+    m_Next = m_Paths.end();
     // The paths may hold the last references of objects whose end reaches this set again.
     std::list<CATPathElement_var> paths;
     paths.swap(m_Paths);
@@ -38,10 +43,22 @@ void CATPathElementSet::Empty()
 
 bool CATPathElementSet::Contains(const CATPathElement* pPathElement) const
 {
-    return m_Positions.count(pPathElement) > 0;
+    return m_Places.count(pPathElement) > 0;
 }
 
 bool CATPathElementSet::ContainsObject(const CATBaseUnknown_var& spObject) const
 {
-    return m_ObjectCounts.count(spObject.Get()) > 0;
+    const auto [begin, end] = m_PathsToObjects.equal_range(spObject.Get());
+    return std::any_of(begin, end,
+                       [&](const auto& entry) { return entry.second->GetObject().Get() == spObject.Get(); });
+}
+
+CATPathElement* CATPathElementSet::NextElement()
+{
+    if (m_Next == m_Paths.end()) {
+        return nullptr;
+    }
+    CATPathElement* pPathElement = m_Next->Get();
+    ++m_Next;
+    return pPathElement;
 }

@@ -15,8 +15,8 @@ public:
 
     int GetSize() const { return static_cast<int>(m_Paths.size()); }
 
-    // Adds the path behind the others and keeps a reference of its own. False for a null pointer and for a path that
-    // the set holds already.
+    // Adds the path behind the others and keeps a reference of its own. False for a null pointer, for a path whose
+    // object has left the model and for one that the set holds already.
     bool AddElement(CATPathElement* pPathElement);
 
     // False when the set does not hold the path.
@@ -29,13 +29,26 @@ public:
     // Whether one of the paths leads to the object, given by any handle on it.
     bool ContainsObject(const CATBaseUnknown_var& spObject) const;
 
-    // The paths in the order in which they were added.
+    // The paths in the order in which they were added. One whose object leaves the model stays.
     const std::list<CATPathElement_var>& GetElements() const { return m_Paths; }
+
+    // The same as a walk: NextElement gives the path behind the last one that it gave, null at the end. Paths may be
+    // added and removed meanwhile. No reference is added.
+    void InitElementList() { m_Next = m_Paths.begin(); }
+    CATPathElement* NextElement();
 
 private:
     using Position = std::list<CATPathElement_var>::const_iterator;
 
+    struct Place
+    {
+        Position position;
+        // The object that the path led to when it was added.
+        const CATBaseUnknown* pObject;
+    };
+
     std::list<CATPathElement_var> m_Paths;
-    std::unordered_map<const CATPathElement*, Position> m_Positions;
-    std::unordered_map<const CATBaseUnknown*, int> m_ObjectCounts;
+    std::unordered_map<const CATPathElement*, Place> m_Places;
+    std::unordered_multimap<const CATBaseUnknown*, const CATPathElement*> m_PathsToObjects;
+    Position m_Next = m_Paths.end();
 };

@@ -2,6 +2,12 @@
 
 #include "CATFrmLayout.h"
 
+CATFrmNavigGraphicWindow::CATFrmNavigGraphicWindow(const CATUnicodeString& title, CATFrmEditor* pEditor)
+    : CATFrmWindow(title, pEditor),
+      m_Scene(pEditor != nullptr ? pEditor->GetPathElements().shared_from_this() : nullptr)
+{
+}
+
 CATFrmNavigGraphicWindow::~CATFrmNavigGraphicWindow() = default;
 
 CATFrmNavigGraphicWindow* CATFrmNavigGraphicWindow::Create(const CATUnicodeString& title, CATFrmEditor* pEditor)

@@ -1,10 +1,14 @@
 #include "CATNavigBox.h"
 
 #include <algorithm>
-#include <memory>
 #include <utility>
 
+#include "CATIAlias.h"
+#include "CATIGraphNode.h"
+#include "CATINavigModify.h"
 #include "CATINavigateObject.h"
+#include "CATIUIActivate.h"
+#include "CATNavigInstance.h"
 
 namespace {
 
@@ -25,6 +29,14 @@ CATUnicodeString JoinLabel(const CATListValCATUnicodeString& identificators)
         label += identificators[i];
     }
     return label;
+}
+
+// What an object is called that the tree cannot ask for a label.
+CATUnicodeString NameObject(const CATBaseUnknown_var& spObject)
+{
+    const CATIAlias_var spIAlias(spObject);
+    const CATUnicodeString alias = spIAlias != NULL_var ? spIAlias->GetAlias() : CATUnicodeString();
+    return alias.IsEmpty() ? CATUnicodeString(spObject->IsA()) : alias;
 }
 
 } // namespace
@@ -77,13 +89,16 @@ bool CATNavigBox::RemoveRoot(const CATBaseUnknown_var& spRoot)
 void CATNavigBox::Expand(const CATBaseUnknown_var& spObject)
 {
     if (spObject) {
-        GetEntry(spObject).bExpanded = true;
+        Entry& entry = GetEntry(spObject);
+        entry.bDecided = true;
+        entry.bExpanded = true;
     }
 }
 
 void CATNavigBox::Collapse(const CATBaseUnknown_var& spObject)
 {
     if (const auto found = m_Entries.find(spObject.Get()); found != m_Entries.end()) {
+        found->second.bDecided = true;
         found->second.bExpanded = false;
     }
 }
@@ -147,7 +162,8 @@ std::vector<CATNavigLine> CATNavigBox::Display()
         entry.bReached = true;
         const bool bHasChildren = entry.children.Size() > 0;
         const bool bUnfold = bHasChildren && entry.bExpanded && !entry.bOnPath;
-        lines.push_back({current.spObject, entry.label, current.level, bHasChildren, bUnfold});
+        lines.push_back(
+            {current.spObject, entry.label, entry.icon, entry.stateCode, current.level, bHasChildren, bUnfold});
         if (bUnfold) {
             entry.bOnPath = true;
             open.push_back({current.spObject, current.level, true});
@@ -156,6 +172,30 @@ std::vector<CATNavigLine> CATNavigBox::Display()
     }
     ForgetUnreached();
     return lines;
+}
+
+CATUnicodeString CATNavigBox::GetShortHelp(const CATBaseUnknown_var& spObject) const
+{
+    const auto found = m_Entries.find(spObject.Get());
+    if (found == m_Entries.end() || found->second.pInstance == nullptr) {
+        return {};
+    }
+    CATUnicodeString shortHelp = found->second.label;
+    CATINavigModify_var(found->second.pInstance->GetNode())->ModifyShortHelp(shortHelp);
+    return shortHelp;
+}
+
+HRESULT CATNavigBox::DoubleClick(const CATBaseUnknown_var& spObject) const
+{
+    const CATIUIActivate_var spIUIActivate(spObject);
+    return spIUIActivate != NULL_var ? spIUIActivate->Activate() : S_FALSE;
+}
+
+CATBaseUnknown_var CATNavigBox::GetNode(const CATBaseUnknown_var& spObject) const
+{
+    const auto found = m_Entries.find(spObject.Get());
+    return found != m_Entries.end() && found->second.pInstance != nullptr ? found->second.pInstance->GetNode()
+                                                                         : CATBaseUnknown_var();
 }
 
 CATNavigBox::Entry& CATNavigBox::GetEntry(const CATBaseUnknown_var& spObject)
@@ -171,9 +211,15 @@ void CATNavigBox::Ask(Entry& entry)
 {
     ++m_QuestionCount;
     entry.bKnown = true;
+    AskObject(entry);
+    AskNode(entry);
+}
+
+void CATNavigBox::AskObject(Entry& entry)
+{
     const CATINavigateObject_var spINavigateObject(entry.spObject);
     if (spINavigateObject == NULL_var) {
-        entry.label = entry.spObject->IsA();
+        entry.label = NameObject(entry.spObject);
         entry.children.RemoveAll();
         return;
     }
@@ -181,6 +227,22 @@ void CATNavigBox::Ask(Entry& entry)
     const std::unique_ptr<CATListValCATBaseUnknown_var> pChildren(spINavigateObject->GetChildren());
     entry.label = pLabel != nullptr ? JoinLabel(*pLabel) : CATUnicodeString();
     entry.children = pChildren != nullptr ? *pChildren : CATListValCATBaseUnknown_var();
+}
+
+void CATNavigBox::AskNode(Entry& entry)
+{
+    if (entry.pInstance == nullptr) {
+        entry.pInstance = std::make_unique<CATNavigInstance>(this, entry.spObject);
+    }
+    const CATINavigModify_var spINavigModify(entry.pInstance->GetNode());
+    const CATIGraphNode_var spIGraphNode(entry.pInstance->GetNode());
+    spINavigModify->UpdateElem(entry.pInstance.get());
+    spIGraphNode->GetIconName(&entry.icon);
+    const bool bMarked = spIGraphNode->IconIsMarked() != FALSE || spIGraphNode->LabelIsMarked() != FALSE;
+    entry.stateCode = bMarked ? spIGraphNode->GetStateCode() : 0;
+    if (!std::exchange(entry.bDecided, true)) {
+        entry.bExpanded = spINavigModify->GetExpansionMode() == CATNavigExpansionMode::UnfoldedAtFirst;
+    }
 }
 
 void CATNavigBox::ForgetUnreached()

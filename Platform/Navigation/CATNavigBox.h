@@ -1,5 +1,6 @@
 #pragma once
 
+#include <memory>
 #include <unordered_map>
 #include <unordered_set>
 #include <vector>
@@ -8,8 +9,11 @@
 #include "CATNavigLine.h"
 #include "PlatformExport.h"
 
+class CATNavigInstance;
+
 // Navigation tree of a window: root objects, and below each object that is unfolded its children. What an object shows
-// is asked of it (CATINavigateObject) when it is displayed for the first time and again after a redraw.
+// is asked of it (CATINavigateObject), and how it looks of its navigation node (CATINavigModify, CATIGraphNode), when it
+// is displayed for the first time and again after a redraw.
 class PLATFORM_API CATNavigBox
 {
 public:
@@ -30,7 +34,8 @@ public:
     // False when the object is no root.
     bool RemoveRoot(const CATBaseUnknown_var& spRoot);
 
-    // Unfolds and folds an object, wherever it is displayed. Objects are folded at first.
+    // Unfolds and folds an object, wherever it is displayed. Until then it is as its navigation node says, folded for
+    // most.
     void Expand(const CATBaseUnknown_var& spObject);
     void Collapse(const CATBaseUnknown_var& spObject);
     bool IsExpanded(const CATBaseUnknown_var& spObject) const;
@@ -49,6 +54,17 @@ public:
     // there. Objects that are no longer reached are forgotten.
     std::vector<CATNavigLine> Display();
 
+    // The text shown when the pointer rests on an object: its label, unless its navigation node changes it. Empty for an
+    // object that is not on display.
+    CATUnicodeString GetShortHelp(const CATBaseUnknown_var& spObject) const;
+
+    // What a double click on an object does: activates it in the user interface (CATIUIActivate). S_FALSE for an object
+    // that has nothing to activate, else the result of the activation.
+    HRESULT DoubleClick(const CATBaseUnknown_var& spObject) const;
+
+    // The navigation node of an object on display, empty for any other.
+    CATBaseUnknown_var GetNode(const CATBaseUnknown_var& spObject) const;
+
     // How often objects were asked for their label and children since the box exists.
     unsigned long GetQuestionCount() const { return m_QuestionCount; }
 
@@ -57,9 +73,14 @@ private:
     struct Entry
     {
         CATBaseUnknown_var spObject;
+        std::unique_ptr<CATNavigInstance> pInstance;
         CATUnicodeString label;
+        CATUnicodeString icon;
+        int stateCode = 0;
         CATListValCATBaseUnknown_var children;
         bool bKnown = false;
+        // Whether the user, or else the navigation node, has said how far the object is unfolded.
+        bool bDecided = false;
         bool bExpanded = false;
         bool bReached = false;
         bool bOnPath = false;
@@ -67,6 +88,8 @@ private:
 
     Entry& GetEntry(const CATBaseUnknown_var& spObject);
     void Ask(Entry& entry);
+    void AskObject(Entry& entry);
+    void AskNode(Entry& entry);
     void ForgetUnreached();
 
     CATListValCATBaseUnknown_var m_Roots;

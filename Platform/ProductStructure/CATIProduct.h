@@ -59,8 +59,9 @@ public:
 
     // Adds an instance of a reference (given by itself or by one of its instances) behind the last child, at every
     // place of this product's reference, and makes its document dirty. *pspChild, which may be null, receives the child
-    // of this product. Fails quietly for an empty name, a product that is not loaded, a document in visualization mode
-    // and an embedded component of another document; fails with an error when the product would contain itself.
+    // of this product. Fails quietly for an empty name, when this product is in visualization mode or one of the two
+    // has no document (broken link, closed), and for an embedded component of another document; fails with an error
+    // (catalog "CATProductStructure") when the product would contain itself.
     virtual HRESULT AddChild(const CATIProduct_var& spProduct, const CATUnicodeString& usInstanceName,
                              CATIProduct_var* pspChild) = 0;
 

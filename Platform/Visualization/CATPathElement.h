@@ -19,7 +19,7 @@ public:
     // Name for the error of an empty handle.
     static const char* GetInterfaceName() { return "CATPathElement"; }
 
-    // The object that the path leads to; never empty.
+    // The object that the path leads to; empty when it has left the model (CATPathElementPool::LoseObject).
     const CATBaseUnknown_var& GetObject() const { return m_spObject; }
 
     // The path of the object above; null for a path that consists of a root only. No reference is added.

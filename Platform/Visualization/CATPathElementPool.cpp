@@ -1,5 +1,7 @@
 #include "CATPathElementPool.h"
 
+#include <utility>
+
 #include "CATPathElement.h"
 
 std::shared_ptr<CATPathElementPool> CATPathElementPool::Create()
@@ -29,4 +31,16 @@ CATPathElement* CATPathElementPool::Get(CATPathElement* pParent, const CATBaseUn
     }
     pKnown = new CATPathElement(spObject, pParent, shared_from_this());
     return pKnown;
+}
+
+void CATPathElementPool::LoseObject(const CATBaseUnknown* pObject)
+{
+    const auto found = m_Paths.find(pObject);
+    if (found == m_Paths.end()) {
+        return;
+    }
+    CATPathElement* pPath = found->second;
+    m_Paths.erase(found);
+    // The end of the object may reach the pool.
+    [[maybe_unused]] const CATBaseUnknown_var spLost = std::exchange(pPath->m_spObject, CATBaseUnknown_var());
 }

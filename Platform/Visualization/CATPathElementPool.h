@@ -21,6 +21,10 @@ public:
     // caller. Null for an empty handle.
     CATPathElement* Get(CATPathElement* pParent, const CATBaseUnknown_var& spObject);
 
+    // The object has left the model: the living path that leads to it leads nowhere from now on. Paths that were hidden
+    // by a later one to the same object keep it.
+    void LoseObject(const CATBaseUnknown* pObject);
+
     // Paths alive at this moment.
     int GetSize() const { return static_cast<int>(m_Paths.size()); }
 

@@ -1,5 +1,7 @@
 #include "CATDOMStore.h"
 
+#include <algorithm>
+#include <string>
 #include <utility>
 #include <vector>
 
@@ -13,6 +15,9 @@ namespace {
 
 // No XML name, so no element of a document has it.
 constexpr const char* NAME_OF_REMOVED = "#removed";
+
+// Documents with more different tags are walked through for each of them.
+constexpr std::size_t MOST_TAG_NAMES = 64;
 
 int s_LiveStores = 0;
 
@@ -160,13 +165,38 @@ pugi::xml_node_struct* CATDOMStore::FindDocumentElement() const
 CATIDOMNodeList_var CATDOMStore::GetElementsByTagName(const CATUnicodeString& usTagName)
 {
     std::vector<CATIDOMElement_var> elements;
-    const CATDOMElementView root(FindDocumentElement());
-    for (CATDOMElementView element = root; element; element = element.GetNextBelow(root)) {
-        if (element.HasTagName(usTagName.View())) {
-            elements.push_back(GetElement(element.GetNode(), m_pMain));
+    const bool namesAreKnown = !m_TagNames.empty();
+    if (!namesAreKnown || std::ranges::find(m_TagNames, usTagName.View()) != m_TagNames.end()) {
+        const CATDOMElementView root(FindDocumentElement());
+        for (CATDOMElementView element = root; element; element = element.GetNextBelow(root)) {
+            if (!namesAreKnown) {
+                RememberTagName(element);
+            }
+            if (element.HasTagName(usTagName.View())) {
+                elements.push_back(GetElement(element.GetNode(), m_pMain));
+            }
         }
     }
+    if (m_TagNames.size() > MOST_TAG_NAMES) {
+        m_TagNames.clear();
+    }
     return CATIDOMNodeList_var::Adopt(new CATDOMNodeList(std::move(elements)));
+}
+
+// The name met last stands first: an element's tag is mostly that of the element before it.
+void CATDOMStore::RememberTagName(const CATDOMElementView& element)
+{
+    if (m_TagNames.size() > MOST_TAG_NAMES) {
+        return;
+    }
+    const auto found =
+        std::ranges::find_if(m_TagNames, [&](const std::string& name) { return element.HasTagName(name); });
+    if (found == m_TagNames.end()) {
+        m_TagNames.emplace_back(element.GetTagName());
+        std::swap(m_TagNames.front(), m_TagNames.back());
+    } else if (found != m_TagNames.begin()) {
+        std::swap(*found, m_TagNames.front());
+    }
 }
 
 pugi::xml_node_struct* CATDOMStore::GetRemoved()
@@ -196,11 +226,13 @@ CATIDOMElement_var CATDOMStore::CreateElement(const char* tagName)
 
 CATIDOMElement_var CATDOMStore::CreateChild(pugi::xml_node_struct* pParent, CATDOMBranch* pBranch, const char* tagName)
 {
+    m_TagNames.clear();
     return GetElement(pugi::xml_node(pParent).append_child(tagName).internal_object(), pBranch);
 }
 
 HRESULT CATDOMStore::AppendChild(pugi::xml_node_struct* pParent, CATDOMBranch* pBranch, CATDOMElement* pChild)
 {
+    m_TagNames.clear();
     const pugi::xml_node child(pChild->GetNode());
     if (&pChild->GetStore() != this || pChild->GetNode() == pParent) {
         return E_FAIL;
@@ -264,6 +296,7 @@ void CATDOMStore::MoveLeaf(pugi::xml_node_struct* pParent, CATDOMBranch* pBranch
 
 HRESULT CATDOMStore::RemoveChild(pugi::xml_node_struct* pParent, CATDOMElement* pChild)
 {
+    m_TagNames.clear();
     const pugi::xml_node child(pChild->GetNode());
     if (&pChild->GetStore() != this || child.parent().internal_object() != pParent) {
         return E_FAIL;

@@ -1,6 +1,8 @@
 #pragma once
 
 #include <memory>
+#include <string>
+#include <vector>
 
 #include "CATDOMBranch.h"
 #include "CATDOMHandleTable.h"
@@ -67,6 +69,7 @@ private:
     // The comment behind an element that hangs there; null for any other.
     pugi::xml_node_struct* FindWall(pugi::xml_node_struct* pNode) const;
     pugi::xml_node_struct* FindDocumentElement() const;
+    void RememberTagName(const CATDOMElementView& element);
 
     CATDOMBranch* NewBranch(pugi::xml_node_struct* pRoot);
     void CountHandle(CATDOMBranch* pBranch);
@@ -89,4 +92,7 @@ private:
     CATDOMDocument* m_pDocumentHandle = nullptr;
     CATDOMHandleTable m_Handles;
     int m_HandleCount = 0;
+    // Tag names in the document, those of removed elements too; empty until all elements were walked through. They
+    // spare the walk for a tag that the document does not have.
+    std::vector<std::string> m_TagNames;
 };

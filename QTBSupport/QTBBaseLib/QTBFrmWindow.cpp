@@ -6,6 +6,7 @@
 #include "CATFrmWindow.h"
 #include "CATLateType.h"
 #include "CATListValCATBaseUnknown_var.h"
+#include "QTBCommands.h"
 #include "QTBGlobVarsUtil.h"
 #include "QTBIRepNodeCont.h"
 #include "QTBRepTreeUtil.h"
@@ -46,6 +47,7 @@ HRESULT QTBFrmWindow::Create(CATFrmWindow* pFrmWindow, const CATBaseUnknown_var&
     }
     *pspFrmWindow = CATBaseUnknown_var::Adopt(new QTBFrmWindow(pFrmWindow, spDocument));
     OpenWindows().Append(*pspFrmWindow);
+    QTBCommands::AddHeaders();
     return QTBRepTreeUtil::UpdateQtbWindow(pFrmWindow, TRUE, FALSE);
 }
 

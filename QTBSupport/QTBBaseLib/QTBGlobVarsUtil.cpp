@@ -6,6 +6,7 @@
 #include "CATError.h"
 #include "CATInstantiateComponent.h"
 #include "QTBCommUtil.h"
+#include "QTBCommands.h"
 #include "QTBDocUtil.h"
 #include "QTBEnvVarUtil.h"
 #include "QTBExchangedFiles.h"
@@ -201,6 +202,7 @@ void QTBGlobVarsUtil::EndSession()
     // Replaced before it is destroyed: what dies with it may ask for the session.
     const Session ended = std::exchange(TheSession(), Session());
     QTBCommUtil::SetCommComponent(NULL_var);
+    QTBCommands::RemoveHeaders();
     g_QTBLoadManager.Reset();
     QTBExchangedFiles::Forget();
     QTBSchemaUtil::ReleaseReplacedSchemas();

@@ -55,6 +55,16 @@ CATError* QTBMessageUtil::NoPdmConnectionError()
     return Make<QTBUserError>("NoPdmConnectionERR_2007");
 }
 
+CATError* QTBMessageUtil::PdmServiceNotAvailableError(const CATUnicodeString& usServiceName)
+{
+    return Make<QTBUserError>("PdmServiceNotAvailableERR_2008", usServiceName);
+}
+
+CATError* QTBMessageUtil::CommandTextNotKnownError(const CATUnicodeString& usCommandText)
+{
+    return Make<QTBUserError>("CommandTextNotKnownERR_2009", usCommandText);
+}
+
 CATError* QTBMessageUtil::CircleInRecursiveExpandWarning(const CATUnicodeString& usNodeText)
 {
     return Make<QTBWarning>("CircleInRecursiveExpandWRN_2101", usNodeText);

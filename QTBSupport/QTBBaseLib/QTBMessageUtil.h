@@ -22,6 +22,10 @@ public:
     static CATError* PsnNodeRefDocNotFoundError(const CATUnicodeString& usInstanceName);
     // The session has nobody to talk to the PDM system with.
     static CATError* NoPdmConnectionError();
+    // The connection to the PDM system does not offer the service that a command needs.
+    static CATError* PdmServiceNotAvailableError(const CATUnicodeString& usServiceName);
+    // A command that the schema in force does not know.
+    static CATError* CommandTextNotKnownError(const CATUnicodeString& usCommandText);
 
     // Warnings (QTBWarning).
     static CATError* CircleInRecursiveExpandWarning(const CATUnicodeString& usNodeText);

@@ -59,12 +59,11 @@ HRESULT QTBPsnTreeUtil::GetInstanceAttributes(const CATIProduct_var& spIProductO
     }
     CATUnicodeString usRelationKey;
     CATUnicodeString usInstanceName;
-    if (FAILED(spIPrdProperties->GetUserProperty(GetRelationKeyProperty(), &usRelationKey)) ||
-        FAILED(spIPrdProperties->GetUserProperty(GetInstanceNameProperty(), &usInstanceName))) {
-        usRelationKey = CATUnicodeString();
-        if (FAILED(spIProductOnInstance->GetPrdInstanceName(&usInstanceName))) {
-            return E_FAIL;
-        }
+    // A property that is not set leaves the text empty.
+    spIPrdProperties->GetUserProperty(GetRelationKeyProperty(), &usRelationKey);
+    if (FAILED(spIPrdProperties->GetUserProperty(GetInstanceNameProperty(), &usInstanceName)) &&
+        FAILED(spIProductOnInstance->GetPrdInstanceName(&usInstanceName))) {
+        return E_FAIL;
     }
     *pusRelationKey = usRelationKey;
     *pusInstanceName = usInstanceName;

@@ -23,8 +23,8 @@ public:
                                        const unsigned char& bLoadDocument, const unsigned char& bReportIfNone);
 
     // The two texts that relate an instance to the PDM system: the key of the relation that it was created from, and
-    // the name that it had then. An instance that was created in the CAD system has no key, and its own name. Fails for
-    // a product that is no instance.
+    // the name that it had then. An instance that was created in the CAD system has no key, and its own name. Fails
+    // for a product that is no instance.
     static HRESULT GetInstanceAttributes(const CATIProduct_var& spIProductOnInstance, CATUnicodeString* pusRelationKey,
                                          CATUnicodeString* pusInstanceName);
     // Writes them; called when an instance is created from the PDM system. Fails for a product that is no instance and
@@ -32,7 +32,7 @@ public:
     static HRESULT SetInstanceAttributes(const CATIProduct_var& spIProductOnInstance,
                                          const CATUnicodeString& usRelationKey, const CATUnicodeString& usInstanceName);
     // Names under which they are kept as properties of the instance.
-    static const char* GetRelationKeyProperty() { return "QtbPdmRelationKey"; }
+    static const char* GetRelationKeyProperty() { return "QtbRelationKey"; }
     static const char* GetInstanceNameProperty() { return "QtbInstanceName"; }
 
     // Whether the product is an embedded component, defined in the document of the product above it.

@@ -26,6 +26,26 @@ public:
     QTBSchemaRelationship* GetLeftToRightRelationshipPtr() const { return m_pLeftToRightRelationship.get(); }
     QTBSchemaRelationship* GetRightToLeftRelationshipPtr() const { return m_pRightToLeftRelationship.get(); }
 
+    // The same by direction.
+    QTBSchemaRelationship* GetRelationshipPtr(unsigned char bLeftToRight) const
+    {
+        return bLeftToRight != FALSE ? GetLeftToRightRelationshipPtr() : GetRightToLeftRelationshipPtr();
+    }
+
+    // Whether objects of the class may stand at the end from which that direction is followed.
+    bool StartsAtClass(unsigned char bLeftToRight, const CATUnicodeString& usClassName) const
+    {
+        return (bLeftToRight != FALSE ? m_LeftObjectNames : m_RightObjectNames).Locate(usClassName) > 0;
+    }
+
+    // Whether expanding in that direction, one level or all, is offered to the user.
+    bool IsExpandOffered(unsigned char bLeftToRight, unsigned char bMultiExpand) const
+    {
+        const QTBSchemaRelationship* pRelationship = GetRelationshipPtr(bLeftToRight);
+        return pRelationship != nullptr &&
+               (bMultiExpand != FALSE ? pRelationship->GetMultiExpand() : m_usSingleExpand) == "true";
+    }
+
     // "true" when the expand menu offers the relation, and when the create menu does.
     const CATUnicodeString& GetSingleExpand() const { return m_usSingleExpand; }
     const CATUnicodeString& GetContextCreate() const { return m_usContextCreate; }

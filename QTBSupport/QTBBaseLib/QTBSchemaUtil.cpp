@@ -198,8 +198,7 @@ HRESULT QTBSchemaUtil::GetEmbeddedDescriptionAttributeValue(const QTBIPdmNode_va
         return E_POINTER;
     }
     QTBSchemaNode* pSchemaNode = nullptr;
-    const QTBINodeAttributes_var spINodeAttributes(spIPdmNode);
-    if (spINodeAttributes == NULL_var || FAILED(spIPdmNode->GetSchemaNodePtr(&pSchemaNode)) || pSchemaNode == nullptr ||
+    if (spIPdmNode == NULL_var || FAILED(spIPdmNode->GetSchemaNodePtr(&pSchemaNode)) || pSchemaNode == nullptr ||
         pSchemaNode->GetDescriptionPtr() == nullptr) {
         return E_FAIL;
     }
@@ -208,20 +207,30 @@ HRESULT QTBSchemaUtil::GetEmbeddedDescriptionAttributeValue(const QTBIPdmNode_va
         return E_FAIL;
     }
 
+    return GetAttributeValue(spIPdmNode, *pDescAttr, pusValue);
+}
+
+HRESULT QTBSchemaUtil::GetAttributeValue(const QTBIPdmNode_var& spIPdmNode, const QTBSchemaAttributeRep& attr,
+                                         CATUnicodeString* pusValue)
+{
+    if (pusValue == nullptr) {
+        return E_POINTER;
+    }
     // Absence is asked for first: looking up what is not there makes an error object.
     unsigned char bIsDefined = FALSE;
-    QTBObjectAttr* pObjectAttr = nullptr;
-    CATBaseUnknown_var spObjectNode;
-    if (FAILED(spINodeAttributes->AttributeIsDefined(pDescAttr->GetEmbeddedObjAttr(), &bIsDefined)) ||
-        bIsDefined == FALSE ||
-        FAILED(spINodeAttributes->GetObjectAttributePtr(pDescAttr->GetEmbeddedObjAttr(), &pObjectAttr)) ||
-        pObjectAttr == nullptr || FAILED(pObjectAttr->GetObjectNode(&spObjectNode))) {
-        return E_FAIL;
+    QTBINodeAttributes_var spHolder(spIPdmNode);
+    if (!attr.GetEmbeddedObjAttr().IsEmpty()) {
+        QTBObjectAttr* pObjectAttr = nullptr;
+        CATBaseUnknown_var spObjectNode;
+        if (spHolder == NULL_var || FAILED(spHolder->AttributeIsDefined(attr.GetEmbeddedObjAttr(), &bIsDefined)) ||
+            bIsDefined == FALSE || FAILED(spHolder->GetObjectAttributePtr(attr.GetEmbeddedObjAttr(), &pObjectAttr)) ||
+            pObjectAttr == nullptr || FAILED(pObjectAttr->GetObjectNode(&spObjectNode))) {
+            return E_FAIL;
+        }
+        spHolder = spObjectNode;
     }
-    const QTBINodeAttributes_var spINodeAttributesOnObject(spObjectNode);
-    if (spINodeAttributesOnObject == NULL_var ||
-        FAILED(spINodeAttributesOnObject->AttributeIsDefined(usAttrName, &bIsDefined)) || bIsDefined == FALSE ||
-        FAILED(spINodeAttributesOnObject->GetStringAttributeValue(usAttrName, pusValue, TRUE, TRUE))) {
+    if (spHolder == NULL_var || FAILED(spHolder->AttributeIsDefined(attr.GetName(), &bIsDefined)) ||
+        bIsDefined == FALSE || FAILED(spHolder->GetStringAttributeValue(attr.GetName(), pusValue, TRUE, TRUE))) {
         return E_FAIL;
     }
     return S_OK;

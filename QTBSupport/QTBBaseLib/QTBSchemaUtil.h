@@ -7,6 +7,7 @@
 class QTBCatiaNodeBehaviorDefinitions;
 class QTBSchema;
 class QTBSchemaAttribute;
+class QTBSchemaAttributeRep;
 class QTBSchemaDataSource;
 class QTBSchemaNode;
 
@@ -61,6 +62,11 @@ public:
     // quietly when the description has no such attribute, or the node no such object or value.
     static HRESULT GetEmbeddedDescriptionAttributeValue(const QTBIPdmNode_var& spIPdmNode,
                                                         const CATUnicodeString& usAttrName, CATUnicodeString* pusValue);
+
+    // Value of an attribute as a form or description names it, of the item or of an object embedded in it, in its
+    // display form. Fails quietly when the node has no such attribute.
+    static HRESULT GetAttributeValue(const QTBIPdmNode_var& spIPdmNode, const QTBSchemaAttributeRep& attr,
+                                     CATUnicodeString* pusValue);
 
     // Whether values are shown by the display names of their data source.
     static HRESULT ShowDataSourceNlsValues(unsigned char* pbShow);

@@ -33,6 +33,7 @@ public:
     QTB_FAULTY_OPERATION(QTBENodeAttributesOnNode, SetKey)
     QTB_FAULTY_OPERATION(QTBENodeAttributesOnNode, SetXmlElement)
     QTB_FAULTY_OPERATION(QTBENodeAttributesOnNode, GetXmlElement)
+    QTB_FAULTY_OPERATION(QTBENodeAttributesOnNode, GetAttributeDataType)
     QTB_FAULTY_OPERATION(QTBENodeAttributesOnNode, GetStringAttributeValue)
     QTB_FAULTY_OPERATION(QTBENodeAttributesOnNode, GetNameValueListAttributes)
 };

@@ -7,6 +7,8 @@
 #include "CATMetaClass.h"
 #include "QTBBndBox.h"
 #include "QTBEContainerOnRepNodeCont.h"
+#include "QTBEContextualMenuOnRepNode.h"
+#include "QTBEContextualSubMenuOnRepNode.h"
 #include "QTBECreateInstanceOnBndBox.h"
 #include "QTBECreateInstanceOnInfoNode.h"
 #include "QTBECreateInstanceOnNode.h"
@@ -30,10 +32,13 @@
 #include "QTBEPdmObjNodeOnPdmObjNode.h"
 #include "QTBEPdmRelNodeOnPdmRelNode.h"
 #include "QTBEPersistentOnDoc.h"
+#include "QTBEPsnNodeOnASMPRODUCT.h"
 #include "QTBERepNodeContOnRepNodeCont.h"
 #include "QTBERepNodeOnRepNode.h"
 #include "QTBModelLibExport.h"
 #include "TIECATIContainer.h"
+#include "TIECATIContextualMenu.h"
+#include "TIECATIContextualSubMenu.h"
 #include "TIECATIDocAlias.h"
 #include "TIECATIEditor.h"
 #include "TIECATIPersistent.h"
@@ -48,12 +53,14 @@
 #include "TIEQTBIPdmNodeCont.h"
 #include "TIEQTBIPdmObjNode.h"
 #include "TIEQTBIPdmRelNode.h"
+#include "TIEQTBIPsnNode.h"
 #include "TIEQTBIRepNode.h"
 #include "TIEQTBIRepNodeCont.h"
 
 // clang-format off
 #define QTB_MODEL_EXTENSIONS(ROW)                                                                                      \
     ROW(ASMPRODUCT,     QTBELinkToQtbOnASMPRODUCT,       Data, QTBILinkToQtb)                                          \
+    ROW(ASMPRODUCT,     QTBEPsnNodeOnASMPRODUCT,         Data, QTBIPsnNode)                                            \
     ROW(QTBBndBox,      QTBECreateInstanceOnBndBox,      Code, CATICreateInstance)                                     \
     ROW(QTBDoc,         QTBEEditorOnDoc,                 Data, CATIEditor)                                             \
     ROW(QTBDoc,         QTBEInitOnDoc,                   Data, CATInit)                                                \
@@ -73,6 +80,8 @@
     ROW(QTBPdmObjNode,  QTBEPdmObjNodeOnPdmObjNode,      Data, QTBIPdmObjNode)                                         \
     ROW(QTBPdmRelNode,  QTBECreateInstanceOnPdmRelNode,  Code, CATICreateInstance)                                     \
     ROW(QTBPdmRelNode,  QTBEPdmRelNodeOnPdmRelNode,      Data, QTBIPdmRelNode)                                         \
+    ROW(QTBRepNode,     QTBEContextualMenuOnRepNode,     Data, CATIContextualMenu)                                     \
+    ROW(QTBRepNode,     QTBEContextualSubMenuOnRepNode,  Data, CATIContextualSubMenu)                                  \
     ROW(QTBRepNode,     QTBECreateInstanceOnRepNode,     Code, CATICreateInstance)                                     \
     ROW(QTBRepNode,     QTBELinkToPsnOnRepNode,          Data, QTBILinkToPsn)                                          \
     ROW(QTBRepNode,     QTBERepNodeOnRepNode,            Data, QTBIRepNode)                                            \

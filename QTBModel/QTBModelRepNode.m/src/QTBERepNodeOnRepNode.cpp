@@ -15,7 +15,6 @@
 #include "QTBIRepNode.h"
 #include "QTBIRepNodeCont.h"
 #include "QTBInfoUtil.h"
-#include "QTBMessageUtil.h"
 #include "QTBReservedNames.h"
 #include "QTBSchemaRelation.h"
 #include "QTBSchemaRelationship.h"
@@ -514,29 +513,5 @@ HRESULT QTBERepNodeOnRepNode::PdmNodeIsIsAffectedByCurrentAction(unsigned char* 
     QTBIPdmNode_var spIPdmNode;
     QTB_CALL(GetPdmNode, &spIPdmNode, TRUE, NULL);
     QTB_CALL(spIPdmNode->IsAffectedByCurrentAction, pbIsAffected);
-    return QTB_SUCCESS;
-}
-
-// The context menu belongs to the commands of the PDM window, which this session does not have yet.
-HRESULT QTBERepNodeOnRepNode::InitContextMenuInfo(CATCmdContainer*, CATCmdAccess**)
-{
-    QTB_SCOPE("QTBERepNodeOnRepNode::InitContextMenuInfo");
-    return CATError::GetReturn(2, QTBMessageUtil::FunctionalityNotImplemented(), NULL, __FILE__, __LINE__);
-}
-
-HRESULT QTBERepNodeOnRepNode::GetContextMenuInfo(CATListValQTBContextMenuInfo* pListOfContextMenuInfos,
-                                                 QTBContextMenuInfo* pCurrentInfo,
-                                                 CATListValQTBContextMenuInfo* pSecondList)
-{
-    QTB_SCOPE("QTBERepNodeOnRepNode::GetContextMenuInfo");
-    if (pListOfContextMenuInfos != NULL) {
-        *pListOfContextMenuInfos = m_ContextMenuInfos;
-    }
-    if (pCurrentInfo != NULL) {
-        *pCurrentInfo = m_CurrentContextMenuInfo;
-    }
-    if (pSecondList != NULL) {
-        *pSecondList = m_SecondContextMenuInfos;
-    }
     return QTB_SUCCESS;
 }

@@ -3,6 +3,7 @@
 #include "CATListValCATBaseUnknown_var.h"
 #include "CATListValCATUnicodeString.h"
 #include "CATUnicodeString.h"
+#include "QTBCommandText.h"
 #include "QTBContextMenuInfo.h"
 #include "QTBENodeOnNode.h"
 #include "QTBNodeRelationInfo.h"
@@ -13,9 +14,14 @@ class CATFrmEditor;
 class CATFrmWindow;
 class CATListValQTBChildRepNodeInfo;
 class CATPathElement;
+class QTBExpDlgRelExpandInfo;
 class QTBIPdmNode;
 class QTBIRepNode;
 class QTBIRepNodeCont;
+class QTBPdmTree;
+class QTBSchema;
+class QTBSchemaNode;
+class QTBSchemaRelation;
 class QTBSchemaRelationship;
 using QTBIPdmNode_var = CATInterface_var<QTBIPdmNode>;
 using QTBIRepNode_var = CATInterface_var<QTBIRepNode>;
@@ -105,6 +111,14 @@ public:
                                 const CATListValQTBNodeRelationInfo& NodeRelationInfos,
                                 CATListValQTBChildRepNodeInfo* pChildRepNodeInfoList);
 
+    // The expand menus of an object: its relations in the menus for one level and for all levels and, as entries for the
+    // query dialog, in the second list; and the trees that the schema defines for its class.
+    HRESULT CreateExpandSubMenuItems(const QTBIPdmNode_var& spIPdmNode, CATCmdContainer* pExpandContainer,
+                                     CATCmdContainer* pMultiExpandContainer);
+    HRESULT CreateCustomExpandSubMenuItem(CATCmdContainer* pContainer);
+    // The menu of the objects that can be created at the other end of a relation.
+    HRESULT CreateCtxCreateSubMenuItem(const QTBIPdmNode_var& spIPdmNode, CATCmdContainer* pContainer);
+
     HRESULT EmptyPSO();
     // Marks the node in its window's editor; a node without editor is none to mark.
     HRESULT Highlight(QTBIRepNode_var* pspIRepNode, unsigned char* pbEmptyHSO);
@@ -121,6 +135,23 @@ private:
                                 const CATListValQTBNodeRelationInfo& NodeRelationInfos,
                                 CATListValCATBaseUnknown_var* pRelationChildren);
     HRESULT OpenCleanUpLevel(const QTBIRepNode_var& spIRepNode, CleanUpLevel* pLevel);
+
+    class MenuItems;
+
+    // Whether the menu has the bounding box items.
+    HRESULT BndBoxesAreOffered(unsigned char* pbAreOffered);
+    // Adds the expand menus that have something in them; null items for the query dialog's entries alone.
+    HRESULT AddExpandMenus(const QTBIPdmNode_var& spIPdmNode, const QTBSchemaNode& SchemaNode, MenuItems* pItems);
+    // The items for the relations that are followed from one end.
+    template <class End>
+    HRESULT AddExpandGroup(const QTBSchema& Schema, const CATUnicodeString& usClassName, MenuItems* pExpandItems,
+                           MenuItems* pMultiExpandItems);
+    static void CreateExpandMenuItem(const QTBSchema& Schema, const QTBExpDlgRelExpandInfo& ExpandInfo,
+                                     const CATUnicodeString& usTitle, bool separatorBefore, MenuItems* pItems);
+    static HRESULT CreateCustomExpandMenuItem(const CATUnicodeString& usSystem, const CATUnicodeString& usCustomization,
+                                              const QTBPdmTree* pPdmTree, MenuItems* pItems);
+    static HRESULT CreateCtxCreateMenuItem(const QTBSchema& Schema, const QTBSchemaRelation& Relation,
+                                           const QTBCommandText::Creation& Creation, MenuItems* pItems);
 
     CATFrmWindow* m_pFrmWindow = NULL;
     CATListValQTBNodeRelationInfo m_PdmRelationsToBeDisplayed;

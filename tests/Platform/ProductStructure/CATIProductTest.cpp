@@ -4,6 +4,7 @@
 #include <vector>
 
 #include "CATProductTestSession.h"
+#include "QTBTestLateType.h"
 
 using Products = CATProductTestSession;
 
@@ -286,6 +287,37 @@ TEST_F(Products, OnlyAChildCanBeRemoved)
     EXPECT_EQ(Root("P")->RemoveChild(Root("A")), E_FAIL);
     EXPECT_EQ(Root("P")->RemoveChild(NULL_var), E_FAIL);
     EXPECT_EQ(ChildNames(Root("P")), "A.1 B.1 A.2 ");
+}
+
+TEST_F(Products, AComponentThatOnlyTakesTheLateTypeAsItsBaseHasNothingToGive)
+{
+    const QTBTestLateType lateType("TestProduct", "ASMPRODUCT");
+    const CATBaseUnknown_var spComponent = lateType.Create();
+    const CATIProduct_var spProduct(spComponent);
+    const CATIPrdProperties_var spProperties(spComponent);
+    const CATIPrdLink_var spLink(spComponent);
+    ASSERT_TRUE(spProduct != NULL_var && spProperties != NULL_var && spLink != NULL_var);
+    CATUnicodeString usValue;
+    CATDocument* pDocument = nullptr;
+    CATListValCATUnicodeString names;
+    CATPrdLinkState state;
+    EXPECT_TRUE(spProduct->GetFatherProduct() == NULL_var);
+    EXPECT_TRUE(spProduct->GetReferenceProduct() == NULL_var);
+    EXPECT_EQ(Children(spProduct).Size(), 0);
+    EXPECT_EQ(spProduct->IsReference(), E_FAIL);
+    EXPECT_EQ(spProduct->GetPartNumber(), "");
+    EXPECT_EQ(spProduct->SetPartNumber("x"), E_FAIL);
+    EXPECT_EQ(spProduct->GetRevision(&usValue), E_FAIL);
+    EXPECT_EQ(spProduct->AddChild(spProduct, "x", nullptr), E_FAIL);
+    EXPECT_EQ(spProduct->RemoveChild(spProduct), E_FAIL);
+    EXPECT_EQ(spProperties->SetUserProperty("x", "y"), E_FAIL);
+    EXPECT_EQ(spProperties->GetDescriptionInst(&usValue), E_FAIL);
+    EXPECT_EQ(spLink->GetLinkState(&state), E_FAIL);
+    EXPECT_EQ(spLink->GetLinkedFileName(&usValue), E_FAIL);
+    EXPECT_EQ(spLink->GetDocument(&pDocument), E_FAIL);
+    EXPECT_EQ(spLink->LoadDocument(), E_FAIL);
+    EXPECT_EQ(spLink->GetDesignTables(&names, nullptr), E_FAIL);
+    EXPECT_EQ(CATProductServices::GetTreeDocument(spProduct, &pDocument), E_FAIL);
 }
 
 TEST_F(Products, ManyChildrenAreAddedAndRemovedInReasonableTime)

@@ -217,6 +217,8 @@ TEST_F(RepNode, ChecksTheNodesAboveForAnObject)
     EXPECT_THAT(DiagnosisOf([&] { return spBelow->GetParentObject(&spObject); }),
                 ElementsAre(Call("spIRepNodeOnParent->GetParent")));
     Unlink(a);
+    // An object that lost its PDM node cannot tell its children any more, and so is not cleaned up.
+    KeepLoose(a);
     EXPECT_THAT(diagnosis(), ElementsAre(Call("(*pspIRepNodeOnParentObject)->RepresentsPdmObjNode")));
     Unlink(ab);
     EXPECT_THAT(diagnosis(), ElementsAre(Call("spIRepNodeOnParent->RepresentsPdmObjNode")));
@@ -307,6 +309,7 @@ TEST_F(RepNode, ChecksWhatItNeedsToRemoveSurplusChildren)
     EXPECT_THAT(diagnosis(spRelation),
                 ElementsAre(Call("GetPdmNode"), Call("spIRepNodeOnCurrentChild->GetPdmNodeActionIndex")));
     Unlink(spRelation);
+    KeepLoose(spRelation);
     EXPECT_THAT(diagnosis(spRelation), ElementsAre(Call("RepresentsPdmRelNode")));
 
     const QTBIRepNode_var spWithoutCont = CreateLooseRepNode("AB");

@@ -1,0 +1,6 @@
+#pragma once
+
+#include "CATListVal.h"
+#include "CATString.h"
+
+using CATListValCATString = CATListVal<CATString>;

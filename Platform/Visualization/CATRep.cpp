@@ -1,0 +1,3 @@
+#include "CATRep.h"
+
+CATRep::~CATRep() = default;

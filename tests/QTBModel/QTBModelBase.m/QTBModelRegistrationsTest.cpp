@@ -1,0 +1,245 @@
+#include <algorithm>
+#include <map>
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include <gmock/gmock.h>
+
+#include "CATBaseUnknown.h"
+#include "CATInstantiateComponent.h"
+#include "CATInterface_var.h"
+#include "CATLateType.h"
+#include "CATMetaClass.h"
+
+namespace {
+
+struct Row
+{
+    const char* lateType;
+    const char* extension;
+    const char* interface;
+};
+
+// Every extension of the library.
+const Row ROWS[] = {
+    {"ASMPRODUCT", "QTBELinkToQtbOnASMPRODUCT", "QTBILinkToQtb"},
+    {"ASMPRODUCT", "QTBEPsnNodeOnASMPRODUCT", "QTBIPsnNode"},
+    {"QTBBndBox", "QTBE3DGeoVisuOnBndBox", "CATI3DGeoVisu"},
+    {"QTBBndBox", "QTBEAliasOnBndBox", "CATIAlias"},
+    {"QTBBndBox", "QTBEBndBoxOnBndBox", "QTBIBndBox"},
+    {"QTBBndBox", "QTBEContextualMenuOnBndBox", "CATIContextualMenu"},
+    {"QTBBndBox", "QTBECreateInstanceOnBndBox", "CATICreateInstance"},
+    {"QTBBndBox", "QTBEModelEventsOnBndBox", "CATIModelEvents"},
+    {"QTBBndBox", "QTBERootPropertiesOnBndBox", "CATIRootProperties"},
+    {"QTBBndBox", "QTBESelectShowOnBndBox", "CATISelectShow"},
+    {"QTBBndBox", "QTBEVisPropertiesOnBndBox", "CATIVisProperties"},
+    {"QTBDoc", "QTBEEditorOnDoc", "CATIEditor"},
+    {"QTBDoc", "QTBEInitOnDoc", "CATInit"},
+    {"QTBDoc", "QTBEPersistentOnDoc", "CATIPersistent"},
+    {"QTBDocument", "QTBEDocAliasOnDocument", "CATIDocAlias"},
+    {"QTBInfoNode", "QTBECreateInstanceOnInfoNode", "CATICreateInstance"},
+    {"QTBInfoNode", "QTBEInfoNodeOnInfoNode", "QTBIInfoNode"},
+    {"QTBNode", "QTBECreateInstanceOnNode", "CATICreateInstance"},
+    {"QTBNode", "QTBENodeAttributesOnNode", "QTBINodeAttributes"},
+    {"QTBNode", "QTBENodeOnNode", "QTBINode"},
+    {"QTBNode", "QTBENodeRelationsOnNode", "QTBINodeRelations"},
+    {"QTBPdmNode", "QTBECreateInstanceOnPdmNode", "CATICreateInstance"},
+    {"QTBPdmNode", "QTBEPdmNodeOnPdmNode", "QTBIPdmNode"},
+    {"QTBPdmNodeCont", "QTBECreateInstanceOnPdmNodeCont", "CATICreateInstance"},
+    {"QTBPdmNodeCont", "QTBEPdmNodeContOnPdmNodeCont", "QTBIPdmNodeCont"},
+    {"QTBPdmObjNode", "QTBECreateInstanceOnPdmObjNode", "CATICreateInstance"},
+    {"QTBPdmObjNode", "QTBEPdmObjNodeOnPdmObjNode", "QTBIPdmObjNode"},
+    {"QTBPdmRelNode", "QTBECreateInstanceOnPdmRelNode", "CATICreateInstance"},
+    {"QTBPdmRelNode", "QTBEPdmRelNodeOnPdmRelNode", "QTBIPdmRelNode"},
+    {"QTBRepNode", "QTBEAliasOnRepNode", "CATIAlias"},
+    {"QTBRepNode", "QTBECSOFilterOnRepNode", "CATICSOFilter"},
+    {"QTBRepNode", "QTBEContextualMenuOnRepNode", "CATIContextualMenu"},
+    {"QTBRepNode", "QTBEContextualSubMenuOnRepNode", "CATIContextualSubMenu"},
+    {"QTBRepNode", "QTBECreateInstanceOnRepNode", "CATICreateInstance"},
+    {"QTBRepNode", "QTBECutAndPastableOnRepNode", "CATICutAndPastable"},
+    {"QTBRepNode", "QTBELinkToPsnOnRepNode", "QTBILinkToPsn"},
+    {"QTBRepNode_node", "QTBENavigModifyOnRepNode_node", "CATINavigModify"},
+    {"QTBRepNode", "QTBENavigateObjectOnRepNode", "CATINavigateObject"},
+    {"QTBRepNode", "QTBERepNodeOnRepNode", "QTBIRepNode"},
+    {"QTBRepNode", "QTBERootPropertiesOnRepNode", "CATIRootProperties"},
+    {"QTBRepNode", "QTBEUIActivateOnRepNode", "CATIUIActivate"},
+    {"QTBRepNodeCont", "QTBEContainerOnRepNodeCont", "CATIContainer"},
+    {"QTBRepNodeCont", "QTBECreateInstanceOnRepNodeCont", "CATICreateInstance"},
+    {"QTBRepNodeCont", "QTBERepNodeContOnRepNodeCont", "QTBIRepNodeCont"},
+};
+
+// The late types that can be made by name, and the base of each.
+struct LateType
+{
+    const char* name;
+    const char* base;
+};
+const LateType LATE_TYPES[] = {
+    {"QTBNode", "CATBaseUnknown"},     {"QTBPdmNode", "QTBNode"},
+    {"QTBPdmObjNode", "QTBPdmNode"},   {"QTBPdmRelNode", "QTBPdmNode"},
+    {"QTBRepNode", "QTBNode"},         {"QTBInfoNode", "QTBNode"},
+    {"QTBPdmNodeCont", "CATBaseUnknown"}, {"QTBRepNodeCont", "CATBaseUnknown"},
+    {"QTBBndBox", "CATBaseUnknown"},
+};
+
+bool IsCodeExtension(std::string_view extension)
+{
+    return extension.starts_with("QTBECreateInstanceOn") || extension == "QTBEAliasOnRepNode";
+}
+
+CATBaseUnknown_var Create(const char* lateType)
+{
+    void* pv = nullptr;
+    EXPECT_EQ(::CATInstantiateComponent(lateType, CLSID_CATBaseUnknown, &pv), S_OK) << lateType;
+    return CATBaseUnknown_var::Adopt(static_cast<CATBaseUnknown*>(pv));
+}
+
+bool Answers(const CATBaseUnknown_var& spComponent, const char* interface)
+{
+    CATBaseUnknown* pInterface = spComponent->QueryInterface(interface);
+    if (pInterface != nullptr) {
+        pInterface->Release();
+    }
+    return pInterface != nullptr;
+}
+
+class QTBModelRegistrationsTest : public testing::Test
+{
+protected:
+    void SetUp() override { m_ComponentsBefore = CATBaseUnknown::GetLiveComponentCount(); }
+    void TearDown() override { EXPECT_EQ(CATBaseUnknown::GetLiveComponentCount(), m_ComponentsBefore); }
+
+    int m_ComponentsBefore = 0;
+};
+
+class QTBRegisteredExtensionTest : public testing::TestWithParam<Row>
+{
+};
+
+class QTBLateTypeTest : public testing::TestWithParam<LateType>
+{
+};
+
+} // namespace
+
+TEST_P(QTBRegisteredExtensionTest, IsRegisteredOnItsLateTypeForItsInterface)
+{
+    const Row& row = GetParam();
+    const CATLateType* pLateType = CATLateType::Find(row.lateType);
+    ASSERT_NE(pLateType, nullptr);
+    const auto registrations = pLateType->GetOwnRegistrations();
+    const auto found = std::find_if(registrations.begin(), registrations.end(), [&row](const auto* pRegistration) {
+        return pRegistration->pInterface->GetName() == row.interface;
+    });
+    ASSERT_NE(found, registrations.end());
+    const CATMetaClass* pExtension = (*found)->pExtension;
+    EXPECT_EQ(pExtension->GetName(), row.extension);
+    EXPECT_EQ(pExtension->GetLateType(), row.lateType);
+    EXPECT_EQ(pExtension->GetBase(), CATBaseUnknown::MetaObject());
+    EXPECT_EQ(static_cast<int>(pExtension->GetKind()), IsCodeExtension(row.extension) ? 3 : 2);
+    EXPECT_EQ((*found)->iid, IID(row.interface));
+    EXPECT_NE((*found)->factory, nullptr);
+}
+
+INSTANTIATE_TEST_SUITE_P(Rows, QTBRegisteredExtensionTest, testing::ValuesIn(ROWS),
+                         [](const auto& parameter) { return std::string(parameter.param.extension); });
+
+TEST_F(QTBModelRegistrationsTest, NothingElseIsRegisteredOnTheLibrarysLateTypes)
+{
+    std::map<std::string, int> expected;
+    for (const Row& row : ROWS) {
+        ++expected[row.lateType];
+    }
+    for (const auto& [lateType, count] : expected) {
+        const CATLateType* pLateType = CATLateType::Find(lateType.c_str());
+        if (lateType == "ASMPRODUCT" || pLateType == nullptr) {
+            continue; // products have extensions of other libraries too
+        }
+        std::vector<std::string> strangers;
+        for (const auto* pRegistration : pLateType->GetOwnRegistrations()) {
+            const bool isKnown = std::any_of(std::begin(ROWS), std::end(ROWS), [&](const Row& row) {
+                return lateType == row.lateType && pRegistration->pExtension->GetName() == row.extension;
+            });
+            if (!isKnown) {
+                strangers.push_back(pRegistration->pExtension->GetName());
+            }
+        }
+        EXPECT_THAT(strangers, testing::IsEmpty()) << lateType;
+        EXPECT_LE(pLateType->GetOwnRegistrations().size(), static_cast<std::size_t>(count)) << lateType;
+    }
+}
+
+TEST_P(QTBLateTypeTest, IsMadeByNameAndKnowsItsBase)
+{
+    const int before = CATBaseUnknown::GetLiveComponentCount();
+    {
+        const CATBaseUnknown_var spComponent = Create(GetParam().name);
+        EXPECT_STREQ(spComponent->IsA(), GetParam().name);
+        EXPECT_STREQ(CATLateType::Find(GetParam().name)->GetBase()->GetName().c_str(), GetParam().base);
+        spComponent->AddRef();
+        EXPECT_EQ(spComponent->Release(), 1U) << "one reference, owned by the caller";
+        EXPECT_EQ(CATBaseUnknown::GetLiveComponentCount(), before + 1);
+    }
+    EXPECT_EQ(CATBaseUnknown::GetLiveComponentCount(), before);
+}
+
+INSTANTIATE_TEST_SUITE_P(Names, QTBLateTypeTest, testing::ValuesIn(LATE_TYPES),
+                         [](const auto& parameter) { return std::string(parameter.param.name); });
+
+TEST_F(QTBModelRegistrationsTest, AnObjectNodeMadeByNameAnswersItsInterfaceAndThoseOfItsBases)
+{
+    const CATBaseUnknown_var spNode = Create("QTBPdmObjNode");
+    EXPECT_TRUE(Answers(spNode, "QTBIPdmObjNode"));
+    EXPECT_TRUE(Answers(spNode, "QTBIPdmNode"));
+    EXPECT_TRUE(Answers(spNode, "QTBINode"));
+    EXPECT_TRUE(Answers(spNode, "QTBINodeAttributes"));
+    EXPECT_TRUE(Answers(spNode, "QTBINodeRelations"));
+    EXPECT_FALSE(Answers(spNode, "QTBIPdmRelNode"));
+    EXPECT_FALSE(Answers(spNode, "QTBIRepNode"));
+}
+
+TEST_F(QTBModelRegistrationsTest, ARelationNodeAnswersItsOwnInterfaceAndThoseOfItsBases)
+{
+    const CATBaseUnknown_var spNode = Create("QTBPdmRelNode");
+    EXPECT_TRUE(Answers(spNode, "QTBIPdmRelNode"));
+    EXPECT_TRUE(Answers(spNode, "QTBIPdmNode"));
+    EXPECT_TRUE(Answers(spNode, "QTBINodeRelations"));
+    EXPECT_FALSE(Answers(spNode, "QTBIPdmObjNode"));
+}
+
+TEST_F(QTBModelRegistrationsTest, ARepNodeAnswersTheInterfacesOfANodeButNoneOfAPdmNode)
+{
+    const CATBaseUnknown_var spNode = Create("QTBRepNode");
+    EXPECT_TRUE(Answers(spNode, "QTBIRepNode"));
+    EXPECT_TRUE(Answers(spNode, "QTBINode"));
+    EXPECT_TRUE(Answers(spNode, "QTBINodeAttributes"));
+    EXPECT_TRUE(Answers(spNode, "QTBINodeRelations"));
+    EXPECT_FALSE(Answers(spNode, "QTBIPdmNode"));
+    EXPECT_FALSE(Answers(spNode, "QTBIPdmObjNode"));
+}
+
+TEST_F(QTBModelRegistrationsTest, AnInfoNodeAnswersItsInterfaceAndThoseOfANode)
+{
+    const CATBaseUnknown_var spNode = Create("QTBInfoNode");
+    EXPECT_TRUE(Answers(spNode, "QTBIInfoNode"));
+    EXPECT_TRUE(Answers(spNode, "QTBINode"));
+    EXPECT_TRUE(Answers(spNode, "QTBINodeAttributes"));
+    EXPECT_TRUE(Answers(spNode, "QTBINodeRelations"));
+    EXPECT_FALSE(Answers(spNode, "QTBIRepNode"));
+}
+
+TEST_F(QTBModelRegistrationsTest, AContainerIsNoNode)
+{
+    const CATBaseUnknown_var spContainer = Create("QTBRepNodeCont");
+    EXPECT_TRUE(Answers(spContainer, "CATIContainer"));
+    EXPECT_FALSE(Answers(spContainer, "QTBINode"));
+    EXPECT_FALSE(Answers(spContainer, "QTBINodeAttributes"));
+}
+
+TEST_F(QTBModelRegistrationsTest, TheFacetOfADisplayedNodeHasNoFactory)
+{
+    void* pv = this;
+    EXPECT_TRUE(FAILED(::CATInstantiateComponent("QTBRepNode_node", CLSID_CATBaseUnknown, &pv)));
+    EXPECT_EQ(pv, nullptr);
+}

@@ -2,6 +2,7 @@
 
 #include <filesystem>
 #include <iostream>
+#include <memory>
 #include <set>
 
 #include <fmt/format.h>
@@ -13,6 +14,8 @@
 #include "ProductTree.h"
 #include "QTBDebugUtil.h"
 #include "QTBIPsnNode.h"
+#include "QTBLoadManager.h"
+#include "QTBPsnTreeUtil.h"
 
 namespace fs = std::filesystem;
 
@@ -90,10 +93,51 @@ std::string DescribeDocument(const CATIProduct_var& spIProduct, bool isDirty)
 
 } // namespace
 
+namespace {
+
+// Texts of the first list that the second does not have, each as often as it has more of them.
+CATListValCATUnicodeString Subtract(const CATListValCATUnicodeString& texts, const CATListValCATUnicodeString& others)
+{
+    std::multiset<CATUnicodeString> left(others.begin(), others.end());
+    CATListValCATUnicodeString result;
+    for (const CATUnicodeString& text : texts) {
+        if (const auto found = left.find(text); found != left.end()) {
+            left.erase(found);
+        } else {
+            result.Append(text);
+        }
+    }
+    return result;
+}
+
+// The instances of a product as they were saved, and as they are.
+void CompareInstances(const CATIProduct_var& spIProduct, CATListValCATUnicodeString* pAdded,
+                      CATListValCATUnicodeString* pMissing)
+{
+    CATListValCATUnicodeString saved;
+    g_QTBLoadManager.GetChildInstanceInfosAtLoad(spIProduct->GetPartNumber(), &saved);
+    CATListValCATUnicodeString current;
+    const std::unique_ptr<CATListValCATBaseUnknown_var> pChildren(spIProduct->GetChildren("CATIProduct"));
+    for (const CATBaseUnknown_var& spChild : *pChildren) {
+        CATUnicodeString usRelationKey;
+        CATUnicodeString usInstanceName;
+        if (SUCCEEDED(QTBPsnTreeUtil::GetInstanceAttributes(spChild, &usRelationKey, &usInstanceName))) {
+            current.Append(QTBLoadManager::MakeInstanceKey(usRelationKey, usInstanceName));
+        }
+    }
+    *pAdded = Subtract(current, saved);
+    *pMissing = Subtract(saved, current);
+}
+
+} // namespace
+
 int RunDiff(const ProductOptions& options)
 {
     SetDebug(options);
     HostSession session(options.schema, options.language);
+    for (const std::string& answer : options.answers) {
+        session.ReadAnswer(answer);
+    }
     const CATListValCATBaseUnknown_var oldDocuments = session.OpenAssembly(options.oldAssembly);
     for (const ProductTree::Place& place : ProductTree::Collect(oldDocuments)) {
         if (place.level == 0) {
@@ -110,8 +154,14 @@ int RunDiff(const ProductOptions& options)
     for (const ProductTree::Place& place : CollectReferences(session.OpenAssembly(options.assembly))) {
         CATListValCATUnicodeString additional;
         CATListValCATUnicodeString gone;
-        if (FAILED(GetPsnNode(place.spIProduct)->CheckCurrentChildInstanceInfoLists(&additional, &gone, FALSE)) ||
-            additional.Size() + gone.Size() == 0) {
+        if (options.answers.empty()) {
+            CompareInstances(place.spIProduct, &additional, &gone);
+        } else {
+            HostSession::Require(
+                GetPsnNode(place.spIProduct)->CheckCurrentChildInstanceInfoLists(&additional, &gone, FALSE),
+                ExitCode::Failure, place.path);
+        }
+        if (additional.Size() + gone.Size() == 0) {
             continue;
         }
         added += additional.Size();

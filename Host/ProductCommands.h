@@ -8,7 +8,7 @@ struct ProductOptions
 {
     std::string assembly;
     std::string oldAssembly;          // diff: what the assembly is compared with
-    std::vector<std::string> answers; // types: PDM answers, may be empty
+    std::vector<std::string> answers; // PDM answers, may be empty
     std::string schema;               // empty for the example schema
     std::string language;             // empty for English
     bool asJson = false;
@@ -18,7 +18,8 @@ struct ProductOptions
 // Each prints its answer on the standard output and raises HostError.
 
 // qtbhost diff: the instances that were added to each product and those that are missing, from the old assembly to the
-// new one. Products are the same when their part numbers are.
+// new one. Products are the same when their part numbers are. With answers the comparison is that of the PDM session:
+// an instance counts as the same only while the PDM data say so, and is missing only when they know it.
 int RunDiff(const ProductOptions& options);
 
 // qtbhost dirty: which documents have to be saved in the PDM system, and why.

@@ -147,7 +147,10 @@ void TreePrinter::PrintText(std::ostream& stream, const std::vector<Line>& lines
     for (std::size_t i = 0; i < lines.size(); ++i) {
         const Line& line = lines[i];
         const std::size_t used = CountCharacters(branches[i]) + CountCharacters(line.text);
-        fmt::print(stream, "{}{}{:{}}  {}", branches[i], line.text, "", width > used ? width - used : 0, line.pdmClass);
+        fmt::print(stream, "{}{}", branches[i], line.text);
+        if (!line.pdmClass.empty()) {
+            fmt::print(stream, "{:{}}  {}", "", width > used ? width - used : 0, line.pdmClass);
+        }
         if (line.hiddenBelow > 0) {
             fmt::print(stream, "  (+ {} below)", line.hiddenBelow);
         }

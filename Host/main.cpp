@@ -10,6 +10,7 @@
 #include "LinkCommand.h"
 #include "ProductCommands.h"
 #include "ShellCommand.h"
+#include "StoreCommand.h"
 #include "TreeCommand.h"
 #ifdef QTB_WITH_STEP
 #include "ConvertCommand.h"
@@ -100,6 +101,7 @@ void AddProductCommands(CLI::App& app, ProductOptions& options)
     CLI::App* pDiff = app.add_subcommand("diff", "Show the instances added to and missing from each product");
     pDiff->add_option("old", options.oldAssembly, ASSEMBLY_HELP)->required()->type_name("OLD");
     pDiff->add_option("new", options.assembly, ASSEMBLY_HELP)->required()->type_name("NEW");
+    pDiff->add_option("answers", options.answers, "PDM answers to judge by")->type_name("ANSWER");
     AddSessionOptions(*pDiff, options);
 
     CLI::App* pDirty = app.add_subcommand("dirty", "Show which documents have to be saved in the PDM system");
@@ -140,6 +142,8 @@ int main(int argc, char** argv)
     AddProductCommands(app, productOptions);
     ShellOptions shellOptions;
     AddShell(app, shellOptions);
+    StoreOptions storeOptions;
+    AddStore(app, storeOptions);
 #ifdef QTB_WITH_STEP
     ConvertOptions convertOptions;
     CLI::App* pConvert = app.add_subcommand("convert", "Write the PDM answers of a STEP assembly");
@@ -154,6 +158,9 @@ int main(int argc, char** argv)
         }
         if (app.got_subcommand("shell")) {
             return RunShell(shellOptions);
+        }
+        if (app.got_subcommand("store")) {
+            return RunStore(app, storeOptions);
         }
         if (app.got_subcommand("link")) {
             return RunLink(linkOptions);

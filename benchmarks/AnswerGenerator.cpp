@@ -33,13 +33,23 @@ std::string AnswerGenerator::Key(int object)
     return "Part/" + std::to_string(1000000 + object) + "/A";
 }
 
+std::string AnswerGenerator::PartNumber(int object)
+{
+    return std::to_string(1000000 + object);
+}
+
+std::string AnswerGenerator::InstanceName(int object)
+{
+    return "Bracket." + std::to_string(object);
+}
+
 std::string AnswerGenerator::Tree(int objectCount, int childCount)
 {
     std::string xml;
     xml.reserve(static_cast<std::size_t>(objectCount) * 1700);
     xml += R"(<answer><function name="getStructure">)";
     for (int i = 0; i < objectCount; ++i) {
-        const std::string number = std::to_string(1000000 + i);
+        const std::string number = PartNumber(i);
         xml += "<o>";
         AddAttribute(xml, "Class", "Part");
         AddAttribute(xml, "Key", Key(i));
@@ -65,7 +75,7 @@ std::string AnswerGenerator::Tree(int objectCount, int childCount)
         AddAttribute(xml, "Right", Key(i));
         AddAttribute(xml, "Class1", "Part");
         AddAttribute(xml, "Class2", "Part");
-        AddAttribute(xml, "InstanceName", "Bracket." + std::to_string(i));
+        AddAttribute(xml, "InstanceName", InstanceName(i));
         AddAttribute(xml, "Quantity", "1");
         AddAttribute(xml, "Position", std::to_string(10 * (i % childCount)));
         AddInfo(xml, key);

@@ -7,6 +7,9 @@
 namespace AnswerGenerator {
 
 std::string Key(int object);
+std::string PartNumber(int object);
+// Name under which an object hangs below its parent.
+std::string InstanceName(int object);
 
 // objectCount parts and, for each but the first, the relation to its parent: a tree with childCount children a node.
 std::string Tree(int objectCount, int childCount);

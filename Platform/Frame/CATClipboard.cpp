@@ -149,8 +149,8 @@ CATClipboard* CATClipboard::GetClipboard()
 HRESULT CATClipboard::Copy(CATCSO* pCSO)
 {
     Objects objects;
-    const CATFormat* pFormat = Prepare("Copy", pCSO, &CATICutAndPastable::ListExtractFormats,
-                                       &CATICutAndPastable::BoundaryExtract, objects);
+    const CATFormat* pFormat =
+        Prepare("Copy", pCSO, &CATICutAndPastable::ListExtractFormats, &CATICutAndPastable::BoundaryExtract, objects);
     if (pFormat == nullptr) {
         return S_FALSE;
     }
@@ -162,8 +162,8 @@ HRESULT CATClipboard::Copy(CATCSO* pCSO)
 HRESULT CATClipboard::Delete(CATCSO* pCSO)
 {
     Objects objects;
-    const CATFormat* pFormat = Prepare("Delete", pCSO, &CATICutAndPastable::ListRemoveFormats,
-                                       &CATICutAndPastable::BoundaryRemove, objects);
+    const CATFormat* pFormat =
+        Prepare("Delete", pCSO, &CATICutAndPastable::ListRemoveFormats, &CATICutAndPastable::BoundaryRemove, objects);
     return pFormat != nullptr ? RemoveAll(objects, pFormat) : S_FALSE;
 }
 
@@ -171,10 +171,10 @@ HRESULT CATClipboard::Cut(CATCSO* pCSO)
 {
     Objects toExtract;
     Objects toRemove;
-    const CATFormat* pExtractFormat = Prepare("Cut", pCSO, &CATICutAndPastable::ListExtractFormats,
-                                              &CATICutAndPastable::BoundaryExtract, toExtract);
-    const CATFormat* pRemoveFormat = Prepare("Cut", pCSO, &CATICutAndPastable::ListRemoveFormats,
-                                             &CATICutAndPastable::BoundaryRemove, toRemove);
+    const CATFormat* pExtractFormat =
+        Prepare("Cut", pCSO, &CATICutAndPastable::ListExtractFormats, &CATICutAndPastable::BoundaryExtract, toExtract);
+    const CATFormat* pRemoveFormat =
+        Prepare("Cut", pCSO, &CATICutAndPastable::ListRemoveFormats, &CATICutAndPastable::BoundaryRemove, toRemove);
     if (pExtractFormat == nullptr || pRemoveFormat == nullptr) {
         return S_FALSE;
     }

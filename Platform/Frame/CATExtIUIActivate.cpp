@@ -43,7 +43,7 @@ unsigned char CATExtIUIActivate::IsActive()
     const CATFrmEditor* pEditor = CATFrmEditor::GetCurrentEditor();
     const CATString workshop = GetWorkshopName();
     return m_bActivated && pEditor != nullptr && (workshop.IsEmpty() || pEditor->GetWorkshop() == workshop) ? TRUE
-                                                                                                          : FALSE;
+                                                                                                            : FALSE;
 }
 
 CATString CATExtIUIActivate::GetWorkshopName()

@@ -33,7 +33,8 @@ public:
     virtual CATListValCATBaseUnknown_var Link(const CATListValCATBaseUnknown_var& objects,
                                               const CATFormat* pFormat) = 0;
 
-    // Deleting. The further objects that have to go with those of the list, which are added to it; takes the object away.
+    // Deleting. The further objects that have to go with those of the list, which are added to it; takes the object
+    // away.
     virtual CATListPtrCATFormat* ListRemoveFormats() = 0;
     virtual int BoundaryRemove(CATListValCATBaseUnknown_var& ioObjects, const CATFormat* pFormat) = 0;
     virtual int Remove(const CATFormat* pFormat) = 0;

@@ -3,9 +3,9 @@
 #include <memory>
 #include <utility>
 
+#include "CATCSO.h"
 #include "CATCommandHeaderRegister.h"
 #include "CATFrmEditor.h"
-#include "CATPSO.h"
 #include "CATPathElement.h"
 #include "CATPathElementPool.h"
 
@@ -20,15 +20,15 @@ HRESULT AddToSelection(const CATBaseUnknown_var& spObject, bool bEmptyFirst)
         return E_FAIL;
     }
     if (bEmptyFirst) {
-        pEditor->GetPSO()->Empty();
+        pEditor->GetCSO()->Empty();
     }
-    if (!pEditor->GetPSO()->ContainsObject(spObject)) {
+    if (!pEditor->GetCSO()->ContainsObject(spObject)) {
         CATPathElementPool& paths = pEditor->GetPathElements();
         CATPathElement_var spPath = CATPathElement_var::Adopt(paths.Find(spObject.Get()));
         if (spPath == NULL_var) {
             spPath = CATPathElement_var::Adopt(paths.Get(nullptr, spObject));
         }
-        pEditor->GetPSO()->AddElement(spPath.Get());
+        pEditor->GetCSO()->AddElement(spPath.Get());
     }
     return S_OK;
 }
@@ -39,7 +39,7 @@ HRESULT ClearSelection(const CATBaseUnknown_var&)
     if (pEditor == nullptr) {
         return E_FAIL;
     }
-    pEditor->GetPSO()->Empty();
+    pEditor->GetCSO()->Empty();
     return S_OK;
 }
 

@@ -4,7 +4,7 @@
 
 class CATCommandHeaderRegister;
 
-// The commands that the application has of itself. They work on the preselected objects of the current editor and fail,
+// The commands that the application has of itself. They work on the selected objects of the current editor and fail,
 // quietly, when there is no editor or, where they need one, no object.
 class PLATFORM_API CATStandardCommands
 {

@@ -5,7 +5,7 @@
 
 // CATIGraphNode on every navigation node. The operations are described in the interface; they fail only for a null
 // pointer.
-class CATEGraphNodeOnNavigNode : public CATBaseUnknown
+class PLATFORM_API CATEGraphNodeOnNavigNode : public CATBaseUnknown
 {
 public:
     HRESULT SetIconName(const CATUnicodeString& usIconName);

@@ -10,8 +10,8 @@ class CATUnicodeString;
 
 inline constexpr IID IID_CATINavigModify{"CATINavigModify"};
 
-// What the navigation tree asks the navigation node of an object that it shows (see CATNavigNode). Every navigation node
-// answers it.
+// What the navigation tree asks the navigation node of an object that it shows (see CATNavigNode). Every navigation
+// node answers it.
 class PLATFORM_API CATINavigModify : public CATBaseUnknown
 {
     CATDeclareInterface(CATINavigModify, CATBaseUnknown)

@@ -195,7 +195,7 @@ CATBaseUnknown_var CATNavigBox::GetNode(const CATBaseUnknown_var& spObject) cons
 {
     const auto found = m_Entries.find(spObject.Get());
     return found != m_Entries.end() && found->second.pInstance != nullptr ? found->second.pInstance->GetNode()
-                                                                         : CATBaseUnknown_var();
+                                                                          : CATBaseUnknown_var();
 }
 
 CATNavigBox::Entry& CATNavigBox::GetEntry(const CATBaseUnknown_var& spObject)

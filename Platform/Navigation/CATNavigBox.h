@@ -12,8 +12,8 @@
 class CATNavigInstance;
 
 // Navigation tree of a window: root objects, and below each object that is unfolded its children. What an object shows
-// is asked of it (CATINavigateObject), and how it looks of its navigation node (CATINavigModify, CATIGraphNode), when it
-// is displayed for the first time and again after a redraw.
+// is asked of it (CATINavigateObject), and how it looks of its navigation node (CATINavigModify, CATIGraphNode), when
+// it is displayed for the first time and again after a redraw.
 class PLATFORM_API CATNavigBox
 {
 public:
@@ -54,8 +54,8 @@ public:
     // there. Objects that are no longer reached are forgotten.
     std::vector<CATNavigLine> Display();
 
-    // The text shown when the pointer rests on an object: its label, unless its navigation node changes it. Empty for an
-    // object that is not on display.
+    // The text shown when the pointer rests on an object: its label, unless its navigation node changes it. Empty for
+    // an object that is not on display.
     CATUnicodeString GetShortHelp(const CATBaseUnknown_var& spObject) const;
 
     // What a double click on an object does: activates it in the user interface (CATIUIActivate). S_FALSE for an object

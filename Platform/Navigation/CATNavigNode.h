@@ -4,8 +4,8 @@
 
 // Navigation node: a component that stands for a displayed object in one navigation tree. Its late type is that of the
 // object with "_node" behind it, so that extensions of that late type decide how the objects look (CATINavigModify); it
-// derives from the node type of the object's base. At the end of every chain stands ROOT_LATE_TYPE, on which nodes answer
-// CATINavigModify and CATIGraphNode.
+// derives from the node type of the object's base. At the end of every chain stands ROOT_LATE_TYPE, on which nodes
+// answer CATINavigModify and CATIGraphNode.
 class PLATFORM_API CATNavigNode : public CATBaseUnknown
 {
 public:

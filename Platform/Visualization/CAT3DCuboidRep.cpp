@@ -49,9 +49,10 @@ const std::array<CAT3DCuboidRep::CornerPair, CAT3DCuboidRep::EDGE_COUNT>& CAT3DC
 std::pair<CATMathPoint, CATMathPoint> CAT3DCuboidRep::GetExtent() const
 {
     const auto range = [this](double (CATMathPoint::*getCoordinate)() const) {
-        const auto [low, high] = std::minmax_element(
-            m_Corners.begin(), m_Corners.end(),
-            [=](const CATMathPoint& a, const CATMathPoint& b) { return (a.*getCoordinate)() < (b.*getCoordinate)(); });
+        const auto [low, high] =
+            std::minmax_element(m_Corners.begin(), m_Corners.end(), [=](const CATMathPoint& a, const CATMathPoint& b) {
+                return (a.*getCoordinate)() < (b.*getCoordinate)();
+            });
         return std::pair{((*low).*getCoordinate)(), ((*high).*getCoordinate)()};
     };
     const auto x = range(&CATMathPoint::GetX);

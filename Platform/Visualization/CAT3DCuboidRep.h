@@ -32,8 +32,8 @@ public:
 
     int GetDrawMode() const { return m_DrawMode; }
 
-    // The corners. Bit 0 of a position, counted from 0, is set for those beyond the first edge, bit 1 beyond the second,
-    // bit 2 beyond the third: position 0 is the corner that was given, position 7 the one opposite.
+    // The corners. Bit 0 of a position, counted from 0, is set for those beyond the first edge, bit 1 beyond the
+    // second, bit 2 beyond the third: position 0 is the corner that was given, position 7 the one opposite.
     const std::array<CATMathPoint, CORNER_COUNT>& GetCorners() const { return m_Corners; }
 
     // The edges, each from the corner with the lower position: four along the first edge, four along the second, four

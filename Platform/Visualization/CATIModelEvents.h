@@ -17,8 +17,8 @@ public:
     virtual void Connect(CATModelEventListener* pListener) = 0;
     virtual void Disconnect(CATModelEventListener* pListener) = 0;
 
-    // Tells the listeners, in the order in which they were connected. One that is disconnected meanwhile is not told any
-    // more, one that is connected meanwhile is not told yet.
+    // Tells the listeners, in the order in which they were connected. One that is disconnected meanwhile is not told
+    // any more, one that is connected meanwhile is not told yet.
     virtual void Dispatch(CATModelEvent event) = 0;
 };
 

@@ -3,10 +3,12 @@
 #include <algorithm>
 #include <iterator>
 #include <memory>
+#include <utility>
 
 #include "CATAfrGetCommandHeader.h"
 #include "CATApplicationFrame.h"
 #include "CATCommandHeaderRegister.h"
+#include "QTBBndBoxCommands.h"
 #include "QTBCommandText.h"
 #include "QTBContextMenuInfo.h"
 #include "QTBExpandCommands.h"
@@ -80,6 +82,25 @@ const Command COMMANDS[] = {
 };
 // clang-format on
 
+// The commands on bounding boxes, which are no rep nodes.
+struct BndBoxCommand
+{
+    const char* headerId;
+    unsigned char bMarks;
+};
+constexpr BndBoxCommand BND_BOX_COMMANDS[] = {{"QTBPdmWksCtxMarkBndBoxCmdHdr", TRUE},
+                                              {"QTBPdmWksCtxUnMarkBndBoxCmdHdr", FALSE}};
+
+// Adds a header unless there is one.
+void AddHeader(const char* id, const char* headerClass, CATCommandHeader::Action action)
+{
+    CATCommandHeader* pHeader = nullptr;
+    if (FAILED(CATAfrGetCommandHeader(id, &pHeader)) || pHeader == nullptr) {
+        CATApplicationFrame::GetFrame()->GetCommandHeaders().Add(
+            std::make_unique<CATCommandHeader>(id, headerClass, std::move(action)));
+    }
+}
+
 HRESULT Run(const Command& command, const QTBIRepNode_var& spIRepNode)
 {
     if (spIRepNode == NULL_var) {
@@ -122,15 +143,16 @@ constexpr char INTERPRETER = 0;
 
 void QTBCommands::AddHeaders()
 {
-    CATCommandHeaderRegister& headers = CATApplicationFrame::GetFrame()->GetCommandHeaders();
     for (const Command& command : COMMANDS) {
-        CATCommandHeader* pHeader = nullptr;
-        if (FAILED(CATAfrGetCommandHeader(command.headerId, &pHeader)) || pHeader == nullptr) {
-            headers.Add(std::make_unique<CATCommandHeader>(
-                command.headerId, command.headerClass,
-                [&command](const CATBaseUnknown_var& spObject) { return Run(command, spObject); }));
-        }
+        AddHeader(command.headerId, command.headerClass,
+                  [&command](const CATBaseUnknown_var& spObject) { return Run(command, spObject); });
     }
+    for (const BndBoxCommand& command : BND_BOX_COMMANDS) {
+        AddHeader(command.headerId, UI, [&command](const CATBaseUnknown_var& spObject) {
+            return QTBBndBoxCommands::SetMarked(spObject, command.bMarks);
+        });
+    }
+    CATCommandHeaderRegister& headers = CATApplicationFrame::GetFrame()->GetCommandHeaders();
     headers.RemoveInterpreter(&INTERPRETER);
     headers.AddInterpreter(&INTERPRETER, [](const CATUnicodeString& usCommandText, const CATBaseUnknown_var& spObject) {
         return Interpret(usCommandText, spObject);
@@ -141,6 +163,9 @@ void QTBCommands::RemoveHeaders()
 {
     CATCommandHeaderRegister& headers = CATApplicationFrame::GetFrame()->GetCommandHeaders();
     for (const Command& command : COMMANDS) {
+        headers.Remove(command.headerId);
+    }
+    for (const BndBoxCommand& command : BND_BOX_COMMANDS) {
         headers.Remove(command.headerId);
     }
     headers.RemoveInterpreter(&INTERPRETER);

@@ -8,10 +8,10 @@ class QTBContextMenuInfo;
 class QTBIRepNode;
 using QTBIRepNode_var = CATInterface_var<QTBIRepNode>;
 
-// The commands of the PDM integration that work on a rep node, by the names under which menus know them: the id of a
-// command header, a command name of the query dialog, or a text made for one menu item (QTBCommandText). What the
-// session can do itself is done; a command that needs a service of the PDM system which the connection does not offer
-// fails with a message that names the service.
+// The commands of the PDM integration that work on a rep node or a bounding box, by the names under which menus know
+// them: the id of a command header, a command name of the query dialog, or a text made for one menu item
+// (QTBCommandText). What the session can do itself is done; a command that needs a service of the PDM system which the
+// connection does not offer fails with a message that names the service.
 class QTBBASELIB_API QTBCommands
 {
 public:
@@ -21,7 +21,8 @@ public:
     // Takes all of that back. Called at the end of the session.
     static void RemoveHeaders();
 
-    // Runs the command of a header id or of the query dialog. E_FAIL for an unknown name and for an empty handle.
+    // Runs the command of a header id or of the query dialog on a rep node. E_FAIL for an unknown name and for an empty
+    // handle.
     static HRESULT Start(const CATUnicodeString& usCommandName, const QTBIRepNode_var& spIRepNode);
 
     // Runs an entry of the query dialog's menu: an entry for a relationship expands along the relations that are called

@@ -10,8 +10,8 @@ class CATMathVector;
 inline constexpr IID IID_QTBIBndBox{"QTBIBndBox"};
 
 // The data of a bounding box that the 3D view shows: a corner, the three edges that start there (millimetres; they may
-// have any length and direction), whether it is marked, and its name. A new box is the unit cube at the origin, unmarked
-// and without a name. No operation fails. What is changed shows after the next redraw of the box.
+// have any length and direction), whether it is marked, and its name. A new box is the unit cube at the origin,
+// unmarked and without a name. No operation fails. What is changed shows after the next redraw of the box.
 class QTBINTERFACESLIB_API QTBIBndBox : public CATBaseUnknown
 {
     CATDeclareInterface(QTBIBndBox, CATBaseUnknown)

@@ -46,12 +46,7 @@ public:
     std::int64_t GetNumber(std::string_view sql);
 
     std::int64_t GetLastInsertId() const;
-    // Rows changed by the last statement.
-    std::int64_t GetChangeCount() const;
     bool IsInTransaction() const;
-
-    // Copies what other processes need not wait for into the main file; failing to is no failure.
-    void Checkpoint() noexcept;
 
     [[noreturn]] void Raise(int code) const;
     // The store holds what no request can have written.

@@ -1,5 +1,7 @@
 #include "QTBStoreStatement.h"
 
+#include <cerrno>
+
 #include <sqlite3.h>
 
 #include "QTBStoreDatabase.h"
@@ -40,6 +42,7 @@ QTBStoreStatement& QTBStoreStatement::BindId(int parameter, std::int64_t id)
 bool QTBStoreStatement::Step()
 {
     m_IsStarted = true;
+    errno = 0;
     const int code = sqlite3_step(m_pStatement);
     if (code == SQLITE_ROW) {
         return true;

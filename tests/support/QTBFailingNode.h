@@ -1,66 +1,41 @@
 #pragma once
 
-#include <string>
-#include <string_view>
-
 #include "QTBENodeAttributesOnNode.h"
 #include "QTBENodeOnNode.h"
 #include "QTBENodeRelationsOnNode.h"
+#include "QTBFault.h"
 #include "QTBTestLateType.h"
 #include "TIEQTBINode.h"
 #include "TIEQTBINodeAttributes.h"
 #include "TIEQTBINodeRelations.h"
 
-// Makes one operation of the failing nodes below fail, without error, as long as it lives.
-class QTBFailAt
-{
-public:
-    explicit QTBFailAt(const char* operation) : m_Former(s_Operation) { s_Operation = operation; }
-    QTBFailAt(const QTBFailAt&) = delete;
-    QTBFailAt& operator=(const QTBFailAt&) = delete;
-    ~QTBFailAt() { s_Operation = m_Former; }
-
-    static bool Is(std::string_view operation) { return s_Operation == operation; }
-
-private:
-    std::string m_Former;
-    inline static std::string s_Operation;
-};
-
-#define QTB_MAY_FAIL(Base, Operation)                                                                                  \
-    template <class... Arguments>                                                                                      \
-    HRESULT Operation(Arguments&&... arguments)                                                                        \
-    {                                                                                                                  \
-        return QTBFailAt::Is(#Operation) ? E_FAIL : Base::Operation(arguments...);                                     \
-    }
+// The extensions of a node with the operations that nodes use of one another, made to fail on demand (see QTBFault).
 
 class QTBFailingNodeRelations : public QTBENodeRelationsOnNode
 {
 public:
-    QTB_MAY_FAIL(QTBENodeRelationsOnNode, RightNodeExists)
-    QTB_MAY_FAIL(QTBENodeRelationsOnNode, LeftNodeExists)
-    QTB_MAY_FAIL(QTBENodeRelationsOnNode, AddRightNode)
-    QTB_MAY_FAIL(QTBENodeRelationsOnNode, AddLeftNode)
-    QTB_MAY_FAIL(QTBENodeRelationsOnNode, RemoveRightNode)
-    QTB_MAY_FAIL(QTBENodeRelationsOnNode, RemoveLeftNode)
-    QTB_MAY_FAIL(QTBENodeRelationsOnNode, RemoveAllRels)
+    QTB_FAULTY_OPERATION(QTBENodeRelationsOnNode, RightNodeExists)
+    QTB_FAULTY_OPERATION(QTBENodeRelationsOnNode, LeftNodeExists)
+    QTB_FAULTY_OPERATION(QTBENodeRelationsOnNode, AddRightNode)
+    QTB_FAULTY_OPERATION(QTBENodeRelationsOnNode, AddLeftNode)
+    QTB_FAULTY_OPERATION(QTBENodeRelationsOnNode, RemoveRightNode)
+    QTB_FAULTY_OPERATION(QTBENodeRelationsOnNode, RemoveLeftNode)
+    QTB_FAULTY_OPERATION(QTBENodeRelationsOnNode, RemoveAllRels)
 };
 
 class QTBFailingNodeAttributes : public QTBENodeAttributesOnNode
 {
 public:
-    QTB_MAY_FAIL(QTBENodeAttributesOnNode, GetKey)
-    QTB_MAY_FAIL(QTBENodeAttributesOnNode, GetXmlElement)
+    QTB_FAULTY_OPERATION(QTBENodeAttributesOnNode, GetKey)
+    QTB_FAULTY_OPERATION(QTBENodeAttributesOnNode, GetXmlElement)
 };
 
 class QTBFailingNodeIdentity : public QTBENodeOnNode
 {
 public:
-    QTB_MAY_FAIL(QTBENodeOnNode, GetNodeDescriptionString)
-    QTB_MAY_FAIL(QTBENodeOnNode, GetPdmClass)
+    QTB_FAULTY_OPERATION(QTBENodeOnNode, GetNodeDescriptionString)
+    QTB_FAULTY_OPERATION(QTBENodeOnNode, GetPdmClass)
 };
-
-#undef QTB_MAY_FAIL
 
 // A node like any other, until it is told to fail.
 inline CATBaseUnknown_var CreateFailingNode()

@@ -1,9 +1,9 @@
 #pragma once
 
-#include <memory>
 #include <unordered_map>
 
 #include "CATDocument.h"
+#include "CATError.h"
 #include "CATIPrdLink.h"
 #include "CATIPrdProperties.h"
 #include "CATIProduct.h"
@@ -13,41 +13,41 @@
 #include "TIECATIPrdProperties.h"
 #include "TIECATIProduct.h"
 
+// What a product answers. A result that is a failure is that of the operations beside which it stands.
+struct QTBFakeProductData
+{
+    CATBaseUnknown_var spFather{};
+    CATListValCATBaseUnknown_var Children{};
+    bool givesNoList = false;
+    bool isReference = false;
+    bool hasReference = true;
+    CATUnicodeString usPartNumber{};
+    CATUnicodeString usInstanceName = "Fake.1";
+    HRESULT instanceNameResult = S_OK;
+    CATUnicodeString usNomenclature{};
+    HRESULT getResult = S_OK;
+    HRESULT setResult = S_OK;
+    HRESULT linkResult = S_OK;
+    CATPrdLinkState linkState = CATPrdLinkState::Visualization;
+    CATUnicodeString usLinkedFileName = "/data/fake.CATProduct";
+    CATDocument* pDocument = nullptr;
+    // A null document is given as if it were there.
+    bool givesNullDocument = false;
+    bool raisesInInstanceName = false;
+};
+
 // Products that say what a test tells them to, for what products of the session never do: they fail, contradict
 // themselves or lack an interface. One set of them lives at a time.
 class QTBFakeProducts
 {
 public:
-    // What a product answers. A result that is a failure is that of the operations beside which it stands.
-    struct Data
-    {
-        CATBaseUnknown_var spFather;
-        CATListValCATBaseUnknown_var Children;
-        bool givesNoList = false;
-        bool isReference = false;
-        bool hasReference = true;
-        CATUnicodeString usPartNumber;
-        CATUnicodeString usInstanceName = "Fake.1";
-        HRESULT instanceNameResult = S_OK;
-        CATUnicodeString usNomenclature;
-        HRESULT getResult = S_OK;
-        HRESULT setResult = S_OK;
-        HRESULT linkResult = S_OK;
-        CATPrdLinkState linkState = CATPrdLinkState::Loaded;
-        CATUnicodeString usLinkedFileName = "/data/fake.CATProduct";
-        CATDocument* pDocument = nullptr;
-        // The document is given as one of its shape, and a null one as if it were there.
-        bool givesNullDocument = false;
-        bool raisesInInstanceName = false;
-    };
+    using Data = QTBFakeProductData;
 
     QTBFakeProducts()
     {
         m_Type.Register<TIECATIProduct, CATIProduct, Product>()
             .Register<TIECATIPrdLink, CATIPrdLink, Link>()
             .Register<TIECATIPrdProperties, CATIPrdProperties, Properties>();
-        m_TypeWithoutProperties.Register<TIECATIProduct, CATIProduct, Product>()
-            .Register<TIECATIPrdLink, CATIPrdLink, Link>();
         m_PlainType.Register<TIECATIProduct, CATIProduct, Product>().Register<TIECATIPrdLink, CATIPrdLink, Link>();
     }
     QTBFakeProducts(const QTBFakeProducts&) = delete;
@@ -56,11 +56,6 @@ public:
 
     // A product that answers all that a product does.
     CATBaseUnknown_var Create(const Data& data = Data()) const { return Enter(m_Type, data); }
-    // One without CATIPrdProperties of its own kind: it belongs to a late type that has none.
-    CATBaseUnknown_var CreateWithoutProperties(const Data& data = Data()) const
-    {
-        return Enter(m_TypeWithoutProperties, data);
-    }
     // A product that answers no interface of the PDM integration.
     CATBaseUnknown_var CreatePlain(const Data& data = Data()) const { return Enter(m_PlainType, data); }
 
@@ -82,7 +77,10 @@ public:
             return Mine().givesNoList ? nullptr : new CATListValCATBaseUnknown_var(Mine().Children);
         }
         HRESULT IsReference() { return Mine().isReference ? S_OK : E_FAIL; }
-        CATIProduct_var GetReferenceProduct() { return Mine().hasReference ? CATIProduct_var(this) : CATIProduct_var(); }
+        CATIProduct_var GetReferenceProduct()
+        {
+            return Mine().hasReference ? CATIProduct_var(this) : CATIProduct_var();
+        }
         HRESULT GetPrdInstanceName(CATUnicodeString* pusInstanceName)
         {
             if (Mine().raisesInInstanceName) {
@@ -102,7 +100,10 @@ public:
 
     private:
         Data& Mine() const { return Products()[GetImpl()]; }
-        HRESULT Get(CATUnicodeString* pusValue) const { return Give(Mine().usNomenclature, Mine().getResult, pusValue); }
+        HRESULT Get(CATUnicodeString* pusValue) const
+        {
+            return Give(Mine().usNomenclature, Mine().getResult, pusValue);
+        }
     };
 
     class Link : public CATBaseUnknown
@@ -165,6 +166,5 @@ private:
     }
 
     QTBTestLateType m_Type{"QTBFakeProduct", "ASMPRODUCT"};
-    QTBTestLateType m_TypeWithoutProperties{"QTBFakeProductWithoutProperties", "QTBFakeProductBase"};
     QTBTestLateType m_PlainType{"QTBPlainFakeProduct"};
 };

@@ -3,6 +3,7 @@
 #include <string_view>
 #include <utility>
 
+#include "CATError.h"
 #include "CATInterface_var.h"
 
 // While it lives, an operation of the faulty extensions (see QTB_FAULTY_OPERATION) goes wrong: on one component or, for
@@ -15,7 +16,9 @@ public:
         // The call fails without an error object.
         Fails,
         // The call succeeds without having done anything.
-        DoesNothing
+        DoesNothing,
+        // The call raises the error FaultERR_1 of the catalog "QTBFault".
+        Raises
     };
 
     explicit QTBFault(const char* operation, const CATBaseUnknown_var& spComponent = NULL_var, int callsBefore = 0,
@@ -36,7 +39,13 @@ public:
         }
         return s_pCurrent->m_CallsBefore-- <= 0;
     }
-    static HRESULT Result() { return s_pCurrent->m_Kind == DoesNothing ? S_OK : E_FAIL; }
+    static HRESULT Result()
+    {
+        if (s_pCurrent->m_Kind == Raises) {
+            CATError::Throw(__FILE__, __LINE__, new CATInternalError("FaultERR_1", "QTBFault"));
+        }
+        return s_pCurrent->m_Kind == DoesNothing ? S_OK : E_FAIL;
+    }
 
 private:
     inline static QTBFault* s_pCurrent = nullptr;

@@ -33,6 +33,8 @@ public:
     QTB_FAULTY_OPERATION(QTBENodeAttributesOnNode, SetKey)
     QTB_FAULTY_OPERATION(QTBENodeAttributesOnNode, SetXmlElement)
     QTB_FAULTY_OPERATION(QTBENodeAttributesOnNode, GetXmlElement)
+    QTB_FAULTY_OPERATION(QTBENodeAttributesOnNode, AttributeIsDefined)
+    QTB_FAULTY_OPERATION(QTBENodeAttributesOnNode, GetAttribute)
     QTB_FAULTY_OPERATION(QTBENodeAttributesOnNode, GetAttributeDataType)
     QTB_FAULTY_OPERATION(QTBENodeAttributesOnNode, GetStringAttributeValue)
     QTB_FAULTY_OPERATION(QTBENodeAttributesOnNode, GetNameValueListAttributes)
@@ -53,8 +55,10 @@ class QTBFaultyPdmNode : public QTBEPdmNodeOnPdmNode
 {
 public:
     QTB_FAULTY_OPERATION(QTBEPdmNodeOnPdmNode, GetRepNodes)
+    QTB_FAULTY_OPERATION(QTBEPdmNodeOnPdmNode, PreselectRepNodes)
     QTB_FAULTY_OPERATION(QTBEPdmNodeOnPdmNode, GetClassName)
     QTB_FAULTY_OPERATION(QTBEPdmNodeOnPdmNode, GetDescriptionString)
+    QTB_FAULTY_OPERATION(QTBEPdmNodeOnPdmNode, GetSchemaNodePtr)
     QTB_FAULTY_OPERATION(QTBEPdmNodeOnPdmNode, IsAffectedByCurrentAction)
 };
 
@@ -65,6 +69,7 @@ public:
     QTB_FAULTY_OPERATION(QTBEPdmObjNodeOnPdmObjNode, GetRightNodes)
     QTB_FAULTY_OPERATION(QTBEPdmObjNodeOnPdmObjNode, GetLeftNodes)
     QTB_FAULTY_OPERATION(QTBEPdmObjNodeOnPdmObjNode, IsPdmRootNode)
+    QTB_FAULTY_OPERATION(QTBEPdmObjNodeOnPdmObjNode, GetSchemaObjectPtr)
 };
 
 class QTBFaultyPdmRelNode : public QTBEPdmRelNodeOnPdmRelNode
@@ -93,8 +98,10 @@ public:
     QTB_FAULTY_OPERATION(QTBERepNodeOnRepNode, IsRepRootNode)
     QTB_FAULTY_OPERATION(QTBERepNodeOnRepNode, GetDirectChildren)
     QTB_FAULTY_OPERATION(QTBERepNodeOnRepNode, GetParent)
+    QTB_FAULTY_OPERATION(QTBERepNodeOnRepNode, InitContextMenuInfo)
     QTB_FAULTY_OPERATION(QTBERepNodeOnRepNode, IsRepDefaultNode)
     QTB_FAULTY_OPERATION(QTBERepNodeOnRepNode, Redraw)
+    QTB_FAULTY_OPERATION(QTBERepNodeOnRepNode, GetDisplayString)
     QTB_FAULTY_OPERATION(QTBERepNodeOnRepNode, GetPdmNode)
     QTB_FAULTY_OPERATION(QTBERepNodeOnRepNode, GetPdmNodeKey)
     QTB_FAULTY_OPERATION(QTBERepNodeOnRepNode, RepresentsPdmObjNode)
@@ -125,12 +132,16 @@ public:
     QTB_FAULTY_OPERATION(QTBERepNodeContOnRepNodeCont, RecursiveRemoveRepTree)
     QTB_FAULTY_OPERATION(QTBERepNodeContOnRepNodeCont, GetId)
     QTB_FAULTY_OPERATION(QTBERepNodeContOnRepNodeCont, CreateDefaultRootNode)
+
+    // Files a component that a container would not file itself.
+    void File(const CATBaseUnknown_var& spComponent) { FileNode(spComponent); }
 };
 
 class QTBFaultyLinkToPsn : public QTBELinkToPsnOnRepNode
 {
 public:
     QTB_FAULTY_OPERATION(QTBELinkToPsnOnRepNode, CorrespondingPsnNodesExist)
+    QTB_FAULTY_OPERATION(QTBELinkToPsnOnRepNode, CorrespondingPsnNodeExists)
 };
 
 // Puts the faulty extensions in the place of the real ones while it lives.

@@ -329,6 +329,16 @@ protected:
         m_pFaulty.reset();
     }
 
+    // Files a component in the container that is no rep node, and takes it out again.
+    void File(const CATBaseUnknown_var& spComponent) const
+    {
+        static_cast<QTBFaultyRepNodeCont*>(Cont())->File(spComponent);
+    }
+    void TakeOut(CATBaseUnknown_var spComponent) const
+    {
+        EXPECT_THAT(Cont()->RemoveNodeFromContainer(&spComponent, nullptr), Succeeds());
+    }
+
 private:
     std::unique_ptr<QTBFaultyExtensions> m_pFaulty;
 };

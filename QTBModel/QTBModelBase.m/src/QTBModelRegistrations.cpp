@@ -3,10 +3,17 @@
 // dictionary while the library is loaded. A new extension is a row here and its includes below.
 
 #include "CATDictionary.h"
+#include "CATError.h"
 #include "CATICreateInstance.h"
 #include "CATMetaClass.h"
 #include "QTBBndBox.h"
+#include "QTBE3DGeoVisuOnBndBox.h"
+#include "QTBEAliasOnBndBox.h"
+#include "QTBEAliasOnRepNode.h"
+#include "QTBEBndBoxOnBndBox.h"
+#include "QTBECSOFilterOnRepNode.h"
 #include "QTBEContainerOnRepNodeCont.h"
+#include "QTBEContextualMenuOnBndBox.h"
 #include "QTBEContextualMenuOnRepNode.h"
 #include "QTBEContextualSubMenuOnRepNode.h"
 #include "QTBECreateInstanceOnBndBox.h"
@@ -18,12 +25,16 @@
 #include "QTBECreateInstanceOnPdmRelNode.h"
 #include "QTBECreateInstanceOnRepNode.h"
 #include "QTBECreateInstanceOnRepNodeCont.h"
+#include "QTBECutAndPastableOnRepNode.h"
 #include "QTBEDocAliasOnDocument.h"
 #include "QTBEEditorOnDoc.h"
 #include "QTBEInfoNodeOnInfoNode.h"
 #include "QTBEInitOnDoc.h"
 #include "QTBELinkToPsnOnRepNode.h"
 #include "QTBELinkToQtbOnASMPRODUCT.h"
+#include "QTBEModelEventsOnBndBox.h"
+#include "QTBENavigModifyOnRepNode_node.h"
+#include "QTBENavigateObjectOnRepNode.h"
 #include "QTBENodeAttributesOnNode.h"
 #include "QTBENodeOnNode.h"
 #include "QTBENodeRelationsOnNode.h"
@@ -35,14 +46,31 @@
 #include "QTBEPsnNodeOnASMPRODUCT.h"
 #include "QTBERepNodeContOnRepNodeCont.h"
 #include "QTBERepNodeOnRepNode.h"
+#include "QTBERootPropertiesOnBndBox.h"
+#include "QTBERootPropertiesOnRepNode.h"
+#include "QTBESelectShowOnBndBox.h"
+#include "QTBEUIActivateOnRepNode.h"
+#include "QTBEVisPropertiesOnBndBox.h"
 #include "QTBModelLibExport.h"
+#include "TIECATI3DGeoVisu.h"
+#include "TIECATIAlias.h"
+#include "TIECATICSOFilter.h"
 #include "TIECATIContainer.h"
 #include "TIECATIContextualMenu.h"
 #include "TIECATIContextualSubMenu.h"
+#include "TIECATICutAndPastable.h"
 #include "TIECATIDocAlias.h"
 #include "TIECATIEditor.h"
+#include "TIECATIModelEvents.h"
+#include "TIECATINavigModify.h"
+#include "TIECATINavigateObject.h"
 #include "TIECATIPersistent.h"
+#include "TIECATIRootProperties.h"
+#include "TIECATISelectShow.h"
+#include "TIECATIUIActivate.h"
+#include "TIECATIVisProperties.h"
 #include "TIECATInit.h"
+#include "TIEQTBIBndBox.h"
 #include "TIEQTBIInfoNode.h"
 #include "TIEQTBILinkToPsn.h"
 #include "TIEQTBILinkToQtb.h"
@@ -59,35 +87,50 @@
 
 // clang-format off
 #define QTB_MODEL_EXTENSIONS(ROW)                                                                                      \
-    ROW(ASMPRODUCT,     QTBELinkToQtbOnASMPRODUCT,       Data, QTBILinkToQtb)                                          \
-    ROW(ASMPRODUCT,     QTBEPsnNodeOnASMPRODUCT,         Data, QTBIPsnNode)                                            \
-    ROW(QTBBndBox,      QTBECreateInstanceOnBndBox,      Code, CATICreateInstance)                                     \
-    ROW(QTBDoc,         QTBEEditorOnDoc,                 Data, CATIEditor)                                             \
-    ROW(QTBDoc,         QTBEInitOnDoc,                   Data, CATInit)                                                \
-    ROW(QTBDoc,         QTBEPersistentOnDoc,             Data, CATIPersistent)                                         \
-    ROW(QTBDocument,    QTBEDocAliasOnDocument,          Data, CATIDocAlias)                                           \
-    ROW(QTBInfoNode,    QTBECreateInstanceOnInfoNode,    Code, CATICreateInstance)                                     \
-    ROW(QTBInfoNode,    QTBEInfoNodeOnInfoNode,          Data, QTBIInfoNode)                                           \
-    ROW(QTBNode,        QTBECreateInstanceOnNode,        Code, CATICreateInstance)                                     \
-    ROW(QTBNode,        QTBENodeAttributesOnNode,        Data, QTBINodeAttributes)                                     \
-    ROW(QTBNode,        QTBENodeOnNode,                  Data, QTBINode)                                               \
-    ROW(QTBNode,        QTBENodeRelationsOnNode,         Data, QTBINodeRelations)                                      \
-    ROW(QTBPdmNode,     QTBECreateInstanceOnPdmNode,     Code, CATICreateInstance)                                     \
-    ROW(QTBPdmNode,     QTBEPdmNodeOnPdmNode,            Data, QTBIPdmNode)                                            \
-    ROW(QTBPdmNodeCont, QTBECreateInstanceOnPdmNodeCont, Code, CATICreateInstance)                                     \
-    ROW(QTBPdmNodeCont, QTBEPdmNodeContOnPdmNodeCont,    Data, QTBIPdmNodeCont)                                        \
-    ROW(QTBPdmObjNode,  QTBECreateInstanceOnPdmObjNode,  Code, CATICreateInstance)                                     \
-    ROW(QTBPdmObjNode,  QTBEPdmObjNodeOnPdmObjNode,      Data, QTBIPdmObjNode)                                         \
-    ROW(QTBPdmRelNode,  QTBECreateInstanceOnPdmRelNode,  Code, CATICreateInstance)                                     \
-    ROW(QTBPdmRelNode,  QTBEPdmRelNodeOnPdmRelNode,      Data, QTBIPdmRelNode)                                         \
-    ROW(QTBRepNode,     QTBEContextualMenuOnRepNode,     Data, CATIContextualMenu)                                     \
-    ROW(QTBRepNode,     QTBEContextualSubMenuOnRepNode,  Data, CATIContextualSubMenu)                                  \
-    ROW(QTBRepNode,     QTBECreateInstanceOnRepNode,     Code, CATICreateInstance)                                     \
-    ROW(QTBRepNode,     QTBELinkToPsnOnRepNode,          Data, QTBILinkToPsn)                                          \
-    ROW(QTBRepNode,     QTBERepNodeOnRepNode,            Data, QTBIRepNode)                                            \
-    ROW(QTBRepNodeCont, QTBEContainerOnRepNodeCont,      Data, CATIContainer)                                          \
-    ROW(QTBRepNodeCont, QTBECreateInstanceOnRepNodeCont, Code, CATICreateInstance)                                     \
-    ROW(QTBRepNodeCont, QTBERepNodeContOnRepNodeCont,    Data, QTBIRepNodeCont)
+    ROW(ASMPRODUCT,      QTBELinkToQtbOnASMPRODUCT,       Data, QTBILinkToQtb)                                         \
+    ROW(ASMPRODUCT,      QTBEPsnNodeOnASMPRODUCT,         Data, QTBIPsnNode)                                           \
+    ROW(QTBBndBox,       QTBE3DGeoVisuOnBndBox,           Data, CATI3DGeoVisu)                                         \
+    ROW(QTBBndBox,       QTBEAliasOnBndBox,               Data, CATIAlias)                                             \
+    ROW(QTBBndBox,       QTBEBndBoxOnBndBox,              Data, QTBIBndBox)                                            \
+    ROW(QTBBndBox,       QTBEContextualMenuOnBndBox,      Data, CATIContextualMenu)                                    \
+    ROW(QTBBndBox,       QTBECreateInstanceOnBndBox,      Code, CATICreateInstance)                                    \
+    ROW(QTBBndBox,       QTBEModelEventsOnBndBox,         Data, CATIModelEvents)                                       \
+    ROW(QTBBndBox,       QTBERootPropertiesOnBndBox,      Data, CATIRootProperties)                                    \
+    ROW(QTBBndBox,       QTBESelectShowOnBndBox,          Data, CATISelectShow)                                        \
+    ROW(QTBBndBox,       QTBEVisPropertiesOnBndBox,       Data, CATIVisProperties)                                     \
+    ROW(QTBDoc,          QTBEEditorOnDoc,                 Data, CATIEditor)                                            \
+    ROW(QTBDoc,          QTBEInitOnDoc,                   Data, CATInit)                                               \
+    ROW(QTBDoc,          QTBEPersistentOnDoc,             Data, CATIPersistent)                                        \
+    ROW(QTBDocument,     QTBEDocAliasOnDocument,          Data, CATIDocAlias)                                          \
+    ROW(QTBInfoNode,     QTBECreateInstanceOnInfoNode,    Code, CATICreateInstance)                                    \
+    ROW(QTBInfoNode,     QTBEInfoNodeOnInfoNode,          Data, QTBIInfoNode)                                          \
+    ROW(QTBNode,         QTBECreateInstanceOnNode,        Code, CATICreateInstance)                                    \
+    ROW(QTBNode,         QTBENodeAttributesOnNode,        Data, QTBINodeAttributes)                                    \
+    ROW(QTBNode,         QTBENodeOnNode,                  Data, QTBINode)                                              \
+    ROW(QTBNode,         QTBENodeRelationsOnNode,         Data, QTBINodeRelations)                                     \
+    ROW(QTBPdmNode,      QTBECreateInstanceOnPdmNode,     Code, CATICreateInstance)                                    \
+    ROW(QTBPdmNode,      QTBEPdmNodeOnPdmNode,            Data, QTBIPdmNode)                                           \
+    ROW(QTBPdmNodeCont,  QTBECreateInstanceOnPdmNodeCont, Code, CATICreateInstance)                                    \
+    ROW(QTBPdmNodeCont,  QTBEPdmNodeContOnPdmNodeCont,    Data, QTBIPdmNodeCont)                                       \
+    ROW(QTBPdmObjNode,   QTBECreateInstanceOnPdmObjNode,  Code, CATICreateInstance)                                    \
+    ROW(QTBPdmObjNode,   QTBEPdmObjNodeOnPdmObjNode,      Data, QTBIPdmObjNode)                                        \
+    ROW(QTBPdmRelNode,   QTBECreateInstanceOnPdmRelNode,  Code, CATICreateInstance)                                    \
+    ROW(QTBPdmRelNode,   QTBEPdmRelNodeOnPdmRelNode,      Data, QTBIPdmRelNode)                                        \
+    ROW(QTBRepNode,      QTBEAliasOnRepNode,              Code, CATIAlias)                                             \
+    ROW(QTBRepNode,      QTBECSOFilterOnRepNode,          Data, CATICSOFilter)                                         \
+    ROW(QTBRepNode,      QTBEContextualMenuOnRepNode,     Data, CATIContextualMenu)                                    \
+    ROW(QTBRepNode,      QTBEContextualSubMenuOnRepNode,  Data, CATIContextualSubMenu)                                 \
+    ROW(QTBRepNode,      QTBECreateInstanceOnRepNode,     Code, CATICreateInstance)                                    \
+    ROW(QTBRepNode,      QTBECutAndPastableOnRepNode,     Data, CATICutAndPastable)                                    \
+    ROW(QTBRepNode,      QTBELinkToPsnOnRepNode,          Data, QTBILinkToPsn)                                         \
+    ROW(QTBRepNode,      QTBENavigateObjectOnRepNode,     Data, CATINavigateObject)                                    \
+    ROW(QTBRepNode,      QTBERepNodeOnRepNode,            Data, QTBIRepNode)                                           \
+    ROW(QTBRepNode,      QTBERootPropertiesOnRepNode,     Data, CATIRootProperties)                                    \
+    ROW(QTBRepNode,      QTBEUIActivateOnRepNode,         Data, CATIUIActivate)                                        \
+    ROW(QTBRepNodeCont,  QTBEContainerOnRepNodeCont,      Data, CATIContainer)                                         \
+    ROW(QTBRepNodeCont,  QTBECreateInstanceOnRepNodeCont, Code, CATICreateInstance)                                    \
+    ROW(QTBRepNodeCont,  QTBERepNodeContOnRepNodeCont,    Data, QTBIRepNodeCont)                                       \
+    ROW(QTBRepNode_node, QTBENavigModifyOnRepNode_node,   Data, CATINavigModify)
 // clang-format on
 
 #define QTB_EXPORT_FACTORY(LateType, Class, Kind, Interface)                                                           \
@@ -126,6 +169,8 @@ class ModelRegistrations
 public:
     ModelRegistrations()
     {
+        // Asked for the first time here, the keeper of past errors outlives this object.
+        CATError::CATGetLastError(S_OK, NULL);
         DeclareLateTypes<QTBBndBox, QTBInfoNode, QTBNode, QTBPdmNode, QTBPdmNodeCont, QTBPdmObjNode, QTBPdmRelNode,
                          QTBRepNode, QTBRepNodeCont>();
         for (const Registration& registration : REGISTRATIONS) {
@@ -140,6 +185,8 @@ public:
         for (const Registration& registration : REGISTRATIONS) {
             CATRemoveFromDictionary(registration.GetExtensionRecord(), registration.pGetInterface());
         }
+        // Errors of the library's own class must not outlive it.
+        CATError::ForgetResults();
     }
 
 private:

@@ -175,6 +175,12 @@ HRESULT QTBENodeAttributesOnNode::SetXmlElement(const CATBaseUnknown_var& spXmlE
 
     CATListValCATBaseUnknown_var ChildAttributeNodes;
     QTB_CALL(QTBXmlUtil::GetElements, m_spXmlElement, ATTRIBUTE_TAG, NOTHING, NOTHING, &ChildAttributeNodes);
+    const int attributeCount = ChildAttributeNodes.Size();
+    m_AttributeNames.Reserve(attributeCount);
+    m_AttributeDataTypes.Reserve(attributeCount);
+    m_AllAttrs.Reserve(attributeCount);
+    // Most attributes are strings.
+    m_StringAttrs.Reserve(attributeCount);
     for (const CATBaseUnknown_var& spChildAttributeNode : ChildAttributeNodes) {
         const CATIDOMElement_var spIDOMElementOnChildAttributeNode(spChildAttributeNode);
         QTB_INTERFACE(spIDOMElementOnChildAttributeNode);
@@ -286,11 +292,12 @@ HRESULT QTBENodeAttributesOnNode::GetAttribute(const CATUnicodeString& usName, Q
     QTB_SCOPE("QTBENodeAttributesOnNode::GetAttribute");
     QTB_ASSERT(ppNodeAttr != NULL);
     QTB_ASSERT(*ppNodeAttr == NULL);
-    for (QTBNodeAttr* pNodeAttr : m_AllAttrs) {
+    // The names stand in the order of the attributes.
+    if (const int position = LocateName(usName); position > 0) {
         CATUnicodeString usCurrentName;
-        QTB_RESULT_AS("m_AllAttrs[i]->GetName", pNodeAttr->GetName(&usCurrentName));
+        QTB_RESULT_AS("m_AllAttrs[i]->GetName", m_AllAttrs[position]->GetName(&usCurrentName));
         if (usCurrentName == usName) {
-            *ppNodeAttr = pNodeAttr;
+            *ppNodeAttr = m_AllAttrs[position];
             return QTB_SUCCESS;
         }
     }

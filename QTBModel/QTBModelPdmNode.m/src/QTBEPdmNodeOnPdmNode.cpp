@@ -73,7 +73,8 @@ HRESULT EmptyEditorSets(const CATListValCATBaseUnknown_var& RepNodes)
         }
         CATFrmEditor* pFrmEditor = NULL;
         QTB_CALL(spIRepNode->GetFrmEditorPtr, &pFrmEditor);
-        auto* pSet = Kind::GetSet(pFrmEditor);
+        // A window without editor has no set.
+        auto* pSet = pFrmEditor != NULL ? Kind::GetSet(pFrmEditor) : NULL;
         QTB_ASSERT_AS(Kind::SET_EXISTS, pSet != NULL);
         if (pSet->GetSize() > 0) {
             pSet->Empty();
@@ -395,6 +396,7 @@ HRESULT QTBEPdmNodeOnPdmNode::GetQtbInfoAttr(const CATUnicodeString& usAttrName,
 {
     QTB_SCOPE("QTBEPdmNodeOnPdmNode::GetQtbInfoAttr");
     QTB_ASSERT(pAttrValues != NULL);
+    pAttrValues->RemoveAll();
     CATUnicodeString usAttrValue;
     QTB_CALL(GetQtbInfoAttr, usAttrName, &usAttrValue, bPrintErrorIfUndefined, pbAttrIsDefined, bEmptyValueCounts);
     QTB_CALL(QTBStringUtil::ConvertQtbInfoListAttrString, usAttrValue, pAttrValues);

@@ -111,8 +111,8 @@ public:
                                 const CATListValQTBNodeRelationInfo& NodeRelationInfos,
                                 CATListValQTBChildRepNodeInfo* pChildRepNodeInfoList);
 
-    // The expand menus of an object: its relations in the menus for one level and for all levels and, as entries for the
-    // query dialog, in the second list; and the trees that the schema defines for its class.
+    // The expand menus of an object: its relations in the menus for one level and for all levels and, as entries for
+    // the query dialog, in the second list; and the trees that the schema defines for its class.
     HRESULT CreateExpandSubMenuItems(const QTBIPdmNode_var& spIPdmNode, CATCmdContainer* pExpandContainer,
                                      CATCmdContainer* pMultiExpandContainer);
     HRESULT CreateCustomExpandSubMenuItem(CATCmdContainer* pContainer);
@@ -138,6 +138,9 @@ private:
 
     class MenuItems;
 
+    // Opens the document whose window is there for what the user chooses from the menu of a node in a query result. The
+    // node itself stays without window. That no document can be opened is no failure.
+    static HRESULT OpenDocumentOfQueryResult();
     // Whether the menu has the bounding box items.
     HRESULT BndBoxesAreOffered(unsigned char* pbAreOffered);
     // Adds the expand menus that have something in them; null items for the query dialog's entries alone.

@@ -120,6 +120,37 @@ CATUnicodeString GetHeaderTitle(const char* catalog, const char* headerId)
     return CATMsgCatalog::BuildMessage(catalog, CATUnicodeString(catalog) + "." + headerId + ".Title");
 }
 
+std::unique_ptr<CATCmdContainer> MakeMenu(const char* catalog, const char* headerId)
+{
+    auto pMenu = std::make_unique<CATCmdContainer>(catalog);
+    pMenu->SetTitle(GetHeaderTitle(catalog, headerId));
+    return pMenu;
+}
+
+// What of a node decides, besides the schema, which actions it can have.
+struct Conditions
+{
+    bool isObject;
+    bool isNewestVersion;
+    bool hasBndBoxItems;
+
+    bool Allow(ActionKind kind) const
+    {
+        switch (kind) {
+        case ActionKind::ExpandFamily:
+        case ActionKind::Creation:
+            return isObject;
+        case ActionKind::VersionCommand:
+            return isNewestVersion;
+        case ActionKind::BndBoxCommand:
+            return hasBndBoxItems;
+        case ActionKind::Command:
+            break;
+        }
+        return true;
+    }
+};
+
 // A menu of the expand family: the action that offers it, and where its title stands.
 struct ExpandMenu
 {
@@ -127,12 +158,7 @@ struct ExpandMenu
     const char* catalog;
     const char* headerId;
 
-    std::unique_ptr<CATCmdContainer> Make() const
-    {
-        auto pMenu = std::make_unique<CATCmdContainer>(catalog);
-        pMenu->SetTitle(GetHeaderTitle(catalog, headerId));
-        return pMenu;
-    }
+    std::unique_ptr<CATCmdContainer> Make() const { return MakeMenu(catalog, headerId); }
 };
 constexpr ExpandMenu EXPAND_MENU{EXPAND, "QTBCtxExpandCmdHdr", "QTBPdmWksCtxExpandCmdHdr"};
 constexpr ExpandMenu MULTI_EXPAND_MENU{"MultipleExpand", "QTBCtxExpandMultiCmdHdr", "QTBPdmWksCtxExpandMultiCmdHdr"};
@@ -217,18 +243,10 @@ HRESULT QTBERepNodeOnRepNode::InitContextMenuInfo(CATCmdContainer* pContainer, C
 {
     QTB_SCOPE("QTBERepNodeOnRepNode::InitContextMenuInfo");
     if (m_pFrmWindow == NULL) {
-        QTB_TRACE("QTBERepNodeOnRepNode::InitContextMenuInfo -> m_pFrmWindow == NULL -> called from query result "
-                  "list window");
-        QTBIQtbFrmWindow_var spIQtbFrmWindow;
-        if (SUCCEEDED(QTBDocUtil::CreateNewQtbDocument(&spIQtbFrmWindow, NULL))) {
-            // The window is there for what the user chooses; the node stays without one.
-            CATFrmWindow* pFrmWindow = NULL;
-            QTB_CALL(spIQtbFrmWindow->GetFrmWindowPtr, &pFrmWindow);
-        } else {
-            QTB_TRACE("QTBERepNodeOnRepNode::InitContextMenuInfo -> QTBDocUtil::CreateNewQtbDocument !");
+        if (const HRESULT hr = OpenDocumentOfQueryResult(); FAILED(hr)) {
+            return hr;
         }
     }
-
     m_ContextMenuInfos.RemoveAll();
     m_SecondContextMenuInfos.RemoveAll();
     auto pSeparator = std::make_unique<CATCmdSeparator>(SEPARATOR);
@@ -254,40 +272,24 @@ HRESULT QTBERepNodeOnRepNode::InitContextMenuInfo(CATCmdContainer* pContainer, C
     QTB_ASSERT(pSchemaNode != NULL);
     unsigned char bBndBoxesAreOffered = FALSE;
     QTB_CALL(BndBoxesAreOffered, &bBndBoxesAreOffered);
-    const bool isObject = QTBIPdmObjNode_var(spIPdmNode) != NULL_var;
+    const Conditions conditions{QTBIPdmObjNode_var(spIPdmNode) != NULL_var, bIsNewestVersion != FALSE,
+                                bBndBoxesAreOffered != FALSE};
 
     for (const Action& action : ACTIONS) {
-        switch (action.kind) {
-        case ActionKind::ExpandFamily:
-            if (isObject) {
-                if (const HRESULT hr = AddExpandMenus(spIPdmNode, *pSchemaNode, pContainer != NULL ? &Items : NULL);
-                    FAILED(hr)) {
-                    return hr;
-                }
-            }
+        if (!conditions.Allow(action.kind)) {
             continue;
-        case ActionKind::BndBoxCommand:
-            if (bBndBoxesAreOffered != FALSE && pContainer != NULL) {
-                Items.AppendStarter(action.subMenuKey, action.headerId);
-            }
-            continue;
-        case ActionKind::VersionCommand:
-            if (bIsNewestVersion == FALSE) {
-                continue;
-            }
-            break;
-        case ActionKind::Creation:
-            if (!isObject) {
-                continue;
-            }
-            break;
-        case ActionKind::Command:
-            break;
         }
-        if (pContainer != NULL && IsOfferedIn(*pSchemaNode, action.name, PDM_WINDOW)) {
+        if (action.kind == ActionKind::ExpandFamily) {
+            if (const HRESULT hr = AddExpandMenus(spIPdmNode, *pSchemaNode, pContainer != NULL ? &Items : NULL);
+                FAILED(hr)) {
+                return hr;
+            }
+            continue;
+        }
+        if (pContainer != NULL &&
+            (action.kind == ActionKind::BndBoxCommand || IsOfferedIn(*pSchemaNode, action.name, PDM_WINDOW))) {
             if (action.kind == ActionKind::Creation) {
-                auto pMenu = std::make_unique<CATCmdContainer>(action.catalog);
-                pMenu->SetTitle(GetHeaderTitle(action.catalog, action.headerId));
+                std::unique_ptr<CATCmdContainer> pMenu = MakeMenu(action.catalog, action.headerId);
                 QTB_CALL(CreateCtxCreateSubMenuItem, spIPdmNode, pMenu.get());
                 Items.AppendMenu(std::move(pMenu));
             } else if (*action.subMenuKey != '\0') {
@@ -300,6 +302,20 @@ HRESULT QTBERepNodeOnRepNode::InitContextMenuInfo(CATCmdContainer* pContainer, C
                                                          action.command, TRUE));
         }
     }
+    return QTB_SUCCESS;
+}
+
+HRESULT QTBERepNodeOnRepNode::OpenDocumentOfQueryResult()
+{
+    QTB_TRACE("QTBERepNodeOnRepNode::InitContextMenuInfo -> m_pFrmWindow == NULL -> called from query result list "
+              "window");
+    QTBIQtbFrmWindow_var spIQtbFrmWindow;
+    if (FAILED(QTBDocUtil::CreateNewQtbDocument(&spIQtbFrmWindow, NULL))) {
+        QTB_TRACE("QTBERepNodeOnRepNode::InitContextMenuInfo -> QTBDocUtil::CreateNewQtbDocument !");
+        return QTB_SUCCESS;
+    }
+    CATFrmWindow* pFrmWindow = NULL;
+    QTB_CALL(spIQtbFrmWindow->GetFrmWindowPtr, &pFrmWindow);
     return QTB_SUCCESS;
 }
 

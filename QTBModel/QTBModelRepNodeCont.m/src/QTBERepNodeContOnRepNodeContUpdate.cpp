@@ -332,7 +332,7 @@ HRESULT QTBERepNodeContOnRepNodeCont::ExpandLevel(const Expansion& expansion, Ex
     } catch (const CATXHException& exception) {
         QTB_TRACE("QTBERepNodeContOnRepNodeCont::RecursiveUpdateRepTreeAdd ->"
                   << exception.GetError()->GetNLSMessage());
-        return CATError::GetReturn(2, exception.GetError(), NULL, __FILE__, __LINE__);
+        return exception.GetResult();
     }
     return QTB_SUCCESS;
 }
@@ -372,7 +372,7 @@ HRESULT QTBERepNodeContOnRepNodeCont::TreatNextChild(const Expansion& expansion,
     } catch (const CATXHException& exception) {
         QTB_TRACE("QTBERepNodeContOnRepNodeCont::RecursiveUpdateRepTreeAdd ->"
                   << exception.GetError()->GetNLSMessage());
-        return CATError::GetReturn(2, exception.GetError(), NULL, __FILE__, __LINE__);
+        return exception.GetResult();
     }
     return QTB_SUCCESS;
 }

@@ -95,7 +95,8 @@ TEST_F(CATErrorTest, AnErrorThatIsPassedOnKeepsItsResult)
 
 TEST_F(CATErrorTest, PlainFailuresCarryNoError)
 {
-    for (const HRESULT hr : {S_OK, S_FALSE, E_FAIL, E_NOINTERFACE, E_POINTER, E_OUTOFMEMORY, HRESULT{-1}, HRESULT{1000}}) {
+    for (const HRESULT hr :
+         {S_OK, S_FALSE, E_FAIL, E_NOINTERFACE, E_POINTER, E_OUTOFMEMORY, HRESULT{-1}, HRESULT{1000}}) {
         EXPECT_EQ(ErrorOf(hr), nullptr) << hr;
     }
 }

@@ -88,4 +88,50 @@ TEST_F(PathElementSet, KnowsAnObjectAsLongAsOnePathLeadsToIt)
     EXPECT_FALSE(m_Set.ContainsObject(NULL_var));
 }
 
+TEST_F(PathElementSet, IsWalkedInOrderFromTheStartAsOftenAsWanted)
+{
+    EXPECT_EQ(m_Set.NextElement(), nullptr);
+    m_Set.InitElementList();
+    EXPECT_EQ(m_Set.NextElement(), nullptr);
+    const CATPathElement_var spA = MakePath();
+    const CATPathElement_var spB = MakePath();
+    m_Set.AddElement(spA.Get());
+    m_Set.AddElement(spB.Get());
+    for (int i = 0; i < 2; ++i) {
+        m_Set.InitElementList();
+        EXPECT_EQ(m_Set.NextElement(), spA.Get());
+        EXPECT_EQ(m_Set.NextElement(), spB.Get());
+        EXPECT_EQ(m_Set.NextElement(), nullptr);
+    }
+}
+
+TEST_F(PathElementSet, MayBeChangedDuringAWalk)
+{
+    const std::vector<CATPathElement_var> paths{MakePath(), MakePath(), MakePath()};
+    m_Set.AddElement(paths[0].Get());
+    m_Set.AddElement(paths[1].Get());
+    m_Set.InitElementList();
+    EXPECT_EQ(m_Set.NextElement(), paths[0].Get());
+    EXPECT_TRUE(m_Set.RemoveElement(paths[0].Get()));
+    EXPECT_TRUE(m_Set.RemoveElement(paths[1].Get())) << "the next one";
+    EXPECT_TRUE(m_Set.AddElement(paths[2].Get()));
+    m_Set.InitElementList();
+    EXPECT_EQ(m_Set.NextElement(), paths[2].Get());
+    m_Set.InitElementList();
+    m_Set.Empty();
+    EXPECT_EQ(m_Set.NextElement(), nullptr);
+}
+
+TEST_F(PathElementSet, KeepsAPathWhoseObjectLeavesTheModelButKnowsTheObjectNoMore)
+{
+    const CATBaseUnknown_var spObject = m_Type.Create();
+    const CATPathElement_var spPath = CATPathElement_var::Adopt(m_pPool->Get(nullptr, spObject));
+    m_Set.AddElement(spPath.Get());
+    m_pPool->LoseObject(spObject.Get());
+    EXPECT_FALSE(m_Set.ContainsObject(spObject));
+    EXPECT_TRUE(m_Set.Contains(spPath.Get()));
+    EXPECT_TRUE(m_Set.RemoveElement(spPath.Get()));
+    EXPECT_FALSE(m_Set.AddElement(spPath.Get())) << "it leads nowhere";
+}
+
 } // namespace

@@ -200,7 +200,7 @@ TEST_F(NavigBox, LetsGoOfObjectsThatAreNoLongerShown)
     g_Shown[spA.Get()].children.RemoveAll();
     CATIRedrawEvent_var(spA)->Redraw();
     EXPECT_THAT(Display(), ElementsAre("A"));
-    EXPECT_EQ(CATBaseUnknown::GetLiveComponentCount(), before + 1);
+    EXPECT_EQ(CATBaseUnknown::GetLiveComponentCount(), before + 2) << "the object and its navigation node";
 }
 
 TEST_F(NavigBox, ForgetsThatAnObjectWasUnfoldedWhenItIsNoLongerShown)

@@ -200,9 +200,9 @@ TEST_F(CATBaseUnknownTest, ManyInterfacesOfOneComponentAreKeptApart)
     }
     static int s_Next;
     for (s_Next = 0; s_Next < COUNT; ++s_Next) {
-        CATMetaClass* pInterface = CATRetrieveInterface(names[static_cast<std::size_t>(s_Next)].c_str(),
-                                                        s_Wanted[static_cast<std::size_t>(s_Next)],
-                                                        CATBaseUnknown::MetaObject());
+        CATMetaClass* pInterface =
+            CATRetrieveInterface(names[static_cast<std::size_t>(s_Next)].c_str(),
+                                 s_Wanted[static_cast<std::size_t>(s_Next)], CATBaseUnknown::MetaObject());
         registrations.push_back(std::make_unique<TestRegistration>(
             "TestMany", ("TestManyExtension" + std::to_string(s_Next)).c_str(), CATClassKind::DataExtension, pInterface,
             [](CATComponent* pComponent) -> CATBaseUnknown* {

@@ -66,10 +66,10 @@ TEST(CATDictionaryTest, TakingBackAnAbsentEntryChangesNothing)
 {
     const TestRegistration registration("TestKept", "TestNameOnKept", CATClassKind::DataExtension,
                                         ITestName::MetaObject(), &CreateTestNameTie<TestName>);
-    CATMetaClass* pOther = fct_RetrieveMetaObject("OtherTestNameOnKept", 2, CATBaseUnknown::MetaObject(), "TestKept",
-                                                  "External", 0);
-    CATMetaClass* pNowhere = fct_RetrieveMetaObject("TestNameOnNowhere", 2, CATBaseUnknown::MetaObject(), "TestNowhere",
-                                                    "External", 0);
+    CATMetaClass* pOther =
+        fct_RetrieveMetaObject("OtherTestNameOnKept", 2, CATBaseUnknown::MetaObject(), "TestKept", "External", 0);
+    CATMetaClass* pNowhere =
+        fct_RetrieveMetaObject("TestNameOnNowhere", 2, CATBaseUnknown::MetaObject(), "TestNowhere", "External", 0);
     CATRemoveFromDictionary(pOther, ITestName::MetaObject());
     CATRemoveFromDictionary(registration.GetExtension(), ITestCounter::MetaObject());
     CATRemoveFromDictionary(pNowhere, ITestName::MetaObject());
@@ -93,8 +93,9 @@ TEST(CATDictionaryTest, AClassRecordIsMadeOnce)
     EXPECT_EQ(pRecord->GetKind(), CATClassKind::DataExtension);
     EXPECT_EQ(pRecord->GetBase(), CATBaseUnknown::MetaObject());
     EXPECT_EQ(pRecord->GetLateType(), "TestRecordedType");
-    EXPECT_EQ(fct_RetrieveMetaObject("TestRecorded", 2, CATBaseUnknown::MetaObject(), "TestRecordedType", "External", 0),
-              pRecord);
+    EXPECT_EQ(
+        fct_RetrieveMetaObject("TestRecorded", 2, CATBaseUnknown::MetaObject(), "TestRecordedType", "External", 0),
+        pRecord);
     CATMetaClass* pCode =
         fct_RetrieveMetaObject("TestRecordedCode", 3, CATBaseUnknown::MetaObject(), "TestRecordedType", "External", 0);
     EXPECT_EQ(pCode->GetKind(), CATClassKind::CodeExtension);

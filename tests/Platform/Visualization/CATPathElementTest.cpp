@@ -91,4 +91,18 @@ TEST_F(PathElement, MayBeAHundredThousandLevelsLong)
     EXPECT_EQ(m_pPool->GetSize(), 0);
 }
 
+TEST_F(PathElement, LosesAnObjectThatLeavesTheModel)
+{
+    const int before = CATBaseUnknown::GetLiveComponentCount();
+    CATBaseUnknown_var spObject = m_Type.Create();
+    const CATPathElement_var spPath = Get(Get(NULL_var, m_Type.Create()), spObject);
+    m_pPool->LoseObject(spObject.Get());
+    EXPECT_TRUE(spPath->GetObject() == NULL_var);
+    EXPECT_EQ(spPath->GetSize(), 2);
+    EXPECT_EQ(m_pPool->Find(spObject.Get()), nullptr);
+    m_pPool->LoseObject(spObject.Get());
+    spObject = NULL_var;
+    EXPECT_EQ(CATBaseUnknown::GetLiveComponentCount(), before + 1);
+}
+
 } // namespace

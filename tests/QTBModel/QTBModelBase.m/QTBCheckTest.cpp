@@ -318,8 +318,9 @@ TEST_F(QTBCheckTest, AReportedCallWritesItsMessageWithFileAndLineAndGoesOn)
         return QTB_SUCCESS;
     };
     EXPECT_THAT(report(hr), Succeeds());
-    EXPECT_THAT(capture.Lines(), testing::Contains(message + " File:[tests/QTBModel/QTBModelBase.m/QTBCheckTest.cpp], "
-                                                             "Line:[" +
+    EXPECT_THAT(capture.Lines(), testing::Contains(message +
+                                                   " File:[tests/QTBModel/QTBModelBase.m/QTBCheckTest.cpp], "
+                                                   "Line:[" +
                                                    std::to_string(s_Line) + "]"));
     EXPECT_THAT(report(S_OK), Succeeds());
 }
@@ -366,8 +367,8 @@ TEST_F(QTBCheckTest, AScopeIsNamedAfterItsOperationAndPrintedFromTraceLevelTwoOn
     EXPECT_EQ(low.Text(), "");
     DebugCapture high(2);
     operation();
-    EXPECT_THAT(high.Lines(), ElementsAre(testing::HasSubstr("QTBClass::Operation"),
-                                          testing::HasSubstr("QTBClass::Operation")));
+    EXPECT_THAT(high.Lines(),
+                ElementsAre(testing::HasSubstr("QTBClass::Operation"), testing::HasSubstr("QTBClass::Operation")));
 }
 
 TEST_F(QTBCheckTest, ManyFailuresTakeBoundedMemory)

@@ -11,63 +11,9 @@
 #include "CATInterface_var.h"
 #include "CATLateType.h"
 #include "CATMetaClass.h"
+#include "QTBModelExtensions.h"
 
 namespace {
-
-struct Row
-{
-    const char* lateType;
-    const char* extension;
-    const char* interface;
-};
-
-// Every extension of the library.
-const Row ROWS[] = {
-    {"ASMPRODUCT", "QTBELinkToQtbOnASMPRODUCT", "QTBILinkToQtb"},
-    {"ASMPRODUCT", "QTBEPsnNodeOnASMPRODUCT", "QTBIPsnNode"},
-    {"QTBBndBox", "QTBE3DGeoVisuOnBndBox", "CATI3DGeoVisu"},
-    {"QTBBndBox", "QTBEAliasOnBndBox", "CATIAlias"},
-    {"QTBBndBox", "QTBEBndBoxOnBndBox", "QTBIBndBox"},
-    {"QTBBndBox", "QTBEContextualMenuOnBndBox", "CATIContextualMenu"},
-    {"QTBBndBox", "QTBECreateInstanceOnBndBox", "CATICreateInstance"},
-    {"QTBBndBox", "QTBEModelEventsOnBndBox", "CATIModelEvents"},
-    {"QTBBndBox", "QTBERootPropertiesOnBndBox", "CATIRootProperties"},
-    {"QTBBndBox", "QTBESelectShowOnBndBox", "CATISelectShow"},
-    {"QTBBndBox", "QTBEVisPropertiesOnBndBox", "CATIVisProperties"},
-    {"QTBDoc", "QTBEEditorOnDoc", "CATIEditor"},
-    {"QTBDoc", "QTBEInitOnDoc", "CATInit"},
-    {"QTBDoc", "QTBEPersistentOnDoc", "CATIPersistent"},
-    {"QTBDocument", "QTBEDocAliasOnDocument", "CATIDocAlias"},
-    {"QTBInfoNode", "QTBECreateInstanceOnInfoNode", "CATICreateInstance"},
-    {"QTBInfoNode", "QTBEInfoNodeOnInfoNode", "QTBIInfoNode"},
-    {"QTBNode", "QTBECreateInstanceOnNode", "CATICreateInstance"},
-    {"QTBNode", "QTBENodeAttributesOnNode", "QTBINodeAttributes"},
-    {"QTBNode", "QTBENodeOnNode", "QTBINode"},
-    {"QTBNode", "QTBENodeRelationsOnNode", "QTBINodeRelations"},
-    {"QTBPdmNode", "QTBECreateInstanceOnPdmNode", "CATICreateInstance"},
-    {"QTBPdmNode", "QTBEPdmNodeOnPdmNode", "QTBIPdmNode"},
-    {"QTBPdmNodeCont", "QTBECreateInstanceOnPdmNodeCont", "CATICreateInstance"},
-    {"QTBPdmNodeCont", "QTBEPdmNodeContOnPdmNodeCont", "QTBIPdmNodeCont"},
-    {"QTBPdmObjNode", "QTBECreateInstanceOnPdmObjNode", "CATICreateInstance"},
-    {"QTBPdmObjNode", "QTBEPdmObjNodeOnPdmObjNode", "QTBIPdmObjNode"},
-    {"QTBPdmRelNode", "QTBECreateInstanceOnPdmRelNode", "CATICreateInstance"},
-    {"QTBPdmRelNode", "QTBEPdmRelNodeOnPdmRelNode", "QTBIPdmRelNode"},
-    {"QTBRepNode", "QTBEAliasOnRepNode", "CATIAlias"},
-    {"QTBRepNode", "QTBECSOFilterOnRepNode", "CATICSOFilter"},
-    {"QTBRepNode", "QTBEContextualMenuOnRepNode", "CATIContextualMenu"},
-    {"QTBRepNode", "QTBEContextualSubMenuOnRepNode", "CATIContextualSubMenu"},
-    {"QTBRepNode", "QTBECreateInstanceOnRepNode", "CATICreateInstance"},
-    {"QTBRepNode", "QTBECutAndPastableOnRepNode", "CATICutAndPastable"},
-    {"QTBRepNode", "QTBELinkToPsnOnRepNode", "QTBILinkToPsn"},
-    {"QTBRepNode_node", "QTBENavigModifyOnRepNode_node", "CATINavigModify"},
-    {"QTBRepNode", "QTBENavigateObjectOnRepNode", "CATINavigateObject"},
-    {"QTBRepNode", "QTBERepNodeOnRepNode", "QTBIRepNode"},
-    {"QTBRepNode", "QTBERootPropertiesOnRepNode", "CATIRootProperties"},
-    {"QTBRepNode", "QTBEUIActivateOnRepNode", "CATIUIActivate"},
-    {"QTBRepNodeCont", "QTBEContainerOnRepNodeCont", "CATIContainer"},
-    {"QTBRepNodeCont", "QTBECreateInstanceOnRepNodeCont", "CATICreateInstance"},
-    {"QTBRepNodeCont", "QTBERepNodeContOnRepNodeCont", "QTBIRepNodeCont"},
-};
 
 // The late types that can be made by name, and the base of each.
 struct LateType
@@ -76,17 +22,16 @@ struct LateType
     const char* base;
 };
 const LateType LATE_TYPES[] = {
-    {"QTBNode", "CATBaseUnknown"},     {"QTBPdmNode", "QTBNode"},
-    {"QTBPdmObjNode", "QTBPdmNode"},   {"QTBPdmRelNode", "QTBPdmNode"},
-    {"QTBRepNode", "QTBNode"},         {"QTBInfoNode", "QTBNode"},
-    {"QTBPdmNodeCont", "CATBaseUnknown"}, {"QTBRepNodeCont", "CATBaseUnknown"},
+    {"QTBNode", "CATBaseUnknown"},
+    {"QTBPdmNode", "QTBNode"},
+    {"QTBPdmObjNode", "QTBPdmNode"},
+    {"QTBPdmRelNode", "QTBPdmNode"},
+    {"QTBRepNode", "QTBNode"},
+    {"QTBInfoNode", "QTBNode"},
+    {"QTBPdmNodeCont", "CATBaseUnknown"},
+    {"QTBRepNodeCont", "CATBaseUnknown"},
     {"QTBBndBox", "CATBaseUnknown"},
 };
-
-bool IsCodeExtension(std::string_view extension)
-{
-    return extension.starts_with("QTBECreateInstanceOn") || extension == "QTBEAliasOnRepNode";
-}
 
 CATBaseUnknown_var Create(const char* lateType)
 {
@@ -113,7 +58,7 @@ protected:
     int m_ComponentsBefore = 0;
 };
 
-class QTBRegisteredExtensionTest : public testing::TestWithParam<Row>
+class QTBRegisteredExtensionTest : public testing::TestWithParam<QTBModelExtension>
 {
 };
 
@@ -125,7 +70,7 @@ class QTBLateTypeTest : public testing::TestWithParam<LateType>
 
 TEST_P(QTBRegisteredExtensionTest, IsRegisteredOnItsLateTypeForItsInterface)
 {
-    const Row& row = GetParam();
+    const QTBModelExtension& row = GetParam();
     const CATLateType* pLateType = CATLateType::Find(row.lateType);
     ASSERT_NE(pLateType, nullptr);
     const auto registrations = pLateType->GetOwnRegistrations();
@@ -137,18 +82,18 @@ TEST_P(QTBRegisteredExtensionTest, IsRegisteredOnItsLateTypeForItsInterface)
     EXPECT_EQ(pExtension->GetName(), row.extension);
     EXPECT_EQ(pExtension->GetLateType(), row.lateType);
     EXPECT_EQ(pExtension->GetBase(), CATBaseUnknown::MetaObject());
-    EXPECT_EQ(static_cast<int>(pExtension->GetKind()), IsCodeExtension(row.extension) ? 3 : 2);
+    EXPECT_EQ(static_cast<int>(pExtension->GetKind()), row.IsCodeExtension() ? 3 : 2);
     EXPECT_EQ((*found)->iid, IID(row.interface));
     EXPECT_NE((*found)->factory, nullptr);
 }
 
-INSTANTIATE_TEST_SUITE_P(Rows, QTBRegisteredExtensionTest, testing::ValuesIn(ROWS),
+INSTANTIATE_TEST_SUITE_P(Rows, QTBRegisteredExtensionTest, testing::ValuesIn(QTB_MODEL_EXTENSIONS),
                          [](const auto& parameter) { return std::string(parameter.param.extension); });
 
 TEST_F(QTBModelRegistrationsTest, NothingElseIsRegisteredOnTheLibrarysLateTypes)
 {
     std::map<std::string, int> expected;
-    for (const Row& row : ROWS) {
+    for (const QTBModelExtension& row : QTB_MODEL_EXTENSIONS) {
         ++expected[row.lateType];
     }
     for (const auto& [lateType, count] : expected) {
@@ -158,9 +103,10 @@ TEST_F(QTBModelRegistrationsTest, NothingElseIsRegisteredOnTheLibrarysLateTypes)
         }
         std::vector<std::string> strangers;
         for (const auto* pRegistration : pLateType->GetOwnRegistrations()) {
-            const bool isKnown = std::any_of(std::begin(ROWS), std::end(ROWS), [&](const Row& row) {
-                return lateType == row.lateType && pRegistration->pExtension->GetName() == row.extension;
-            });
+            const bool isKnown = std::any_of(
+                std::begin(QTB_MODEL_EXTENSIONS), std::end(QTB_MODEL_EXTENSIONS), [&](const QTBModelExtension& row) {
+                    return lateType == row.lateType && pRegistration->pExtension->GetName() == row.extension;
+                });
             if (!isKnown) {
                 strangers.push_back(pRegistration->pExtension->GetName());
             }

@@ -16,6 +16,7 @@
 #include "CATInstantiateComponent.h"
 #include "QTBFailingNode.h"
 #include "QTBFakeElement.h"
+#include "QTBFault.h"
 #include "QTBINodeAttributes.h"
 #include "QTBINodeRelations.h"
 #include "QTBListValues.h"
@@ -292,7 +293,7 @@ TEST_F(QTBNodeContainerTest, ANodeThatCannotTellItsKeyFailsTheLookUpForItsHash)
 {
     const CATBaseUnknown_var spNode = CreateFailingNode();
     QTBINodeAttributes_var(spNode)->SetKey("K1");
-    const QTBFailAt failAt("GetKey");
+    const QTBFault fault("GetKey");
     m_pContainer->FileNode(spNode);
     EXPECT_THAT(ListValues(m_pContainer->GetBucket(HashOf("K1"))), ElementsAre(spNode));
     CATBaseUnknown_var spFound;
@@ -341,7 +342,7 @@ TEST_F(QTBNodeContainerTest, AFailingRemovalIsReportedByTheRemovalByKey)
     const CATBaseUnknown_var spNode = CreateFailingNode();
     QTBINodeAttributes_var(spNode)->SetKey("K1");
     m_pContainer->FileNode(spNode);
-    const QTBFailAt failAt("RemoveAllRels");
+    const QTBFault fault("RemoveAllRels");
     DebugCapture capture;
     EXPECT_THAT(m_pContainer->RemoveNodeFromContainer("K1"), FailsCall("QTBINodeRelations::RemoveAllRels"));
     EXPECT_THAT(capture.Lines(), ElementsAre(StartsWith("QTBINodeRelations::RemoveAllRels : HRESULT FAILED"),
@@ -462,7 +463,7 @@ TEST_F(QTBNodeContainerTest, ANodeWhoseElementCannotBeHadStaysFiled)
     const CATBaseUnknown_var spNode = CreateFailingNode();
     QTBINodeAttributes_var(spNode)->SetKey("K1");
     m_pContainer->FileNode(spNode);
-    const QTBFailAt failAt("GetXmlElement");
+    const QTBFault fault("GetXmlElement");
     EXPECT_THAT(Remove(spNode), FailsCall("spINodeAttributesOnNode->GetXmlElement"));
     EXPECT_TRUE(Find("K1") == spNode);
 }
@@ -533,7 +534,7 @@ TEST_F(QTBNodeContainerTest, AFailingTransferIsReported)
 {
     CATBaseUnknown_var spNode = CreateFailingNode();
     CATBaseUnknown_var spTarget = File("K1");
-    const QTBFailAt failAt("RemoveAllRels");
+    const QTBFault fault("RemoveAllRels");
     EXPECT_THAT(m_pContainer->RemoveNodeFromContainer(&spNode, &spTarget),
                 FailsCall("QTBINodeRelations::RemoveAllRels"));
 }

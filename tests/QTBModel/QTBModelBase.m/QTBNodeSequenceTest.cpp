@@ -142,8 +142,7 @@ TEST_F(QTBNodeSequenceTest, RandomWorkAgreesWithAnOrderedListWithoutDuplicates)
             }
             }
             ASSERT_EQ(sequence.Size(), static_cast<int>(expected.size())) << "step " << step;
-            ASSERT_EQ(sequence.Contains(spNode),
-                      std::find(expected.begin(), expected.end(), spNode) != expected.end())
+            ASSERT_EQ(sequence.Contains(spNode), std::find(expected.begin(), expected.end(), spNode) != expected.end())
                 << "step " << step;
         }
         const QTBNodeSequence copy(sequence);

@@ -11,6 +11,7 @@
 #include "QTBIRepNode.h"
 #include "QTBIRepNodeCont.h"
 #include "QTBMatchers.h"
+#include "QTBRepTreeSession.h"
 #include "QTBTestLateType.h"
 #include "QTBTestSession.h"
 #include "TIEQTBIPdmNode.h"
@@ -219,5 +220,46 @@ TEST_F(QTBENodeOnNodeTest, AnObjectNodeAnswersTheNodeInterfaceThroughItsBaseLate
     const QTBINode_var spINode(spNode);
     ASSERT_TRUE(spINode != NULL_var);
     EXPECT_TRUE(spINode == spNode);
+    CATUnicodeString usText;
+    EXPECT_THAT(spINode->GetPdmClass(&usText), Succeeds());
+}
+
+TEST_F(QTBENodeOnNodeTest, ARepNodeDoesNotAnswerThePdmNodesInterface)
+{
     EXPECT_TRUE(QTBIPdmNode_var(Create("QTBRepNode")) == NULL_var);
+}
+
+namespace {
+
+using QTBENodeOnRepNodeTest = QTBRepTreeSession;
+
+} // namespace
+
+TEST_F(QTBENodeOnRepNodeTest, ADisplayedNodeYieldsItsDisplayStringAndTheClassOfThePdmNodeThatItRepresents)
+{
+    Update(Part("K1", Attribute("PartNumber", "PRT-1") + Attribute("Name", "Bracket")));
+    const QTBIRepNode_var spIRepNode = CreateRoot("K1");
+    CATUnicodeString usDisplayString;
+    ASSERT_THAT(spIRepNode->GetDisplayString(&usDisplayString), Succeeds());
+    const QTBINode_var spINode(spIRepNode);
+    CATUnicodeString usText;
+    EXPECT_THAT(spINode->GetNodeDescriptionString(&usText), Succeeds());
+    EXPECT_EQ(usText, usDisplayString);
+    EXPECT_THAT(std::string(usText.View()), testing::HasSubstr("PRT-1"));
+    EXPECT_THAT(spINode->GetPdmClass(&usText), Succeeds());
+    EXPECT_EQ(usText, "Part");
+}
+
+TEST_F(QTBENodeOnRepNodeTest, ARepNodesOwnInterfaceBeginsWithTheTwoOperations)
+{
+    Update(Part("K1", Attribute("Name", "Bracket")));
+    const QTBIRepNode_var spIRepNode = CreateRoot("K1");
+    CATUnicodeString usFirst;
+    CATUnicodeString usSecond;
+    EXPECT_THAT(spIRepNode->GetNodeDescriptionString(&usFirst), Succeeds());
+    EXPECT_THAT(QTBINode_var(spIRepNode)->GetNodeDescriptionString(&usSecond), Succeeds());
+    EXPECT_EQ(usFirst, usSecond);
+    EXPECT_THAT(spIRepNode->GetPdmClass(&usFirst), Succeeds());
+    EXPECT_EQ(usFirst, "Part");
+    EXPECT_THAT(spIRepNode->GetPdmClass(NULL), FailsAssertion("pusPdmClass != NULL"));
 }

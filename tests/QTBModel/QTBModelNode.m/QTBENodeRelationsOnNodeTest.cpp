@@ -10,6 +10,7 @@
 #include "CATInstantiateComponent.h"
 #include "QTBEPdmNodeOnPdmNode.h"
 #include "QTBFailingNode.h"
+#include "QTBFault.h"
 #include "QTBGlobVarsUtil.h"
 #include "QTBINodeAttributes.h"
 #include "QTBINodeRelations.h"
@@ -222,10 +223,7 @@ protected:
         EXPECT_THAT(((*QTBINodeRelations_var(spNode)).*Side::GetRelationsCount)(&count, bOnlyPdmRelations), Succeeds());
         return count;
     }
-    static std::string Scope(const char* operation)
-    {
-        return std::string("-> QTBENodeRelationsOnNode::") + operation;
-    }
+    static std::string Scope(const char* operation) { return std::string("-> QTBENodeRelationsOnNode::") + operation; }
 };
 
 using Sides = testing::Types<RightSide, LeftSide>;
@@ -358,12 +356,12 @@ TYPED_TEST(NodeRelationsOfSideTest, AFailingMirrorFailsTheAddAfterTheOwnSideWasC
 {
     const CATBaseUnknown_var spOther = this->Keep(CreateFailingNode());
     {
-        const QTBFailAt failAt(TypeParam::OTHER_EXISTS);
+        const QTBFault fault(TypeParam::OTHER_EXISTS);
         EXPECT_THAT(this->Add(this->m_spA, "N", spOther), FailsCall(TypeParam::ON_OTHER_EXISTS));
         EXPECT_THAT(this->Get(this->m_spA, "N"), ElementsAre(spOther));
     }
     {
-        const QTBFailAt failAt(TypeParam::OTHER_ADD);
+        const QTBFault fault(TypeParam::OTHER_ADD);
         EXPECT_THAT(this->Add(this->m_spB, "N", spOther), FailsCall(TypeParam::ON_OTHER_ADD));
         EXPECT_THAT(this->Get(this->m_spB, "N"), ElementsAre(spOther));
     }
@@ -407,11 +405,11 @@ TYPED_TEST(NodeRelationsOfSideTest, AFailingMirrorFailsTheRemovalAfterTheOwnSide
     this->Add(this->m_spA, "N", spOther);
     this->Add(this->m_spB, "N", spOther);
     {
-        const QTBFailAt failAt(TypeParam::OTHER_EXISTS);
+        const QTBFault fault(TypeParam::OTHER_EXISTS);
         EXPECT_THAT(this->Remove(this->m_spA, "N", spOther), FailsCall(TypeParam::ON_OTHER_EXISTS));
     }
     {
-        const QTBFailAt failAt(TypeParam::OTHER_REMOVE);
+        const QTBFault fault(TypeParam::OTHER_REMOVE);
         EXPECT_THAT(this->Remove(this->m_spB, "N", spOther), FailsCall(TypeParam::ON_OTHER_REMOVE));
     }
     EXPECT_THAT(this->Get(this->m_spA, "N"), IsEmpty());
@@ -490,7 +488,7 @@ TYPED_TEST(NodeRelationsOfSideTest, AFailingRemovalEndsTheSettingOfAList)
 {
     const CATBaseUnknown_var spFailing = this->Keep(CreateFailingNode());
     this->Set(this->m_spA, "N", {this->m_spB, spFailing, this->m_spC});
-    const QTBFailAt failAt(TypeParam::OTHER_REMOVE);
+    const QTBFault fault(TypeParam::OTHER_REMOVE);
     DebugCapture capture;
     EXPECT_THAT(this->Set(this->m_spA, "N", {this->m_spD}), FailsCall(TypeParam::ON_OTHER_REMOVE));
     EXPECT_THAT(capture.Lines(), Contains(StartsWith(std::string(TypeParam::REMOVE_NODE) + " : HRESULT FAILED")));
@@ -621,19 +619,17 @@ TYPED_TEST(NodeRelationsOfSideTest, AFailingFilterFailsTheReading)
         DebugCapture capture;
         EXPECT_THAT(this->GetResult(this->m_spA, "N", &List, MOST_RECENTLY_UPDATED_NODES),
                     FailsCall("QTBInfoUtil::GetActionIndex"));
-        EXPECT_THAT(capture.Lines(),
-                    ElementsAre(StartsWith("QTBInfoUtil::GetActionIndex : HRESULT FAILED"),
-                                StartsWith("FilterForMostRecentlyUpdatedNodes : HRESULT FAILED"),
-                                StartsWith("FilterNodesIfNecessary : HRESULT FAILED")));
+        EXPECT_THAT(capture.Lines(), ElementsAre(StartsWith("QTBInfoUtil::GetActionIndex : HRESULT FAILED"),
+                                                 StartsWith("FilterForMostRecentlyUpdatedNodes : HRESULT FAILED"),
+                                                 StartsWith("FilterNodesIfNecessary : HRESULT FAILED")));
     }
     {
         DebugCapture capture;
         EXPECT_TRUE(FAILED(this->GetResult(this->m_spA, "N", &List, ONLY_CURRENT_NODES)));
-        EXPECT_THAT(capture.Lines(),
-                    ElementsAre(StartsWith("QTBInfoUtil::GetActionIndex : HRESULT FAILED"),
-                                StartsWith("spIPdmNode->IsAffectedByCurrentAction : HRESULT FAILED"),
-                                StartsWith("FilterForCurrentNodes : HRESULT FAILED"),
-                                StartsWith("FilterNodesIfNecessary : HRESULT FAILED")));
+        EXPECT_THAT(capture.Lines(), ElementsAre(StartsWith("QTBInfoUtil::GetActionIndex : HRESULT FAILED"),
+                                                 StartsWith("spIPdmNode->IsAffectedByCurrentAction : HRESULT FAILED"),
+                                                 StartsWith("FilterForCurrentNodes : HRESULT FAILED"),
+                                                 StartsWith("FilterNodesIfNecessary : HRESULT FAILED")));
     }
     EXPECT_THAT(this->GetResult(this->m_spA, "N", &List, ALL_NODES), Succeeds());
 }
@@ -732,7 +728,7 @@ TYPED_TEST(NodeRelationsOfSideTest, RemovingAllRelationsReportsTheRemovalThatFai
 {
     const CATBaseUnknown_var spFailing = this->Keep(CreateFailingNode());
     this->Set(this->m_spA, "N", {this->m_spB, spFailing, this->m_spC});
-    const QTBFailAt failAt(TypeParam::OTHER_REMOVE);
+    const QTBFault fault(TypeParam::OTHER_REMOVE);
     DebugCapture capture;
     EXPECT_THAT(QTBINodeRelations_var(this->m_spA)->RemoveAllRels(NULL), FailsCall(TypeParam::ON_OTHER_REMOVE));
     EXPECT_THAT(capture.Lines(), Contains(StartsWith(std::string(TypeParam::REMOVE_NODE) + " : HRESULT FAILED")));
@@ -867,7 +863,7 @@ TEST_F(NodeRelationsRemoveAllTest, AFailingTransferIsIgnored)
     const CATBaseUnknown_var spFailing = Keep(CreateFailingNode());
     Link(m_spA, "N", m_spC);
     Link(m_spD, "N", m_spA);
-    const QTBFailAt failAt("AddRightNode");
+    const QTBFault fault("AddRightNode");
     QTBINodeRelations_var spTarget(spFailing);
     EXPECT_THAT(Of(m_spA)->RemoveAllRels(&spTarget), Succeeds());
     EXPECT_EQ(CountAll(m_spA), 0);

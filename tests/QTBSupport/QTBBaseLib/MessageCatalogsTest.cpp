@@ -1,3 +1,8 @@
+// std::regex looks uninitialized to the compiler in a build with sanitizers.
+#if defined(__GNUC__) && !defined(__clang__)
+#pragma GCC diagnostic ignored "-Wmaybe-uninitialized"
+#endif
+
 #include "CATMsgCatalog.h"
 
 #include <gmock/gmock.h>

@@ -1,7 +1,14 @@
 #include "QTBTraceUtil.h"
 
+#include <memory>
+
 #include <gmock/gmock.h>
 
+#include "CATDocumentServices.h"
+#include "CATIProduct.h"
+#include "CATPrdStructure.h"
+#include "CATPrdXmlReader.h"
+#include "CATProductServices.h"
 #include "QTBConstants.h"
 #include "QTBDebugUtil.h"
 #include "QTBNodeRelationInfo.h"
@@ -47,6 +54,31 @@ TEST_F(TraceUtil, NamesAnyOtherComponentByItsLateType)
     QTBTestLateType product("TestProduct");
     EXPECT_EQ(QTBTraceUtil::GetNodeString(product.Create(), FALSE), "TestProduct");
     EXPECT_EQ(QTBTraceUtil::GetNodeString(NULL_var, TRUE), "NULL_var");
+}
+
+TEST_F(TraceUtil, NamesAProductByInstanceAndPartNumber)
+{
+    CATPrdStructure structure;
+    ASSERT_EQ(CATPrdXmlReader::ReadText(R"(<products><product id="p" file="p.CATProduct" partNumber="P">
+                  <instance of="c" name="C.1"/><instance of="v" name="V.1"/><instance of="l" name="L.1"/>
+                </product>
+                <product id="c" file="c.CATPart" partNumber="PC"/>
+                <product id="v" file="v.CATPart" shape="v.cgr" link="visualization"/>
+                <product id="l" file="l.CATPart" link="broken"/></products>)",
+                                        "text", &structure),
+              S_OK);
+    ASSERT_EQ(CATProductServices::Open(structure, nullptr), S_OK);
+    CATIProduct_var spRoot;
+    ASSERT_EQ(CATProductServices::FindRootProduct("P", &spRoot), S_OK);
+    std::vector<std::string> texts{QTBTraceUtil::GetNodeString(spRoot, FALSE).ConvertToChar()};
+    const std::unique_ptr<CATListValCATBaseUnknown_var> pChildren(spRoot->GetChildren("CATIProduct"));
+    for (const CATBaseUnknown_var& spChild : *pChildren) {
+        texts.emplace_back(QTBTraceUtil::GetNodeString(spChild, FALSE).ConvertToChar());
+    }
+    const CATIProduct_var spVisualized = CATIProduct_var((*pChildren)[2])->GetReferenceProduct();
+    texts.emplace_back(QTBTraceUtil::GetNodeString(spVisualized, FALSE).ConvertToChar());
+    EXPECT_THAT(texts, testing::ElementsAre("P", "C.1 (PC)", "V.1", "L.1", "v.CATPart"));
+    CATDocumentServices::RemoveAll();
 }
 
 TEST_F(TraceUtil, PrintsTheAttributesOfANode)

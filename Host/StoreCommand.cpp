@@ -1,0 +1,590 @@
+#include "StoreCommand.h"
+
+#include <pwd.h>
+#include <unistd.h>
+
+#include <algorithm>
+#include <cstdlib>
+#include <filesystem>
+#include <fstream>
+#include <iostream>
+#include <memory>
+#include <utility>
+
+#include <CLI/CLI.hpp>
+#include <fmt/format.h>
+
+#include "CATIDOMDocument.h"
+#include "CATXMLWriter.h"
+#include "HostSession.h"
+#include "QTBINodeAttributes.h"
+#include "QTBIPdmNode.h"
+#include "QTBPdmSessionUtil.h"
+#include "QTBPdmStore.h"
+#include "QTBSchema.h"
+#include "QTBSchemaUtil.h"
+#include "QTBXmlUtil.h"
+#ifdef QTB_WITH_STEP
+#include "CATStepAssembly.h"
+#include "StepConverter.h"
+#endif
+
+namespace fs = std::filesystem;
+
+namespace {
+
+std::string GetUser(const StoreOptions& options)
+{
+    if (!options.user.empty()) {
+        return options.user;
+    }
+    if (const passwd* pEntry = getpwuid(geteuid()); pEntry != nullptr) {
+        return pEntry->pw_name;
+    }
+    throw HostError(ExitCode::Usage, "--user: the name of the user is not known");
+}
+
+std::string ToString(const CATUnicodeString& text)
+{
+    return std::string(text.View());
+}
+
+// NAME=VALUE
+std::pair<CATUnicodeString, CATUnicodeString> ParseAttribute(const std::string& text)
+{
+    const std::size_t equals = text.find('=');
+    if (equals == 0 || equals == std::string::npos) {
+        throw HostError(ExitCode::Usage, text + ": an attribute is given as NAME=VALUE");
+    }
+    return {CATUnicodeString(std::string_view(text).substr(0, equals)),
+            CATUnicodeString(std::string_view(text).substr(equals + 1))};
+}
+
+CATUnicodeString MakeAttributesXml(const std::vector<std::string>& attributes)
+{
+    std::string xml;
+    for (const std::string& text : attributes) {
+        const auto [usName, usValue] = ParseAttribute(text);
+        xml += "<a";
+        CATXMLWriter::AppendAttribute("name", usName.View(), &xml);
+        xml += ">";
+        CATXMLWriter::AppendText(usValue.View(), &xml);
+        xml += "</a>";
+    }
+    return CATUnicodeString(std::string_view{xml});
+}
+
+std::vector<CATUnicodeString> ToTexts(const std::vector<std::string>& texts)
+{
+    return {texts.begin(), texts.end()};
+}
+
+// Where an answer goes: a file, which is there only when the answer is whole, or the standard output.
+class AnswerOutput
+{
+public:
+    explicit AnswerOutput(const std::string& path) : m_Path(path)
+    {
+        if (!m_Path.empty()) {
+            m_File.open(GetInterimPath(), std::ios::binary);
+            Require();
+        }
+    }
+    AnswerOutput(const AnswerOutput&) = delete;
+    AnswerOutput& operator=(const AnswerOutput&) = delete;
+    ~AnswerOutput()
+    {
+        if (!m_Path.empty()) {
+            std::error_code error;
+            fs::remove(GetInterimPath(), error);
+        }
+    }
+
+    void Write(std::string_view piece)
+    {
+        (m_Path.empty() ? std::cout : m_File) << piece;
+        Require();
+    }
+
+    void Finish()
+    {
+        (m_Path.empty() ? std::cout : m_File).flush();
+        Require();
+        if (!m_Path.empty()) {
+            m_File.close();
+            Require();
+            fs::rename(GetInterimPath(), m_Path);
+        }
+    }
+
+private:
+    std::string GetInterimPath() const { return m_Path + ".new"; }
+
+    void Require() const
+    {
+        if (m_Path.empty() ? !std::cout : !m_File) {
+            throw HostError(ExitCode::Failure,
+                            (m_Path.empty() ? "the standard output" : m_Path) + " cannot be written to");
+        }
+    }
+
+    std::string m_Path;
+    std::ofstream m_File;
+};
+
+class StoreRun
+{
+public:
+    explicit StoreRun(const StoreOptions& options) : m_Options(options), m_Session(options.schema, options.language) {}
+
+    void Init() const
+    {
+        HostSession::Require(QTBPdmStore::Create(m_Options.store.c_str()), ExitCode::BadInput, "store");
+        fmt::print("{}\n", m_Options.store);
+    }
+
+    void Import()
+    {
+        Open(false);
+        for (const std::string& input : m_Options.inputs) {
+            for (const CATIDOMDocument_var& spAnswer : ReadInput(input)) {
+                QTBStoreImportReport report;
+                HostSession::Require(m_pStore->Import(spAnswer, m_Options.folder.c_str(), &report), ExitCode::BadInput,
+                                     input);
+                Print(input, report);
+            }
+        }
+    }
+
+    void Query()
+    {
+        QTBStoreQuery query;
+        query.className = m_Options.className.c_str();
+        query.newestVersionsOnly = !m_Options.allVersions;
+        query.maxCount = m_Options.limit;
+        for (const std::string& text : m_Options.attributes) {
+            const auto [usName, usValue] = ParseAttribute(text);
+            query.conditions.push_back({usName, usValue});
+        }
+        PrintAnswer([&query](QTBPdmStore& store, const QTBPdmStore::Receiver& receiver) {
+            return store.Query(query, receiver);
+        });
+    }
+
+    void Expand()
+    {
+        QTBStoreExpansion expansion;
+        expansion.keys = ToTexts(m_Options.keys);
+        expansion.levels = m_Options.level;
+        expansion.relations = GetRelations();
+        PrintAnswer([&expansion](QTBPdmStore& store, const QTBPdmStore::Receiver& receiver) {
+            return store.Expand(expansion, receiver);
+        });
+    }
+
+    void Export()
+    {
+        PrintAnswer([this](QTBPdmStore& store, const QTBPdmStore::Receiver& receiver) {
+            return store.Export(!m_Options.allVersions, receiver);
+        });
+    }
+
+    void CheckOut()
+    {
+        Change([this](QTBPdmStore& store, const QTBPdmStore::Receiver& receiver) {
+            return store.CheckOut(ToTexts(m_Options.keys), receiver);
+        });
+        if (!m_Options.folder.empty()) {
+            FetchFiles();
+        }
+    }
+
+    void CheckIn()
+    {
+        if (m_Options.files.size() > m_Options.keys.size()) {
+            throw HostError(ExitCode::Usage, "--file: there are more files than keys");
+        }
+        Change([this](QTBPdmStore& store, const QTBPdmStore::Receiver& receiver) {
+            return store.CheckIn(ToTexts(m_Options.keys), ToTexts(m_Options.files), receiver);
+        });
+    }
+
+    void Promote()
+    {
+        Change([this](QTBPdmStore& store, const QTBPdmStore::Receiver& receiver) {
+            return store.Promote(ToTexts(m_Options.keys), receiver);
+        });
+    }
+
+    void Revise()
+    {
+        Change([this](QTBPdmStore& store, const QTBPdmStore::Receiver& receiver) {
+            return store.Revise(ToTexts(m_Options.keys), receiver);
+        });
+    }
+
+    void Update()
+    {
+        const CATUnicodeString usXml = MakeAttributesXml(m_Options.attributes);
+        Change([this, &usXml](QTBPdmStore& store, const QTBPdmStore::Receiver& receiver) {
+            return store.UpdateAttributes(m_Options.keys.front().c_str(), usXml, receiver);
+        });
+    }
+
+    void Relate()
+    {
+        const CATUnicodeString usXml = MakeAttributesXml(m_Options.attributes);
+        Change([this, &usXml](QTBPdmStore& store, const QTBPdmStore::Receiver& receiver) {
+            return store.CreateRelation(m_Options.className.c_str(), m_Options.left.c_str(), m_Options.right.c_str(),
+                                        usXml, receiver);
+        });
+    }
+
+    void Delete()
+    {
+        Change([this](QTBPdmStore& store, const QTBPdmStore::Receiver& receiver) {
+            return store.Delete(ToTexts(m_Options.keys), m_Options.allVersions ? "AllVersions" : "", receiver);
+        });
+    }
+
+    int Check()
+    {
+        Open(false);
+        CATListValCATUnicodeString faults;
+        HostSession::Require(m_pStore->Check(&faults), ExitCode::BadInput, "store");
+        for (const CATUnicodeString& usFault : faults) {
+            fmt::print("{}\n", usFault.View());
+        }
+        if (faults.Size() == 0) {
+            fmt::print("no faults\n");
+        }
+        return static_cast<int>(faults.Size() == 0 ? ExitCode::Success : ExitCode::Failure);
+    }
+
+private:
+    using Request = std::function<HRESULT(QTBPdmStore&, const QTBPdmStore::Receiver&)>;
+
+    void Open(bool isReadOnly)
+    {
+        QTBPdmStore::Options options;
+        options.user = GetUser(m_Options).c_str();
+        options.isReadOnly = isReadOnly;
+        HostSession::Require(QTBPdmStore::Open(m_Options.store.c_str(), options, &m_pStore), ExitCode::BadInput,
+                             "store");
+    }
+
+    static bool IsStepFile(const std::string& path)
+    {
+        std::string extension = fs::path(path).extension().string();
+        std::transform(extension.begin(), extension.end(), extension.begin(),
+                       [](unsigned char c) { return static_cast<char>(std::tolower(c)); });
+        return extension == ".stp" || extension == ".step";
+    }
+
+    static std::vector<CATIDOMDocument_var> ReadInput(const std::string& path)
+    {
+        std::vector<CATIDOMDocument_var> answers;
+        if (!fs::exists(path)) {
+            throw HostError(ExitCode::BadInput, path + " does not exist");
+        }
+        if (IsStepFile(path)) {
+#ifdef QTB_WITH_STEP
+            try {
+                for (const StepConverter::Answer& answer : StepConverter::ToAnswers(CATReadStepAssembly(path))) {
+                    HostSession::Require(QTBXmlUtil::GetTrustedDomDocument(answer.xml, &answers.emplace_back()),
+                                         ExitCode::Failure, path);
+                }
+            } catch (const HostError&) {
+                throw;
+            } catch (const std::runtime_error& error) {
+                throw HostError(ExitCode::BadInput, error.what());
+            }
+            return answers;
+#else
+            throw HostError(ExitCode::BadInput, path + ": this program was built without STEP");
+#endif
+        }
+        HostSession::Require(QTBXmlUtil::GetDomDocumentFromFile(path.c_str(), &answers.emplace_back()),
+                             ExitCode::BadInput, "answer");
+        return answers;
+    }
+
+    static void Print(const std::string& input, const QTBStoreImportReport& report)
+    {
+        fmt::print("{}: {} objects and {} relations added, {} and {} changed, {} items unchanged, {} deleted, "
+                   "{} files taken in, {} left out\n",
+                   input, report.objectsAdded, report.relationsAdded, report.objectsChanged, report.relationsChanged,
+                   report.itemsUnchanged, report.itemsDeleted, report.filesAdded, report.itemsLeftOut);
+        for (const CATUnicodeString& usItem : report.leftOut) {
+            fmt::print("  left out: {}\n", usItem.View());
+        }
+    }
+
+    std::vector<QTBStoreExpansion::Relation> GetRelations() const
+    {
+        std::vector<QTBStoreExpansion::Relation> relations;
+        for (const std::string& text : m_Options.relations) {
+            const std::size_t colon = text.find(':');
+            const std::string direction = colon == std::string::npos ? "right" : text.substr(colon + 1);
+            if (direction != "left" && direction != "right") {
+                throw HostError(ExitCode::Usage, fmt::format("--relation {}: the direction is left or right", text));
+            }
+            relations.push_back({CATUnicodeString(std::string_view(text).substr(0, colon)), direction == "right"});
+        }
+        if (relations.empty()) {
+            QTBSchema* pSchema = nullptr;
+            HostSession::Require(QTBSchemaUtil::GetCurrentSchemaPtr(&pSchema), ExitCode::Failure, "schema");
+            for (int i = 1; i <= pSchema->GetRelationCount(); ++i) {
+                QTBSchemaRelation* pRelation = nullptr;
+                HostSession::Require(pSchema->GetRelationPtr(i, &pRelation), ExitCode::Failure, "schema");
+                relations.push_back({pRelation->GetName(), true});
+            }
+        }
+        return relations;
+    }
+
+    // A request that reads: its answer is what the command prints.
+    void PrintAnswer(const Request& request)
+    {
+        Open(true);
+        AnswerOutput output(m_Options.output);
+        HostSession::Require(request(*m_pStore, [&output](std::string_view piece) { output.Write(piece); }),
+                             ExitCode::Failure, "store");
+        output.Finish();
+    }
+
+    // A request that changes: the session reads its answer and says what became of the items.
+    void Change(const Request& request)
+    {
+        Open(false);
+        std::string answer;
+        HostSession::Require(request(*m_pStore, [&answer](std::string_view piece) { answer.append(piece); }),
+                             ExitCode::Failure, "store");
+        CATIDOMDocument_var spAnswer;
+        HostSession::Require(QTBXmlUtil::GetTrustedDomDocument(answer, &spAnswer), ExitCode::Failure, "answer");
+        CATListValCATBaseUnknown_var objects;
+        HostSession::Require(m_Session.GetPdmNodeCont()->UpdatePdmGraph(spAnswer, &objects, nullptr), ExitCode::Failure,
+                             "PDM graph");
+        for (const CATBaseUnknown_var& spObject : objects) {
+            const QTBIPdmNode_var spIPdmNode(spObject);
+            CATUnicodeString usDescription;
+            HostSession::Require(spIPdmNode->GetDescriptionString(&usDescription), ExitCode::Failure, "PDM graph");
+            fmt::print("{}: {}{}\n", spIPdmNode->GetPdmKey().View(), usDescription.View(), GetStateText(spObject));
+        }
+        PrintRelations(spAnswer);
+        for (const char* tag : {"objectToDelete", "relationToDelete"}) {
+            ForEach(spAnswer, tag,
+                    [](const CATDOMElementView& element) { fmt::print("{}: deleted\n", element.GetText().View()); });
+        }
+    }
+
+    template <class Receiver>
+    static void ForEach(const CATIDOMDocument_var& spAnswer, std::string_view tag, Receiver receive)
+    {
+        CATIDOMElement_var spRoot;
+        HostSession::Require(spAnswer->GetDocumentElement(&spRoot), ExitCode::Failure, "answer");
+        const CATDOMElementView root = spRoot->GetView();
+        for (CATDOMElementView element = root.GetFirstChild(); element; element = element.GetNextBelow(root)) {
+            if (element.HasTagName(tag)) {
+                receive(element);
+            }
+        }
+    }
+
+    static CATUnicodeString GetAttribute(const CATDOMElementView& item, const CATUnicodeString& usName)
+    {
+        for (CATDOMElementView child = item.GetFirstChild(); child; child = child.GetNextSibling()) {
+            const CATDOMAttributeView name = child.FindAttribute("name");
+            if (name && name.GetValue() == usName.View()) {
+                return child.GetText();
+            }
+        }
+        return CATUnicodeString();
+    }
+
+    static void PrintRelations(const CATIDOMDocument_var& spAnswer)
+    {
+        QTBSchema* pSchema = nullptr;
+        HostSession::Require(QTBSchemaUtil::GetCurrentSchemaPtr(&pSchema), ExitCode::Failure, "schema");
+        ForEach(spAnswer, "r", [pSchema](const CATDOMElementView& item) {
+            fmt::print("{}: {} -> {}\n", GetAttribute(item, pSchema->GetKeyAttr()).View(),
+                       GetAttribute(item, pSchema->GetLeftRelationshipAttr()).View(),
+                       GetAttribute(item, pSchema->GetRightRelationshipAttr()).View());
+        });
+    }
+
+    // Version and state of an object that has them.
+    static std::string GetStateText(const CATBaseUnknown_var& spObject)
+    {
+        CATUnicodeString usState;
+        CATUnicodeString usVersion;
+        unsigned char bHasState = FALSE;
+        const QTBINodeAttributes_var spINodeAttributes(spObject);
+        if (FAILED(spINodeAttributes->AttributeIsDefined("State", &bHasState)) || bHasState == FALSE ||
+            FAILED(spINodeAttributes->GetStringAttributeValue("State", &usState, FALSE, TRUE)) ||
+            FAILED(QTBIPdmNode_var(spObject)->GetQtbInfoAttr("QtbVersion", &usVersion, FALSE, nullptr, TRUE))) {
+            return std::string();
+        }
+        return fmt::format(", version {}, {}", usVersion.View(), usState.View());
+    }
+
+    // Writes the files of the objects into the folder, under their names.
+    void FetchFiles()
+    {
+        CATUnicodeString usFileNameAttr;
+        HostSession::Require(
+            QTBPdmSessionUtil::GetPdmSessionStringAttrValue(QTB_PDM_SESSION_FILE_NAME_ATTR, &usFileNameAttr, TRUE),
+            ExitCode::BadInput, "schema");
+        for (const std::string& key : m_Options.keys) {
+            QTBIPdmNode_var spIPdmNode;
+            unsigned char bFound = FALSE;
+            HostSession::Require(m_Session.GetPdmNodeCont()->GetPdmNodeByKey(key.c_str(), &spIPdmNode, &bFound),
+                                 ExitCode::Failure, "PDM graph");
+            unsigned char bHasName = FALSE;
+            CATUnicodeString usFileName;
+            const QTBINodeAttributes_var spINodeAttributes(spIPdmNode);
+            if (spINodeAttributes == NULL_var ||
+                FAILED(spINodeAttributes->AttributeIsDefined(usFileNameAttr, &bHasName)) || bHasName == FALSE ||
+                FAILED(spINodeAttributes->GetStringAttributeValue(usFileNameAttr, &usFileName, FALSE, FALSE))) {
+                throw HostError(ExitCode::Failure, key + " has no file name");
+            }
+            // The name must not lead out of the folder.
+            const fs::path path = fs::path(m_Options.folder) / fs::path(ToString(usFileName)).filename();
+            HostSession::Require(m_pStore->FetchFile(key.c_str(), path.c_str()), ExitCode::Failure, "store");
+            fmt::print("{}\n", path.string());
+        }
+    }
+
+    const StoreOptions& m_Options;
+    HostSession m_Session;
+    std::unique_ptr<QTBPdmStore> m_pStore;
+};
+
+CLI::App* AddCommand(CLI::App& store, StoreOptions& options, const char* name, const char* description)
+{
+    CLI::App* pCommand = store.add_subcommand(name, description);
+    pCommand->add_option("store", options.store, "file of the store")->required()->type_name("STORE");
+    pCommand->add_option("--user", options.user, "user who makes the request (who runs the program if not given)")
+        ->type_name("NAME");
+    pCommand->add_option("--schema", options.schema, "PDM schema (the example schema if not given)")->type_name("FILE");
+    pCommand->add_option("--language", options.language, "language of messages and display names")->type_name("NAME");
+    return pCommand;
+}
+
+void AddKeys(CLI::App& command, StoreOptions& options)
+{
+    command.add_option("keys", options.keys, "PDM keys; all are done or none")->required()->type_name("KEY");
+}
+
+void AddOutput(CLI::App& command, StoreOptions& options)
+{
+    command.add_option("-o,--output", options.output, "file for the answer (standard output if not given)")
+        ->type_name("FILE");
+}
+
+void AddAttributes(CLI::App& command, StoreOptions& options, const char* description)
+{
+    command.add_option("attributes", options.attributes, description)->type_name("NAME=VALUE");
+}
+
+} // namespace
+
+void AddStore(CLI::App& app, StoreOptions& options)
+{
+    CLI::App* pStore = app.add_subcommand("store", "A PDM store: a PDM system in a file");
+    pStore->require_subcommand(1);
+    pStore->footer(
+        R"(Examples:
+  qtbhost store init pdm.store
+  qtbhost store import pdm.store examples/as1/structure.xml examples/as1/files.xml
+  qtbhost store query pdm.store --class Part "PartNumber=rod*"
+  qtbhost store expand pdm.store as1 --relation PartPart -o answer.xml && qtbhost tree answer.xml
+  qtbhost store checkout pdm.store --user kim nut
+  qtbhost store revise pdm.store --user kim nut
+
+docs/store.md says who may do what. Exit codes: 0 done, 1 refused, 2 wrong command line, 3 input that cannot be read.)");
+
+    AddCommand(*pStore, options, "init", "Make an empty store");
+
+    CLI::App* pImport = AddCommand(*pStore, options, "import", "Take in PDM answers and STEP assemblies");
+    pImport->add_option("inputs", options.inputs, "answers (.xml) and STEP files, each as a whole")
+        ->required()
+        ->type_name("FILE");
+    pImport->add_option("--files", options.folder, "folder with the files of file objects")->type_name("DIR");
+
+    CLI::App* pQuery = AddCommand(*pStore, options, "query", "Find objects by class and attributes");
+    AddAttributes(*pQuery, options, "conditions; a star stands for any text");
+    pQuery->add_option("--class", options.className, "class, subclasses included (any if not given)")
+        ->type_name("NAME");
+    pQuery->add_flag("--all-versions", options.allVersions, "old versions too");
+    pQuery->add_option("--limit", options.limit, "objects to find at most")->check(CLI::PositiveNumber)->type_name("N");
+    AddOutput(*pQuery, options);
+
+    CLI::App* pExpand = AddCommand(*pStore, options, "expand", "Follow relations from objects");
+    AddKeys(*pExpand, options);
+    pExpand->add_option("--relation", options.relations, "relation to follow (all relations if not given)")
+        ->allow_extra_args(false)
+        ->type_name("NAME[:left|:right]");
+    pExpand->add_option("--level", options.level, "levels (all if not given)")
+        ->check(CLI::NonNegativeNumber)
+        ->type_name("N");
+    AddOutput(*pExpand, options);
+
+    CLI::App* pCheckOut = AddCommand(*pStore, options, "checkout", "Check out objects");
+    AddKeys(*pCheckOut, options);
+    pCheckOut->add_option("--to", options.folder, "folder for the objects' files")
+        ->check(CLI::ExistingDirectory)
+        ->type_name("DIR");
+
+    CLI::App* pCheckIn = AddCommand(*pStore, options, "checkin", "Check in objects");
+    AddKeys(*pCheckIn, options);
+    pCheckIn->add_option("--file", options.files, "file that the object has now; once for each key, in their order")
+        ->allow_extra_args(false)
+        ->type_name("FILE");
+
+    AddKeys(*AddCommand(*pStore, options, "promote", "Bring objects into their next state"), options);
+    AddKeys(*AddCommand(*pStore, options, "revise", "Make new versions of objects"), options);
+
+    CLI::App* pUpdate = AddCommand(*pStore, options, "update", "Change attributes of an item");
+    pUpdate->add_option("key", options.keys, "PDM key")->required()->expected(1)->type_name("KEY");
+    pUpdate->add_option("attributes", options.attributes, "new values")->required()->type_name("NAME=VALUE");
+
+    CLI::App* pRelate = AddCommand(*pStore, options, "relate", "Make a relation between two objects");
+    pRelate->add_option("relation", options.className, "class of the relation")->required()->type_name("RELATION");
+    pRelate->add_option("left", options.left, "PDM key of the left object")->required()->type_name("LEFT");
+    pRelate->add_option("right", options.right, "PDM key of the right object")->required()->type_name("RIGHT");
+    AddAttributes(*pRelate, options, "attributes of the relation");
+
+    CLI::App* pDelete = AddCommand(*pStore, options, "delete", "Delete objects, with their relations, and relations");
+    AddKeys(*pDelete, options);
+    pDelete->add_flag("--all-versions", options.allVersions, "with all versions, not only the newest");
+
+    CLI::App* pExport = AddCommand(*pStore, options, "export", "Write everything as one answer");
+    pExport->add_flag("--all-versions", options.allVersions, "old versions too");
+    AddOutput(*pExport, options);
+
+    AddCommand(*pStore, options, "check", "Look for faults in a store and remove files that nobody refers to");
+}
+
+int RunStore(const CLI::App& app, const StoreOptions& options)
+{
+    const std::string command = app.get_subcommand("store")->get_subcommands().front()->get_name();
+    StoreRun run(options);
+    if (command == "check") {
+        return run.Check();
+    }
+    const std::pair<const char*, void (StoreRun::*)()> commands[] = {
+        {"import", &StoreRun::Import},     {"query", &StoreRun::Query},     {"expand", &StoreRun::Expand},
+        {"checkout", &StoreRun::CheckOut}, {"checkin", &StoreRun::CheckIn}, {"promote", &StoreRun::Promote},
+        {"revise", &StoreRun::Revise},     {"update", &StoreRun::Update},   {"relate", &StoreRun::Relate},
+        {"delete", &StoreRun::Delete},     {"export", &StoreRun::Export},
+    };
+    for (const auto& [name, pRun] : commands) {
+        if (command == name) {
+            (run.*pRun)();
+            return static_cast<int>(ExitCode::Success);
+        }
+    }
+    run.Init();
+    return static_cast<int>(ExitCode::Success);
+}

@@ -1,0 +1,12 @@
+#pragma once
+
+#include "CATBaseUnknown.h"
+#include "CATListValCATString.h"
+
+// CATIRootProperties on the late type QTBBndBox: a box has no property editors.
+class QTBERootPropertiesOnBndBox : public CATBaseUnknown
+{
+public:
+    // An empty list.
+    CATListValCATString GetListOfEditors() { return {}; }
+};

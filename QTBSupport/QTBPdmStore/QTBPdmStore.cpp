@@ -1,0 +1,273 @@
+#include "QTBPdmStore.h"
+
+#include <fcntl.h>
+#include <unistd.h>
+
+#include <cerrno>
+#include <cstdio>
+#include <cstring>
+#include <filesystem>
+#include <new>
+#include <string>
+#include <system_error>
+
+#include "QTBStoreChanging.h"
+#include "QTBStoreCheck.h"
+#include "QTBStoreDatabase.h"
+#include "QTBStoreFailure.h"
+#include "QTBStoreFiles.h"
+#include "QTBStoreImport.h"
+#include "QTBStoreMigrations.h"
+#include "QTBStoreReading.h"
+
+namespace fs = std::filesystem;
+
+namespace {
+
+// The border of the store: what is raised inside becomes a result.
+template <class Operation>
+HRESULT Guard(Operation operation)
+{
+    try {
+        operation();
+        return S_OK;
+    } catch (const QTBStoreFailure& failure) {
+        return failure.ToResult();
+    } catch (const std::bad_alloc&) {
+        return E_OUTOFMEMORY;
+    }
+}
+
+// The files of a store in the making; they vanish unless it is completed.
+class NewStore
+{
+public:
+    explicit NewStore(const std::string& path) : m_Path(path), m_Interim(path + ".new-" + std::to_string(getpid())) {}
+    NewStore(const NewStore&) = delete;
+    NewStore& operator=(const NewStore&) = delete;
+    ~NewStore()
+    {
+        for (const char* end : {"", "-wal", "-shm", "-journal"}) {
+            std::error_code error;
+            fs::remove(m_Interim + end, error);
+        }
+    }
+
+    const std::string& GetInterimPath() const { return m_Interim; }
+
+    // Gives the store its name, unless another file has it.
+    void Complete() const
+    {
+        if (renameat2(AT_FDCWD, m_Interim.c_str(), AT_FDCWD, m_Path.c_str(), RENAME_NOREPLACE) == 0) {
+            return;
+        }
+        // Not every file system can do that in one step.
+        std::error_code error;
+        if (errno == EINVAL && !fs::exists(m_Path, error) && std::rename(m_Interim.c_str(), m_Path.c_str()) == 0) {
+            return;
+        }
+        const int reason = errno;
+        const CATUnicodeString usPath(std::string_view{m_Path});
+        if (reason == EEXIST || fs::exists(m_Path, error)) {
+            throw QTBStoreFailure("StoreExistsERR_1002", usPath);
+        }
+        throw QTBStoreFailure("StoreUnusableERR_1009", usPath, CATUnicodeString(std::strerror(reason)));
+    }
+
+private:
+    std::string m_Path;
+    std::string m_Interim;
+};
+
+} // namespace
+
+HRESULT QTBPdmStore::Create(const CATUnicodeString& usPath)
+{
+    return Guard([&usPath] {
+        const std::string path(usPath.View());
+        std::error_code error;
+        if (fs::exists(path, error)) {
+            throw QTBStoreFailure("StoreExistsERR_1002", usPath);
+        }
+        const NewStore newStore(path);
+        {
+            QTBStoreDatabase::Options options;
+            options.mayCreate = true;
+            QTBStoreDatabase database(newStore.GetInterimPath(), options);
+            QTBStoreMigrations::Create(database);
+        }
+        newStore.Complete();
+    });
+}
+
+HRESULT QTBPdmStore::Open(const CATUnicodeString& usPath, const Options& options, std::unique_ptr<QTBPdmStore>* ppStore)
+{
+    if (ppStore == nullptr) {
+        return E_POINTER;
+    }
+    return Guard([&usPath, &options, ppStore] { ppStore->reset(new QTBPdmStore(usPath, options)); });
+}
+
+QTBPdmStore::QTBPdmStore(const CATUnicodeString& usPath, const Options& options) : m_Options(options)
+{
+    const std::string path(usPath.View());
+    if (options.user.IsEmpty()) {
+        throw QTBStoreFailure("UserMissingERR_1012");
+    }
+    std::error_code error;
+    if (!fs::exists(path, error)) {
+        throw QTBStoreFailure("StoreNotFoundERR_1001", usPath);
+    }
+    if (!fs::is_regular_file(path, error)) {
+        throw QTBStoreFailure("NoStoreERR_1003", usPath);
+    }
+    m_pDatabase = std::make_unique<QTBStoreDatabase>(
+        path, QTBStoreDatabase::Options{options.isReadOnly, options.busyTimeoutInMs, options.maxBytes, false});
+    QTBStoreMigrations::Update(*m_pDatabase);
+}
+
+QTBPdmStore::~QTBPdmStore() = default;
+
+template <class Request>
+HRESULT QTBPdmStore::Read(const char* function, const Receiver& receiver, Request request)
+{
+    return Guard([&] {
+        QTBStoreReading reading(*m_pDatabase, {m_Options.user, m_IsHeld, receiver}, function);
+        request(reading);
+    });
+}
+
+template <class Request>
+HRESULT QTBPdmStore::Change(const char* function, const Receiver& receiver, Request request)
+{
+    std::vector<std::int64_t> releasedFiles;
+    const HRESULT hr = Guard([&] {
+        QTBStoreChanging changing(*m_pDatabase, {m_Options.user, m_IsHeld, receiver}, function);
+        request(changing);
+        releasedFiles = changing.GetReleasedFiles();
+    });
+    RemoveFiles(releasedFiles);
+    return hr;
+}
+
+void QTBPdmStore::RemoveFiles(const std::vector<std::int64_t>& fileIds) noexcept
+{
+    if (!fileIds.empty()) {
+        // The change is done; files that stay because this fails are found by the next check.
+        Guard([&] { QTBStoreFiles(*m_pDatabase).RemoveUnused(fileIds); });
+    }
+}
+
+HRESULT QTBPdmStore::GetItems(const Keys& keys, const Receiver& receiver)
+{
+    return Read("get", receiver, [&keys](QTBStoreReading& reading) { reading.GetItems(keys); });
+}
+
+HRESULT QTBPdmStore::Query(const QTBStoreQuery& query, const Receiver& receiver)
+{
+    return Read("query", receiver, [&query](QTBStoreReading& reading) { reading.Query(query); });
+}
+
+HRESULT QTBPdmStore::Expand(const QTBStoreExpansion& expansion, const Receiver& receiver)
+{
+    return Read("expand", receiver, [&expansion](QTBStoreReading& reading) { reading.Expand(expansion); });
+}
+
+HRESULT QTBPdmStore::Export(bool newestVersionsOnly, const Receiver& receiver)
+{
+    return Read("export", receiver,
+                [newestVersionsOnly](QTBStoreReading& reading) { reading.Export(newestVersionsOnly); });
+}
+
+HRESULT QTBPdmStore::Invoke(const CATUnicodeString& usFunction, const Arguments& arguments, const Receiver& receiver)
+{
+    return Read("dynamicInvoke", receiver, [&](QTBStoreReading& reading) { reading.Invoke(usFunction, arguments); });
+}
+
+HRESULT QTBPdmStore::FetchFile(const CATUnicodeString& usKey, const CATUnicodeString& usPath)
+{
+    return Guard([&] {
+        QTBStoreTransaction transaction(*m_pDatabase, QTBStoreTransaction::Kind::Read);
+        const QTBStoreObject object = QTBStoreItems(*m_pDatabase).GetObject(usKey);
+        if (object.fileId == 0) {
+            throw QTBStoreFailure("ObjectWithoutFileERR_1123", usKey);
+        }
+        QTBStoreFiles(*m_pDatabase).Fetch(object.fileId, usPath);
+        transaction.Commit();
+    });
+}
+
+HRESULT QTBPdmStore::CheckOut(const Keys& keys, const Receiver& receiver)
+{
+    return Change("checkOut", receiver, [&keys](QTBStoreChanging& changing) { changing.CheckOut(keys); });
+}
+
+HRESULT QTBPdmStore::CheckIn(const Keys& keys, const std::vector<CATUnicodeString>& paths, const Receiver& receiver)
+{
+    return Change("checkIn", receiver, [&](QTBStoreChanging& changing) { changing.CheckIn(keys, paths); });
+}
+
+HRESULT QTBPdmStore::Promote(const Keys& keys, const Receiver& receiver)
+{
+    return Change("promote", receiver, [&keys](QTBStoreChanging& changing) { changing.Promote(keys); });
+}
+
+HRESULT QTBPdmStore::Revise(const Keys& keys, const Receiver& receiver)
+{
+    return Change("revise", receiver, [&keys](QTBStoreChanging& changing) { changing.Revise(keys); });
+}
+
+HRESULT QTBPdmStore::UpdateAttributes(const CATUnicodeString& usKey, const CATUnicodeString& usXml,
+                                      const Receiver& receiver)
+{
+    return Change("updateAttributes", receiver,
+                  [&](QTBStoreChanging& changing) { changing.UpdateAttributes(usKey, usXml); });
+}
+
+HRESULT QTBPdmStore::CreateObject(const CATUnicodeString& usClass, const CATUnicodeString& usKey,
+                                  const CATUnicodeString& usXml, const Receiver& receiver)
+{
+    return Change("createObject", receiver,
+                  [&](QTBStoreChanging& changing) { changing.CreateObject(usClass, usKey, usXml); });
+}
+
+HRESULT QTBPdmStore::CreateRelation(const CATUnicodeString& usClass, const CATUnicodeString& usLeftKey,
+                                    const CATUnicodeString& usRightKey, const CATUnicodeString& usXml,
+                                    const Receiver& receiver)
+{
+    return Change("createRelation", receiver,
+                  [&](QTBStoreChanging& changing) { changing.CreateRelation(usClass, usLeftKey, usRightKey, usXml); });
+}
+
+HRESULT QTBPdmStore::Delete(const Keys& keys, const CATUnicodeString& usOption, const Receiver& receiver)
+{
+    return Change("delete", receiver, [&](QTBStoreChanging& changing) { changing.Delete(keys, usOption); });
+}
+
+HRESULT QTBPdmStore::Import(const CATIDOMDocument_var& spAnswer, const CATUnicodeString& usFileFolder,
+                            QTBStoreImportReport* pReport)
+{
+    CATIDOMElement_var spRoot;
+    if (spAnswer == NULL_var || FAILED(spAnswer->GetDocumentElement(&spRoot)) || spRoot == NULL_var) {
+        return E_FAIL;
+    }
+    std::vector<std::int64_t> releasedFiles;
+    const HRESULT hr = Guard([&] {
+        QTBStoreImport import(*m_pDatabase, {m_Options.user, m_IsHeld, {}}, usFileFolder);
+        const QTBStoreImportReport report = import.Run(spRoot->GetView());
+        releasedFiles = import.GetReleasedFiles();
+        if (pReport != nullptr) {
+            *pReport = report;
+        }
+    });
+    RemoveFiles(releasedFiles);
+    return hr;
+}
+
+HRESULT QTBPdmStore::Check(CATListValCATUnicodeString* pFaults)
+{
+    if (pFaults == nullptr) {
+        return E_POINTER;
+    }
+    return Guard([&] { *pFaults = QTBStoreCheck(*m_pDatabase).Run(); });
+}

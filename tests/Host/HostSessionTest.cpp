@@ -1,0 +1,185 @@
+#include <gtest/gtest.h>
+
+#include <filesystem>
+#include <fstream>
+
+#include "HostSession.h"
+#include "LinkCommand.h"
+#include "ProductCommands.h"
+#include "QTBIPdmNode.h"
+#include "TreeCommand.h"
+
+namespace fs = std::filesystem;
+
+namespace {
+
+// A file of a test's own that goes with it.
+class TemporaryFile
+{
+public:
+    TemporaryFile(const std::string& name, const std::string& content) : m_Path(fs::temp_directory_path() / name)
+    {
+        std::ofstream(m_Path) << content;
+    }
+    TemporaryFile(const TemporaryFile&) = delete;
+    TemporaryFile& operator=(const TemporaryFile&) = delete;
+    ~TemporaryFile() { fs::remove(m_Path); }
+
+    std::string Path() const { return m_Path.string(); }
+
+private:
+    fs::path m_Path;
+};
+
+// What a command says when it fails, and its exit code.
+template <class Run>
+std::pair<ExitCode, std::string> FailureOf(Run run)
+{
+    try {
+        run();
+    } catch (const HostError& error) {
+        return {error.GetExitCode(), error.what()};
+    }
+    return {ExitCode::Success, ""};
+}
+
+const std::string EXAMPLES = QTB_SOURCE_DIR "/examples/";
+
+} // namespace
+
+TEST(HostSession, MissingAnswerIsBadInputThatNamesTheFile)
+{
+    HostSession session("", "");
+    const auto [exitCode, message] = FailureOf([&] { session.ReadAnswer("/nowhere/answer.xml"); });
+    EXPECT_EQ(exitCode, ExitCode::BadInput);
+    EXPECT_NE(message.find("/nowhere/answer.xml"), std::string::npos) << message;
+}
+
+TEST(HostSession, MalformedAnswerNamesFileAndLineAndLeavesTheGraph)
+{
+    const TemporaryFile file("malformed-answer.xml", "<answer>\n<function name='x'>\n<o></answer>");
+    HostSession session("", "");
+    session.ReadAnswer(EXAMPLES + "as1/structure.xml");
+    const auto [exitCode, message] = FailureOf([&] { session.ReadAnswer(file.Path()); });
+    EXPECT_EQ(exitCode, ExitCode::BadInput);
+    EXPECT_NE(message.find("malformed-answer.xml"), std::string::npos) << message;
+    EXPECT_NE(message.find('3'), std::string::npos) << message;
+    QTBIPdmNode_var spIPdmNode;
+    unsigned char bFound = FALSE;
+    session.GetPdmNodeCont()->GetPdmNodeByKey("as1", &spIPdmNode, &bFound);
+    EXPECT_EQ(bFound, TRUE);
+}
+
+TEST(HostSession, DocumentTypeDeclarationIsRefused)
+{
+    const TemporaryFile file("doctype-answer.xml",
+                             "<!DOCTYPE a [<!ENTITY b \"c\">]>\n<answer><function name=\"x\">&b;</function></answer>");
+    HostSession session("", "");
+    EXPECT_EQ(FailureOf([&] { session.ReadAnswer(file.Path()); }).first, ExitCode::BadInput);
+}
+
+TEST(HostSession, UnknownLanguageIsAUsageErrorThatNamesTheLanguages)
+{
+    const auto [exitCode, message] = FailureOf([] { const HostSession session("", "Klingon"); });
+    EXPECT_EQ(exitCode, ExitCode::Usage);
+    EXPECT_NE(message.find("German"), std::string::npos) << message;
+}
+
+TEST(HostSession, BrokenSchemaIsBadInput)
+{
+    const TemporaryFile file("broken-schema.xml", "<qtbSchema/>");
+    const auto [exitCode, message] = FailureOf([&] { const HostSession session(file.Path(), ""); });
+    EXPECT_EQ(exitCode, ExitCode::BadInput);
+    EXPECT_NE(message.find("broken-schema.xml"), std::string::npos) << message;
+}
+
+TEST(HostSession, AssemblyThatIsNoProductStructureIsBadInputAndTheSessionGoesOn)
+{
+    const TemporaryFile file("no-products.xml", "<nothing/>");
+    HostSession session("", "");
+    EXPECT_EQ(FailureOf([&] { session.OpenAssembly(file.Path()); }).first, ExitCode::BadInput);
+    EXPECT_EQ(session.OpenAssembly(EXAMPLES + "as1/products.xml").Size(), 1);
+}
+
+TEST(TreeCommand, UnknownRootIsAUsageError)
+{
+    TreeOptions options;
+    options.answers = {EXAMPLES + "as1/structure.xml"};
+    options.roots = {"no such part"};
+    EXPECT_EQ(FailureOf([&] { RunTree(options); }).first, ExitCode::Usage);
+}
+
+TEST(TreeCommand, UnknownRelationIsAUsageErrorThatNamesTheRelations)
+{
+    TreeOptions options;
+    options.answers = {EXAMPLES + "as1/structure.xml"};
+    options.relations = {"NoSuchRelation"};
+    const auto [exitCode, message] = FailureOf([&] { RunTree(options); });
+    EXPECT_EQ(exitCode, ExitCode::Usage);
+    EXPECT_NE(message.find("PartPart"), std::string::npos) << message;
+}
+
+TEST(TreeCommand, PrintsTheCountsOfARealAssembly)
+{
+    TreeOptions options;
+    options.answers = {EXAMPLES + "as1/structure.xml", EXAMPLES + "as1/files.xml"};
+    options.relations = {"PartPart", "PartFile"};
+    options.asJson = true;
+    ::testing::internal::CaptureStdout();
+    EXPECT_EQ(RunTree(options), 0);
+    const std::string output = ::testing::internal::GetCapturedStdout();
+    // 9 parts with a file each; 13 usages and 9 part-to-file relations; 28 places of parts, each with its file.
+    EXPECT_NE(output.find(R"("pdmObjects":18,"pdmRelations":22,"roots":1,"shownObjects":56,"shownRelations":55)"),
+              std::string::npos)
+        << output.substr(output.size() > 300 ? output.size() - 300 : 0);
+}
+
+TEST(LinkCommand, EveryProductOfTheAssemblyIsLinkedByInstance)
+{
+    LinkOptions options;
+    options.assembly = EXAMPLES + "as1/products.xml";
+    options.answers = {EXAMPLES + "as1/structure.xml", EXAMPLES + "as1/files.xml"};
+    options.asJson = true;
+    ::testing::internal::CaptureStdout();
+    EXPECT_EQ(RunLink(options), 0);
+    const std::string output = ::testing::internal::GetCapturedStdout();
+    // 27 occurrences by their relations, the top by its part number.
+    EXPECT_NE(output.find("\"products\": 28"), std::string::npos);
+    EXPECT_NE(output.find("\"byInstance\": 27"), std::string::npos);
+    EXPECT_NE(output.find("\"byPartNumber\": 1"), std::string::npos);
+    EXPECT_NE(output.find("\"onlyInPdm\": []"), std::string::npos);
+}
+
+TEST(LinkCommand, ProductThatIsNotThereCannotBeHighlighted)
+{
+    LinkOptions options;
+    options.assembly = EXAMPLES + "as1/products.xml";
+    options.answers = {EXAMPLES + "as1/structure.xml"};
+    options.highlight = "no/such/product";
+    EXPECT_EQ(FailureOf([&] { RunLink(options); }).first, ExitCode::Usage);
+}
+
+TEST(ProductCommands, DifferenceOfAnAssemblyToItselfIsNone)
+{
+    ProductOptions options;
+    options.oldAssembly = options.assembly = EXAMPLES + "as1/products.xml";
+    ::testing::internal::CaptureStdout();
+    EXPECT_EQ(RunDiff(options), 0);
+    EXPECT_EQ(::testing::internal::GetCapturedStdout(), "0 instances added, 0 missing\n");
+}
+
+TEST(ProductCommands, RenamedInstanceIsAddedAndMissing)
+{
+    std::ifstream stream(EXAMPLES + "as1/products.xml");
+    std::string xml((std::istreambuf_iterator<char>(stream)), std::istreambuf_iterator<char>());
+    xml.replace(xml.find("rod_1"), 5, "rod_9");
+    const TemporaryFile file("as1-renamed.xml", xml);
+    ProductOptions options;
+    options.oldAssembly = EXAMPLES + "as1/products.xml";
+    options.assembly = file.Path();
+    ::testing::internal::CaptureStdout();
+    EXPECT_EQ(RunDiff(options), 0);
+    const std::string output = ::testing::internal::GetCapturedStdout();
+    EXPECT_NE(output.find("rod-assembly\n"), std::string::npos) << output;
+    EXPECT_NE(output.find("1 instances added, 1 missing\n"), std::string::npos) << output;
+}

@@ -1,0 +1,169 @@
+// qtbhost store, as it is called from a command line.
+
+#include "StoreCommand.h"
+
+#include <unistd.h>
+
+#include <cstdlib>
+#include <filesystem>
+#include <fstream>
+#include <iterator>
+
+#include <CLI/CLI.hpp>
+#include <gmock/gmock.h>
+
+#include "CATBaseUnknown.h"
+#include "HostError.h"
+
+namespace fs = std::filesystem;
+using ::testing::AllOf;
+using ::testing::HasSubstr;
+using ::testing::Not;
+
+namespace {
+
+class StoreCommand : public ::testing::Test
+{
+protected:
+    void SetUp() override
+    {
+        std::string folder = ::testing::TempDir() + "QTBStoreCommand-XXXXXX";
+        ASSERT_NE(mkdtemp(folder.data()), nullptr);
+        m_Folder = folder;
+        m_Store = folder + "/pdm.store";
+    }
+    void TearDown() override { fs::remove_all(m_Folder); }
+
+    // Runs "qtbhost store" with these arguments; what it prints.
+    static std::string Run(const std::vector<std::string>& arguments, int expectedResult = 0)
+    {
+        CLI::App app("test", "qtbhost");
+        StoreOptions options;
+        AddStore(app, options);
+        std::vector<std::string> reversed(arguments.rbegin(), arguments.rend());
+        reversed.push_back("store");
+        app.parse(reversed);
+        const int componentsBefore = CATBaseUnknown::GetLiveComponentCount();
+        ::testing::internal::CaptureStdout();
+        try {
+            EXPECT_EQ(RunStore(app, options), expectedResult);
+        } catch (...) {
+            std::fflush(stdout);
+            ::testing::internal::GetCapturedStdout();
+            throw;
+        }
+        std::fflush(stdout);
+        EXPECT_EQ(CATBaseUnknown::GetLiveComponentCount(), componentsBefore);
+        return ::testing::internal::GetCapturedStdout();
+    }
+    // The message of a refusal.
+    static std::string Refusal(const std::vector<std::string>& arguments, ExitCode exitCode)
+    {
+        try {
+            Run(arguments);
+        } catch (const HostError& error) {
+            EXPECT_EQ(static_cast<int>(error.GetExitCode()), static_cast<int>(exitCode)) << error.what();
+            return error.what();
+        }
+        return "not refused";
+    }
+
+    void MakeExample() const
+    {
+        Run({"init", m_Store});
+        Run({"import", m_Store, QTB_SOURCE_DIR "/examples/as1/structure.xml",
+             QTB_SOURCE_DIR "/examples/as1/files.xml"});
+    }
+
+    std::string m_Folder;
+    std::string m_Store;
+};
+
+TEST_F(StoreCommand, AStoreIsMadeAndFilled)
+{
+    EXPECT_EQ(Run({"init", m_Store}), m_Store + "\n");
+    const std::string structure = QTB_SOURCE_DIR "/examples/as1/structure.xml";
+    EXPECT_EQ(Run({"import", m_Store, structure}),
+              structure + ": 9 objects and 13 relations added, 0 and 0 changed, 0 items unchanged, 0 deleted, "
+                          "0 files taken in, 0 left out\n");
+    EXPECT_EQ(Run({"check", m_Store}), "no faults\n");
+}
+
+TEST_F(StoreCommand, AnswersAreWrittenToTheOutputOrAFile)
+{
+    MakeExample();
+    const std::string answer = Run({"expand", m_Store, "rod-assembly", "--relation", "PartPart", "--level", "1"});
+    EXPECT_THAT(answer, AllOf(HasSubstr("<function name=\"expand\">"), HasSubstr("<a name=\"Key\">rod</a>"),
+                              Not(HasSubstr("CATPartFile"))));
+    const std::string path = m_Folder + "/answer.xml";
+    EXPECT_EQ(Run({"expand", m_Store, "rod-assembly", "--relation", "PartPart", "--level", "1", "-o", path}), "");
+    std::ifstream file(path);
+    EXPECT_EQ(std::string(std::istreambuf_iterator<char>(file), std::istreambuf_iterator<char>()), answer);
+    EXPECT_THAT(Run({"expand", m_Store, "nut", "--relation", "PartPart:left"}), HasSubstr("<a name=\"Key\">as1</a>"));
+    EXPECT_THAT(Run({"query", m_Store, "--class", "Part", "PartNumber=nut*"}),
+                AllOf(HasSubstr("<a name=\"Key\">nut</a>"), HasSubstr("<a name=\"Key\">nut-bolt-assembly</a>"),
+                      Not(HasSubstr("<a name=\"Key\">rod</a>"))));
+    EXPECT_THAT(Run({"export", m_Store}), HasSubstr("<function name=\"export\">"));
+}
+
+TEST_F(StoreCommand, ChangesSayWhatBecameOfTheItems)
+{
+    MakeExample();
+    EXPECT_EQ(Run({"checkout", m_Store, "--user", "kim", "nut"}), "nut: nut, nut, version A, In work\n");
+    EXPECT_EQ(Refusal({"checkout", m_Store, "--user", "lee", "nut"}, ExitCode::Failure),
+              "store: \"nut\" is checked out by kim.");
+    EXPECT_THAT(Run({"revise", m_Store, "--user", "kim", "nut"}),
+                AllOf(HasSubstr("nut/B: nut, nut, version B, In work\n"),
+                      HasSubstr("PartPart/1/rod-assembly: rod-assembly -> nut/B\n")));
+    EXPECT_THAT(Run({"checkin", m_Store, "--user", "kim", "nut/B"}), HasSubstr("nut/B: "));
+    EXPECT_THAT(Run({"update", m_Store, "nut/B", "Material=steel"}), HasSubstr("nut/B: "));
+    EXPECT_THAT(Run({"query", m_Store, "Material=steel"}), HasSubstr("<a name=\"Key\">nut/B</a>"));
+    EXPECT_THAT(Run({"relate", m_Store, "PartPart", "plate", "nut/B", "InstanceName=nut_9"}),
+                HasSubstr(": plate -> nut/B\n"));
+    EXPECT_EQ(Run({"promote", m_Store, "rod"}),
+              "rod: rod, rod, version A, In review\nPartFile/rod: rod -> CATPartFile/rod\n");
+    EXPECT_EQ(Run({"delete", m_Store, "PartFile/bolt"}), "PartFile/bolt: deleted\n");
+    EXPECT_EQ(Run({"check", m_Store}), "no faults\n");
+}
+
+TEST_F(StoreCommand, FilesGoInAndOut)
+{
+    MakeExample();
+    const std::string path = m_Folder + "/new.CATPart";
+    std::ofstream(path) << "a rod";
+    Run({"checkout", m_Store, "CATPartFile/rod"});
+    Run({"checkin", m_Store, "CATPartFile/rod", "--file", path});
+    EXPECT_THAT(Run({"checkout", m_Store, "CATPartFile/rod", "--to", m_Folder}), HasSubstr(m_Folder + "/rod.CATPart"));
+    std::ifstream file(m_Folder + "/rod.CATPart");
+    EXPECT_EQ(std::string(std::istreambuf_iterator<char>(file), std::istreambuf_iterator<char>()), "a rod");
+}
+
+TEST_F(StoreCommand, WhatIsWrongIsSaidWithItsExitCode)
+{
+    MakeExample();
+    EXPECT_THAT(Refusal({"init", m_Store}, ExitCode::BadInput), HasSubstr("there is a file of that name"));
+    EXPECT_THAT(Refusal({"query", m_Folder + "/missing"}, ExitCode::BadInput), HasSubstr("There is no PDM store"));
+    EXPECT_THAT(Refusal({"expand", m_Store, "nobody"}, ExitCode::Failure), HasSubstr("has no item \"nobody\""));
+    EXPECT_THAT(Refusal({"query", m_Store, "PartNumber"}, ExitCode::Usage), HasSubstr("NAME=VALUE"));
+    EXPECT_THAT(Refusal({"expand", m_Store, "nut", "--relation", "PartPart:up"}, ExitCode::Usage),
+                HasSubstr("left or right"));
+    EXPECT_THAT(Refusal({"import", m_Store, m_Folder + "/missing.xml"}, ExitCode::BadInput),
+                HasSubstr("does not exist"));
+    std::ofstream(m_Folder + "/bad.xml") << "<answer>";
+    EXPECT_THAT(Refusal({"import", m_Store, m_Folder + "/bad.xml"}, ExitCode::BadInput), HasSubstr("bad.xml"));
+    // An answer that cannot be had leaves no file.
+    Refusal({"expand", m_Store, "nobody", "-o", m_Folder + "/answer.xml"}, ExitCode::Failure);
+    EXPECT_FALSE(fs::exists(m_Folder + "/answer.xml"));
+    EXPECT_FALSE(fs::exists(m_Folder + "/answer.xml.new"));
+}
+
+TEST_F(StoreCommand, ACheckThatFindsFaultsFails)
+{
+    MakeExample();
+    Run({"checkout", m_Store, "CATPartFile/rod"});
+    Run({"checkin", m_Store, "CATPartFile/rod", "--file", QTB_SOURCE_DIR "/README.md"});
+    fs::remove_all(m_Store + ".files");
+    EXPECT_THAT(Run({"check", m_Store}, 1), HasSubstr("cannot be read"));
+}
+
+} // namespace

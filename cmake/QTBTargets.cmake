@@ -26,6 +26,10 @@ if(QTB_SANITIZE)
   target_compile_options(qtb_options INTERFACE -fsanitize=${QTB_SANITIZE} -fno-sanitize-recover=all
                                                -fno-omit-frame-pointer)
   target_link_options(qtb_options INTERFACE -fsanitize=${QTB_SANITIZE})
+  if(CMAKE_CXX_COMPILER_ID STREQUAL "GNU")
+    # Instrumented code of the standard library looks uninitialized to this compiler.
+    target_compile_options(qtb_options INTERFACE -Wno-maybe-uninitialized)
+  endif()
 endif()
 
 # qtb_add_library(NAME FOLDERS folder... [LINK target...] [PRIVATE_LINK target...] [PUBLIC_HEADERS header...])

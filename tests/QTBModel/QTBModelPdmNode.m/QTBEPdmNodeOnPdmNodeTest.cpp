@@ -304,6 +304,18 @@ TEST_F(PdmNodeOperations, ThePdmKeyIsTheSchemasKeyAttribute)
     EXPECT_EQ(spOther->GetPdmKeyHash(), HashOf("47\xC3\xA4"));
 }
 
+TEST_F(PdmNodeOperations, ThePdmKeyIsWhatADataSourceShowsButNotTheFirstOfAList)
+{
+    QTBLoadEditedSchema({{"key=\"Key\"", "key=\"State\""}});
+    const QTBIPdmNode_var spIPdmNode = CreateObject("K1", "<o>" + Attribute("State", "30") + "</o>");
+    EXPECT_THAT(spIPdmNode->SetPdmKey(), Succeeds());
+    EXPECT_EQ(spIPdmNode->GetPdmKey(), "Released");
+    EXPECT_EQ(spIPdmNode->GetPdmKeyHash(), HashOf("Released"));
+    const QTBIPdmNode_var spOther = CreateObject("K2", R"(<o><a name="State" type="list"><v>30</v></a></o>)");
+    EXPECT_THAT(spOther->SetPdmKey(), FailsWithMessage("AttributeNotDefinedERR_2001"));
+    EXPECT_TRUE(spOther->GetPdmKey().IsEmpty());
+}
+
 TEST_F(PdmNodeOperations, ASecondPdmKeyIsFoldedIntoTheHashOfTheFirst)
 {
     const QTBIPdmNode_var spIPdmNode = CreateObject("K1", "<o>" + Attribute("Key", "P1") + "</o>");

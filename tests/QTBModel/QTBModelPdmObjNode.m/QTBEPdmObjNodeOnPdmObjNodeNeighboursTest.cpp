@@ -374,6 +374,8 @@ TEST_P(PdmObjNodeNeighbours, NeedRelations)
     CATListValCATBaseUnknown_var rels;
     CATListValCATBaseUnknown_var objs;
     const auto ask = [&](unsigned char bSubclasses) {
+        rels.Append(spBare);
+        objs.Append(spBare);
         return DiagnosisOf([&] {
             return (spBare.Get()->*GetParam().getNodes)("PartPart", &rels, &objs, ALL_NODES, bSubclasses, nullptr,
                                                         FALSE);
@@ -381,7 +383,9 @@ TEST_P(PdmObjNodeNeighbours, NeedRelations)
     };
     EXPECT_THAT(ask(FALSE),
                 ElementsAre(Handle("spINodeRelationsOnThis"), Call(Operation("NodesWithoutParentClasses"))));
+    EXPECT_EQ(rels.Size() + objs.Size(), 0) << "emptied first";
     EXPECT_THAT(ask(TRUE), ElementsAre(Handle("spINodeRelationsOnThis")));
+    EXPECT_EQ(rels.Size() + objs.Size(), 0);
 }
 
 TEST_P(PdmObjNodeNeighbours, ThatAreNoRelationsAreRefusedWhereTheirClassIsAskedFor)

@@ -162,6 +162,17 @@ TEST_F(PdmObjNode, HasTheClassOfItsClassAttribute)
     EXPECT_EQ(usName, "Class");
 }
 
+TEST_F(PdmObjNode, HasTheClassThatADataSourceShowsButNotTheFirstOfAList)
+{
+    QTBLoadEditedSchema({{"class=\"Class\"", "class=\"State\""}});
+    EXPECT_EQ(ClassOf(CreateObject("A", "<o>" + Attribute("State", "30") + "</o>")), "Released");
+    CATUnicodeString usClass("before");
+    EXPECT_THAT(
+        CreateObject("B", R"(<o><a name="State" type="list"><v>30</v></a></o>)")->GetClassAttr(&usClass, nullptr),
+        FailsWithMessage("AttributeNotDefinedERR_2001"));
+    EXPECT_EQ(usClass, "before");
+}
+
 TEST_F(PdmObjNode, HasTheRelevantBaseClassBeforeItsOwn)
 {
     Update(Object("SpecialPart", "A", Info({{"QtbRelevantBaseClass", "Part"}})) +
@@ -366,13 +377,19 @@ TEST_F(PdmObjNode, LosesRelationNodesThatGoBySeveralNames)
 
 TEST_F(PdmObjNode, HandsBothFlagsOnWhenItLosesItsRelationNodes)
 {
-    Update(Part("X") + Part("A") + PartPart("XA", "X", "A"));
-    const QTBFakeRepTree tree;
-    tree.CreateRepNode("XA-Rep-1", FindNode("XA"), tree.CreateContainer("window", true));
-    EXPECT_THAT(ObjNode("X")->RemoveAllAdjacentPdmRelNodes(TRUE, TRUE), Succeeds());
-    EXPECT_THAT(QTBFakeRepTree::Calls(), Contains("window.RecursiveRemoveRepTree(XA-Rep-1, inform)"));
-    EXPECT_THAT(AllKeys(), ElementsAre("A", "X", "XA")) << "kept in the store";
-    EXPECT_THAT(RightKeys("XA", "PdmToRep"), IsEmpty());
+    for (const unsigned char bKeep : {FALSE, TRUE}) {
+        for (const unsigned char bInform : {FALSE, TRUE}) {
+            Update(Part("X") + Part("A") + PartPart("XA", "X", "A"));
+            const QTBFakeRepTree tree;
+            tree.CreateRepNode("XA-Rep-1", FindNode("XA"), tree.CreateContainer("window", true));
+            EXPECT_THAT(ObjNode("X")->RemoveAllAdjacentPdmRelNodes(bKeep, bInform), Succeeds());
+            EXPECT_THAT(QTBFakeRepTree::Calls(),
+                        Contains(bInform != FALSE ? "window.RecursiveRemoveRepTree(XA-Rep-1, inform)"
+                                                  : "window.RecursiveRemoveRepTree(XA-Rep-1)"));
+            EXPECT_EQ(FindNode("XA") != NULL_var, bKeep != FALSE) << "kept in the store";
+            EXPECT_THAT(Adjacent("X", 2), IsEmpty());
+        }
+    }
 }
 
 TEST_F(PdmObjNode, WhatKeepsItFromLosingItsRelationNodesIsNamed)

@@ -183,9 +183,11 @@ struct SchemaAttribute
     std::string name;
     std::string value;
     HRESULT (QTBIPdmRelNode::*get)(CATUnicodeString*, CATUnicodeString*);
-    // How the schema file names it, and by another name.
-    std::string inSchema;
-    std::string otherInSchema;
+    // The XML attribute of the schema file that names it.
+    std::string xmlName;
+
+    // How it stands in a schema file under that name.
+    std::string InSchema(const std::string& attributeName) const { return xmlName + "=\"" + attributeName + "\""; }
 
     friend std::ostream& operator<<(std::ostream& stream, const SchemaAttribute& attribute)
     {
@@ -195,15 +197,15 @@ struct SchemaAttribute
 
 const SchemaAttribute SCHEMA_ATTRIBUTES[] = {
     {"GetRelationAttr", "QTBSchemaUtil::GetRelationAttr", "Relation", "PartPart", &QTBIPdmRelNode::GetRelationAttr,
-     "relation=\"Relation\"", "relation=\"Other\""},
+     "relation"},
     {"GetLeftRelationshipAttr", "QTBSchemaUtil::GetGetLeftRelationshipAttr", "Left", "A",
-     &QTBIPdmRelNode::GetLeftRelationshipAttr, "left=\"Left\"", "left=\"Other\""},
+     &QTBIPdmRelNode::GetLeftRelationshipAttr, "left"},
     {"GetRightRelationshipAttr", "QTBSchemaUtil::GetGetRightRelationshipAttr", "Right", "B",
-     &QTBIPdmRelNode::GetRightRelationshipAttr, "right=\"Right\"", "right=\"Other\""},
+     &QTBIPdmRelNode::GetRightRelationshipAttr, "right"},
     {"GetLeftRelationClassAttr", "QTBSchemaUtil::GetLeftRelationClassAttribute", "Class1", "Part",
-     &QTBIPdmRelNode::GetLeftRelationClassAttr, "leftClass=\"Class1\"", "leftClass=\"Other\""},
+     &QTBIPdmRelNode::GetLeftRelationClassAttr, "leftClass"},
     {"GetRightRelationClassAttr", "QTBSchemaUtil::GetRightRelationClassAttribute", "Class2", "Part",
-     &QTBIPdmRelNode::GetRightRelationClassAttr, "rightClass=\"Class2\"", "rightClass=\"Other\""}};
+     &QTBIPdmRelNode::GetRightRelationClassAttr, "rightClass"}};
 
 class PdmRelNodeAttribute : public PdmRelNode, public ::testing::WithParamInterface<SchemaAttribute>
 {
@@ -248,11 +250,21 @@ TEST_P(PdmRelNodeAttribute, IsReadAnewEachTime)
     EXPECT_EQ(usValue, "changed");
 
     EXPECT_THAT(QTBINodeAttributes_var(m_spRelation)->AddStringAttributeValue("Other", "other value"), Succeeds());
-    QTBLoadEditedSchema({{GetParam().inSchema, GetParam().otherInSchema}});
+    QTBLoadEditedSchema({{GetParam().InSchema(GetParam().name), GetParam().InSchema("Other")}});
     CATUnicodeString usName;
     EXPECT_THAT(Get(m_spRelation, &usValue, &usName), Succeeds());
     EXPECT_EQ(usValue, "other value");
     EXPECT_EQ(usName, "Other");
+}
+
+TEST_P(PdmRelNodeAttribute, IsGivenAsADataSourceShowsItButNotAsTheFirstOfAList)
+{
+    QTBLoadEditedSchema({{GetParam().InSchema(GetParam().name), GetParam().InSchema("State")}});
+    CATUnicodeString usValue;
+    EXPECT_THAT(Get(CreateRelation("<r>" + Attribute("State", "30") + "</r>"), &usValue), Succeeds());
+    EXPECT_EQ(usValue, "Released");
+    EXPECT_THAT(Get(CreateRelation(R"(<r><a name="State" type="list"><v>30</v></a></r>)"), &usValue),
+                FailsWithMessage("AttributeNotDefinedERR_2001"));
 }
 
 TEST_P(PdmRelNodeAttribute, FailsWhenTheRecordLacksItButIsNamedAllTheSame)

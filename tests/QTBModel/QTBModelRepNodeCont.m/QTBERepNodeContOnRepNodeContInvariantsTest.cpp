@@ -18,9 +18,9 @@ using Nodes = CATListValCATBaseUnknown_var;
 class RepTreeInvariants : public QTBRepTreeSession, public ::testing::WithParamInterface<unsigned int>
 {
 protected:
-    static constexpr int STEPS = 150;
-    static constexpr int PARTS_COUNT = 7;
-    static constexpr int RELATIONS_COUNT = 9;
+    static constexpr int STEPS = 250;
+    static constexpr int PARTS_COUNT = 9;
+    static constexpr int RELATIONS_COUNT = 13;
 
     void SetUp() override
     {
@@ -87,50 +87,59 @@ protected:
         auto bOneLevel = static_cast<unsigned char>(Chance(80) ? TRUE : FALSE);
         auto bRecursive = static_cast<unsigned char>(Random(2));
         unsigned char bTrue = TRUE;
-        switch (Random(9)) {
-        case 0:
+        enum Action { READ, SET_MODES, SHOW, EXPAND, FOLD, REMOVE, PRUNE, REMOVE_PDM_NODE };
+        // How often each happens, in percent.
+        std::discrete_distribution<int> actions({17, 7, 15, 38, 6, 4, 7, 6});
+        switch (actions(m_Random)) {
+        case READ:
             ReadAnswer();
             break;
-        case 1: {
-            Consider(static_cast<NodesToRetrieve>(Random(3)));
+        case SET_MODES: {
+            Consider(Chance(50) ? ALL_NODES : static_cast<NodesToRetrieve>(Random(3)));
             auto mode = static_cast<RepChildRelationsToUpdate>(Random(2));
             EXPECT_THAT(m_spCont->SetRepChildRelationsToUpdate(&mode), Succeeds());
             break;
         }
-        case 2:
+        case SHOW:
             if (const CATBaseUnknown_var spPart = FindNode(PartKey(Random(PARTS_COUNT)).c_str()); spPart != NULL_var) {
                 EXPECT_THAT(m_spCont->UpdateRepTrees(spPart, AnyRelations(), &bOneLevel, nullptr, nullptr, &bTrue),
                             Succeeds());
             }
             break;
-        case 3:
-        case 4:
+        case EXPAND:
             if (spIRepNode != NULL_var) {
                 EXPECT_THAT(Expand(spIRepNode, AnyRelations(), bOneLevel), Succeeds());
             }
             break;
-        case 5:
+        case FOLD:
             if (QTBIRepNode_var spFolded = spIRepNode; spFolded != NULL_var) {
                 EXPECT_THAT(m_spCont->DeExpand(&spFolded), Succeeds());
             }
             break;
-        case 6:
+        case REMOVE:
             // An object alone would leave its relation without one.
             if (spIRepNode != NULL_var && (IsRelation(spIRepNode) || ParentsOf(spIRepNode).Size() == 0)) {
                 EXPECT_THAT(Remove(spIRepNode), Succeeds());
             }
             break;
-        case 7:
+        case PRUNE:
             if (spIRepNode != NULL_var && !IsRelation(spIRepNode)) {
                 EXPECT_THAT(spIRepNode->MarkChildrenForRemoval(Relations({PARTS, USED_IN}), &bRecursive), Succeeds());
+                if (Chance(50)) {
+                    ReadAnswer();
+                }
                 EXPECT_THAT(spIRepNode->CleanUpChildren(&bRecursive), Succeeds());
             }
             break;
-        default:
-            const std::string key = Chance(50) ? PartKey(Random(PARTS_COUNT)) : RelationKey(Random(RELATIONS_COUNT));
+        case REMOVE_PDM_NODE: {
+            const std::string key = Chance(30) ? PartKey(Random(PARTS_COUNT)) : RelationKey(Random(RELATIONS_COUNT));
             if (FindNode(key.c_str()) != NULL_var) {
                 RemovePdmNode(key.c_str());
             }
+            break;
+        }
+        default:
+            ADD_FAILURE() << "no such action";
         }
     }
 

@@ -237,9 +237,11 @@ TEST_F(InfoUtil, ANodeThatCannotHoldAnActionIndexIsNotStamped)
 TEST_F(InfoUtil, AStampedNodeIsKnownToTheLoadManager)
 {
     const QTBIPdmNode_var spPart = PartWith({}, Attribute("PartNumber", "P-1"));
+    QTBIPdmNode_var spFound;
+    EXPECT_THAT(g_QTBLoadManager.GetPdmPartForPartNumber("P-1", &spFound), Succeeds());
+    EXPECT_TRUE(FAILED(g_QTBLoadManager.GetPdmPartForPartNumber("P-2", &spFound)));
     EXPECT_THAT(QTBINodeAttributes_var(spPart)->SetStringAttributeValue("PartNumber", "P-2"), Succeeds());
     EXPECT_THAT(SetActionIndex(spPart, 7), Succeeds());
-    QTBIPdmNode_var spFound;
     EXPECT_THAT(g_QTBLoadManager.GetPdmPartForPartNumber("P-2", &spFound), Succeeds());
     EXPECT_TRUE(spFound == spPart);
 }

@@ -227,7 +227,7 @@ public:
     {
         const CATUnicodeString usXml = MakeAttributesXml(m_Options.attributes);
         Change([this, &usXml](QTBPdmStore& store, const QTBPdmStore::Receiver& receiver) {
-            return store.UpdateAttributes(m_Options.keys.front().c_str(), usXml, receiver);
+            return store.UpdateAttributes(m_Options.key.c_str(), usXml, receiver);
         });
     }
 
@@ -362,6 +362,8 @@ private:
                              ExitCode::Failure, "store");
         CATIDOMDocument_var spAnswer;
         HostSession::Require(QTBXmlUtil::GetTrustedDomDocument(answer, &spAnswer), ExitCode::Failure, "answer");
+        // The graph drops relations whose objects it does not hold.
+        const std::string relations = DescribeRelations(spAnswer);
         CATListValCATBaseUnknown_var objects;
         HostSession::Require(m_Session.GetPdmNodeCont()->UpdatePdmGraph(spAnswer, &objects, nullptr), ExitCode::Failure,
                              "PDM graph");
@@ -371,7 +373,7 @@ private:
             HostSession::Require(spIPdmNode->GetDescriptionString(&usDescription), ExitCode::Failure, "PDM graph");
             fmt::print("{}: {}{}\n", spIPdmNode->GetPdmKey().View(), usDescription.View(), GetStateText(spObject));
         }
-        PrintRelations(spAnswer);
+        fmt::print("{}", relations);
         for (const char* tag : {"objectToDelete", "relationToDelete"}) {
             ForEach(spAnswer, tag,
                     [](const CATDOMElementView& element) { fmt::print("{}: deleted\n", element.GetText().View()); });
@@ -402,15 +404,17 @@ private:
         return CATUnicodeString();
     }
 
-    static void PrintRelations(const CATIDOMDocument_var& spAnswer)
+    static std::string DescribeRelations(const CATIDOMDocument_var& spAnswer)
     {
         QTBSchema* pSchema = nullptr;
         HostSession::Require(QTBSchemaUtil::GetCurrentSchemaPtr(&pSchema), ExitCode::Failure, "schema");
-        ForEach(spAnswer, "r", [pSchema](const CATDOMElementView& item) {
-            fmt::print("{}: {} -> {}\n", GetAttribute(item, pSchema->GetKeyAttr()).View(),
-                       GetAttribute(item, pSchema->GetLeftRelationshipAttr()).View(),
-                       GetAttribute(item, pSchema->GetRightRelationshipAttr()).View());
+        std::string text;
+        ForEach(spAnswer, "r", [pSchema, &text](const CATDOMElementView& item) {
+            text += fmt::format("{}: {} -> {}\n", GetAttribute(item, pSchema->GetKeyAttr()).View(),
+                                GetAttribute(item, pSchema->GetLeftRelationshipAttr()).View(),
+                                GetAttribute(item, pSchema->GetRightRelationshipAttr()).View());
         });
+        return text;
     }
 
     // Version and state of an object that has them.
@@ -546,7 +550,7 @@ docs/store.md says who may do what. Exit codes: 0 done, 1 refused, 2 wrong comma
     AddKeys(*AddCommand(*pStore, options, "revise", "Make new versions of objects"), options);
 
     CLI::App* pUpdate = AddCommand(*pStore, options, "update", "Change attributes of an item");
-    pUpdate->add_option("key", options.keys, "PDM key")->required()->expected(1)->type_name("KEY");
+    pUpdate->add_option("key", options.key, "PDM key")->required()->type_name("KEY");
     pUpdate->add_option("attributes", options.attributes, "new values")->required()->type_name("NAME=VALUE");
 
     CLI::App* pRelate = AddCommand(*pStore, options, "relate", "Make a relation between two objects");

@@ -17,6 +17,7 @@ struct StoreOptions
 
     std::vector<std::string> inputs; // answers and STEP files to import
     std::vector<std::string> keys;
+    std::string key;
     std::vector<std::string> attributes; // NAME=VALUE: conditions of a query, values of an item
     std::string className;
     std::vector<std::string> relations; // NAME, NAME:right or NAME:left; empty for all, to the right

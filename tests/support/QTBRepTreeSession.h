@@ -131,8 +131,8 @@ protected:
     // Takes the link between a rep node and its PDM node away.
     static void Unlink(const QTBIRepNode_var& spIRepNode)
     {
-        const CATListValCATBaseUnknown_var pdmNodes = Neighbours(spIRepNode, &QTBINodeRelations::GetLeftNodeList,
-                                                                 "PdmToRep");
+        const CATListValCATBaseUnknown_var pdmNodes =
+            Neighbours(spIRepNode, &QTBINodeRelations::GetLeftNodeList, "PdmToRep");
         ASSERT_EQ(pdmNodes.Size(), 1);
         EXPECT_THAT(QTBINodeRelations_var(spIRepNode)->RemoveLeftNode("PdmToRep", pdmNodes[1]), Succeeds());
     }
@@ -296,11 +296,11 @@ private:
         return pTie != nullptr ? pTie->Target() : nullptr;
     }
 
-    static CATListValCATBaseUnknown_var
-    Neighbours(const CATBaseUnknown_var& spNode,
-               HRESULT (QTBINodeRelations::*getNodes)(const CATUnicodeString&, CATListValCATBaseUnknown_var*,
-                                                      const NodesToRetrieve&),
-               const char* relationName)
+    static CATListValCATBaseUnknown_var Neighbours(const CATBaseUnknown_var& spNode,
+                                                   HRESULT (QTBINodeRelations::*getNodes)(const CATUnicodeString&,
+                                                                                          CATListValCATBaseUnknown_var*,
+                                                                                          const NodesToRetrieve&),
+                                                   const char* relationName)
     {
         CATListValCATBaseUnknown_var nodes;
         const QTBINodeRelations_var spINodeRelations(spNode);

@@ -15,11 +15,9 @@ class QTBReplacedExtension
 {
 public:
     QTBReplacedExtension(const char* lateType, CATMetaClass* pInterface, CATInterfaceObjectFactory factory)
-        : m_pReplacement(fct_RetrieveMetaObject((std::string("Replacement/") + lateType + "/" +
-                                                 pInterface->GetName())
-                                                    .c_str(),
-                                                static_cast<int>(CATClassKind::DataExtension),
-                                                CATBaseUnknown::MetaObject(), lateType, "External", 0)),
+        : m_pReplacement(fct_RetrieveMetaObject(
+              (std::string("Replacement/") + lateType + "/" + pInterface->GetName()).c_str(),
+              static_cast<int>(CATClassKind::DataExtension), CATBaseUnknown::MetaObject(), lateType, "External", 0)),
           m_pInterface(pInterface)
     {
         for (const CATLateType::Registration* pRegistration : CATLateType::Find(lateType)->GetOwnRegistrations()) {

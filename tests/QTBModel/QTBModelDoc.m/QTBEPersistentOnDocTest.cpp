@@ -3,8 +3,8 @@
 #include <gmock/gmock.h>
 
 #include "CATApplicationFrame.h"
-#include "CATDlgNotice.h"
 #include "CATCommand.h"
+#include "CATDlgNotice.h"
 #include "CATDocument.h"
 #include "CATFrmEditor.h"
 #include "CATFrmWindow.h"

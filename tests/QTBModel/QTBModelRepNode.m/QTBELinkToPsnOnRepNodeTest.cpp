@@ -192,6 +192,24 @@ TEST_F(PathToRootPart, IsMissedQuietlyWhenSomethingElseThanPartsIsAbove)
     EXPECT_TRUE(Diagnosis(Create(Create(CreateRoot("D"), "AB"), "B")).empty());
 }
 
+TEST_F(PathToRootPart, ChecksTheFile)
+{
+    Update(Object("CATPartFile", "WithoutName") + Object("CMIArchiveFile", "WithoutRoot"));
+    CATUnicodeString usFileName;
+    const auto diagnosis = [&](const QTBIRepNode_var& spIRepNode) {
+        return DiagnosisOf([&] { return TryPath(spIRepNode, nullptr, &usFileName); });
+    };
+    EXPECT_THAT(diagnosis(CreateRoot("WithoutName")), ElementsAre(Call("QTBFileUtil::GetFileName")));
+    EXPECT_THAT(diagnosis(CreateRoot("WithoutRoot")), ElementsAre(Call("QTBArchiveUtil::GetRootFileName")));
+    {
+        const QTBFault fault("GetPdmNode", f, 3);
+        EXPECT_THAT(diagnosis(f), ElementsAre(Call("spIRepNode->GetPdmNode")));
+    }
+    // The class is asked for to tell a part, then a file.
+    const QTBFault fault("GetClassAttr", FindNode("F"), 2);
+    EXPECT_THAT(diagnosis(f), ElementsAre(Call("QTBPdmGraphUtil::GetCatiaFileNodeInformation")));
+}
+
 TEST_F(PathToRootPart, ChecksWhatItNeeds)
 {
     EXPECT_THAT(QTBILinkToPsn_var(c)->GetPathToRootPartInstanceInfo(nullptr, nullptr, nullptr),
@@ -201,6 +219,10 @@ TEST_F(PathToRootPart, ChecksWhatItNeeds)
     {
         const QTBFault fault("GetClassAttr", FindNode("A"));
         EXPECT_THAT(Diagnosis(a), ElementsAre(Call("QTBRepTreeUtil::RepresentsPdmPartNode")));
+    }
+    {
+        const QTBFault fault("GetDirectChildren", bc);
+        EXPECT_THAT(Diagnosis(bc), ElementsAre(Call("spIRepNode->GetDirectChildren")));
     }
     {
         const QTBFault fault("GetPdmNode", ab, 1);

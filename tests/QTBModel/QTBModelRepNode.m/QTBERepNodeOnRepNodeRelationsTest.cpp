@@ -117,11 +117,9 @@ TEST_F(RepNodeRelations, AreReplacedByASingleOne)
 TEST_F(RepNodeRelations, OfAnObjectWithTwoAreNoSingleOne)
 {
     QTBNodeRelationInfo info;
-    EXPECT_THAT(a->GetSinglePdmRelationToBeDisplayed(&info),
-                FailsAssertion("m_PdmRelationsToBeDisplayed.Size() == 1"));
+    EXPECT_THAT(a->GetSinglePdmRelationToBeDisplayed(&info), FailsAssertion("m_PdmRelationsToBeDisplayed.Size() == 1"));
     EXPECT_THAT(a->SetPdmRelationsToBeDisplayed(Relations({FILES, PARTS})), Succeeds());
-    EXPECT_THAT(a->GetSinglePdmRelationToBeDisplayed(&info),
-                FailsAssertion("m_PdmRelationsToBeDisplayed.Size() == 1"));
+    EXPECT_THAT(a->GetSinglePdmRelationToBeDisplayed(&info), FailsAssertion("m_PdmRelationsToBeDisplayed.Size() == 1"));
     EXPECT_THAT(ab->GetSinglePdmRelationToBeDisplayed(nullptr), FailsAssertion("pNodeRelationInfo != NULL"));
 }
 
@@ -166,8 +164,7 @@ TEST_F(RepNodeRelations, AreAddedOnlyWhenThePdmObjectHasThemOnThatSide)
 TEST_F(RepNodeRelations, MatchSubclassesOfTheirRelation)
 {
     Update(Part("E") + Object("StandardPart", "S") +
-           Relation("StandardPartUsage", "ES", "E", "S",
-                                      "<parentClasses><class>PartPart</class></parentClasses>"));
+           Relation("StandardPartUsage", "ES", "E", "S", "<parentClasses><class>PartPart</class></parentClasses>"));
     const QTBIRepNode_var e = CreateRoot("E");
     EXPECT_EQ(Check(e, PARTS), TRUE);
     EXPECT_EQ(Check(e, QTBNodeRelationInfo("StandardPartUsage", usLEFT_TO_RIGHT)), TRUE);
@@ -240,8 +237,7 @@ TEST_F(RepNodeRelations, AreRemovedFirstOneFirst)
     EXPECT_TRUE(Displayed(a) == Relations({FILES, PARTS}));
     const DebugCapture capture;
     EXPECT_THAT(a->RemovePdmRelationToBeDisplayed(USED_IN), Succeeds());
-    EXPECT_THAT(capture.Lines(),
-                ElementsAre("QTBERepNodeOnRepNode::RemovePdmRelationToBeDisplayed -> Index == 0 !"));
+    EXPECT_THAT(capture.Lines(), ElementsAre("QTBERepNodeOnRepNode::RemovePdmRelationToBeDisplayed -> Index == 0 !"));
     EXPECT_TRUE(Displayed(a) == Relations({FILES, PARTS}));
 }
 
@@ -431,9 +427,8 @@ TEST_F(ChildCleanUp, ChecksWhatItNeeds)
     }
     {
         const QTBFault fault("GetPdmNodeActionIndex", ad);
-        EXPECT_THAT(DiagnosisOfCleanUp(a, FALSE),
-                    ElementsAre(Call("spIRepNodeOnChildNode->GetPdmNodeActionIndex"),
-                                Call("ChildRepNodeInfoList[i].GetChildRepNodes")));
+        EXPECT_THAT(DiagnosisOfCleanUp(a, FALSE), ElementsAre(Call("spIRepNodeOnChildNode->GetPdmNodeActionIndex"),
+                                                              Call("ChildRepNodeInfoList[i].GetChildRepNodes")));
     }
     {
         const QTBFault fault("GetMarkForRemoval", ad);
@@ -459,8 +454,7 @@ TEST_F(ChildCleanUp, ChecksTheAlternationToGoBelow)
     SetActionIndex("BC", 10);
     {
         const QTBFault fault("SetMarkForRemoval", ab);
-        EXPECT_THAT(DiagnosisOfCleanUp(a, FALSE),
-                    ElementsAre(Call("spIRepNodeOnCurrentChildNode->SetMarkForRemoval")));
+        EXPECT_THAT(DiagnosisOfCleanUp(a, FALSE), ElementsAre(Call("spIRepNodeOnCurrentChildNode->SetMarkForRemoval")));
     }
     {
         const QTBFault fault("RepresentsPdmRelNode", ab);
@@ -544,10 +538,9 @@ TEST_F(ChildGroups, CheckWhatTheyNeed)
                 LacksInterface("spIRepNodeOnDirectChild"));
     children.RemoveAll();
     children.Append(CATBaseUnknown_var(a));
-    EXPECT_THAT(
-        DiagnosisOf([&] { return Extension(a)->GetChildRepNodeInfo(children, Relations({PARTS}), &groups); }),
-        ElementsAre(Assertion("m_PdmRelationsToBeDisplayed.Size() == 1"),
-                    Call("spIRepNodeOnDirectChild->GetSinglePdmRelationToBeDisplayed")));
+    EXPECT_THAT(DiagnosisOf([&] { return Extension(a)->GetChildRepNodeInfo(children, Relations({PARTS}), &groups); }),
+                ElementsAre(Assertion("m_PdmRelationsToBeDisplayed.Size() == 1"),
+                            Call("spIRepNodeOnDirectChild->GetSinglePdmRelationToBeDisplayed")));
 }
 
 } // namespace

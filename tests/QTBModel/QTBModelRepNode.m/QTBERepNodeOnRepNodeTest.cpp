@@ -369,11 +369,11 @@ protected:
     void SetUp() override
     {
         RepNode::SetUp();
-        Update(Part("P", Attribute("State", "10")) + Object("StandardPart", "S", Attribute("State", "20")) +
-               PartPart("AP", "A", "P", Attribute("InstanceName", "first")) +
-               Relation("StandardPartUsage", "AS", "A", "S",
-                        Attribute("InstanceName", "second") +
-                            "<parentClasses><class>PartPart</class></parentClasses>"));
+        Update(
+            Part("P", Attribute("State", "10")) + Object("StandardPart", "S", Attribute("State", "20")) +
+            PartPart("AP", "A", "P", Attribute("InstanceName", "first")) +
+            Relation("StandardPartUsage", "AS", "A", "S",
+                     Attribute("InstanceName", "second") + "<parentClasses><class>PartPart</class></parentClasses>"));
         Create(Create(a, "AP"), "P");
         Create(Create(a, "AS"), "S");
     }
@@ -498,10 +498,9 @@ TEST_F(RepNode, ReportsAFailureBelowThroughEveryLevel)
     }
     {
         const QTBFault fault("GetRightNodeList", b);
-        EXPECT_THAT(diagnosis(),
-                    ElementsAre(Call("spINodeRelationsOnThis->GetRightNodeList"), Call("GetDirectChildren"),
-                                Call("spIRepNodeOnDirectChild->GetAllChildren"),
-                                Call("spIRepNodeOnDirectChild->GetAllChildren")));
+        EXPECT_THAT(diagnosis(), ElementsAre(Call("spINodeRelationsOnThis->GetRightNodeList"),
+                                             Call("GetDirectChildren"), Call("spIRepNodeOnDirectChild->GetAllChildren"),
+                                             Call("spIRepNodeOnDirectChild->GetAllChildren")));
     }
     const CATBaseUnknown_var spNoRepNode = CreateLoose("QTBNode");
     LinkBelow(b, spNoRepNode);
@@ -560,8 +559,7 @@ TEST_F(RepNode, ChecksItsLinkToThePdmNode)
                 LacksInterface("spINodeRelationsOnThis"));
     {
         const QTBFault fault("GetLeftNodeList", b);
-        EXPECT_THAT(b->GetPdmNode(&spIPdmNode, FALSE, nullptr),
-                    FailsCall("spINodeRelationsOnThis->GetLeftNodeList"));
+        EXPECT_THAT(b->GetPdmNode(&spIPdmNode, FALSE, nullptr), FailsCall("spINodeRelationsOnThis->GetLeftNodeList"));
     }
     EXPECT_THAT(QTBINodeRelations_var(FindNode("C"))->AddRightNode("PdmToRep", b, 1, TRUE), Succeeds());
     EXPECT_THAT(b->GetPdmNode(&spIPdmNode, FALSE, nullptr), FailsAssertion("Size <= 1"));
@@ -825,9 +823,9 @@ TEST_F(RepNode, ShowsItsOwnKeyWhenItsPdmNodeVanished)
     Unlink(b);
     const DebugCapture capture;
     EXPECT_EQ(DisplayString(b), KeyOf(b) + ": PDM node not found!");
-    EXPECT_THAT(capture.Lines(),
-                ElementsAre(
-                    "QTBERepNodeOnRepNode::GetDisplayString -> GetPdmNode not successful -> no display string"));
+    EXPECT_THAT(
+        capture.Lines(),
+        ElementsAre("QTBERepNodeOnRepNode::GetDisplayString -> GetPdmNode not successful -> no display string"));
 }
 
 TEST_F(RepNode, ChecksWhatItNeedsForItsDisplayString)

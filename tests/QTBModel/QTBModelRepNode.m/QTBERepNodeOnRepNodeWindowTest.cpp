@@ -312,11 +312,10 @@ TEST_F(RepNodeDebugInfo, IsPrintedLineByLine)
     EXPECT_THAT(AddInfo(b, "some text", FALSE), Succeeds());
     EXPECT_THAT(AddInfo(b, "more text", FALSE), Succeeds());
     EXPECT_THAT(b->AddPdmNodeKeyForDebug("B"), Succeeds());
-    EXPECT_THAT(Lines(b),
-                ElementsAre("", "Debug Info for Rep Node:[" + KeyOf(b) + "]", "Attributes:", "1: \tfirst:1",
-                            "2: \tsecond:", "Debug Info Strings:", "1: some text", "2: more text",
-                            "Searching Rep Node in Rep Container: found",
-                            "Searching PDM Node in PDM Container: found", ""));
+    EXPECT_THAT(Lines(b), ElementsAre("", "Debug Info for Rep Node:[" + KeyOf(b) + "]", "Attributes:", "1: \tfirst:1",
+                                      "2: \tsecond:", "Debug Info Strings:", "1: some text", "2: more text",
+                                      "Searching Rep Node in Rep Container: found",
+                                      "Searching PDM Node in PDM Container: found", ""));
 }
 
 TEST_F(RepNodeDebugInfo, TellsWhatIsNotFound)

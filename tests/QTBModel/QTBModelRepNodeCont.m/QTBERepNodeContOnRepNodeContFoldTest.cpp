@@ -24,9 +24,9 @@ protected:
     {
         QTBFaultyRepTreeSession::SetUp();
         QTBGlobVarsUtil::SetAddNewNodeRelationsAt(QTB_PLACE_TO_ADD_END);
-        Update(Part("A", Attribute("PartNumber", "4711")) + Part("B") + Part("C") + Part("D") + Object("CATPartFile", "F") +
-               Relation("PartFile", "AF", "A", "F") + PartPart("AD", "A", "D") + PartPart("BC", "B", "C") +
-               PartPart("AB", "A", "B"));
+        Update(Part("A", Attribute("PartNumber", "4711")) + Part("B") + Part("C") + Part("D") +
+               Object("CATPartFile", "F") + Relation("PartFile", "AF", "A", "F") + PartPart("AD", "A", "D") +
+               PartPart("BC", "B", "C") + PartPart("AB", "A", "B"));
         Consider(ALL_NODES);
         a = CreateRoot("A");
         EXPECT_THAT(Expand(a, Relations({PARTS, FILES})), Succeeds());
@@ -153,8 +153,8 @@ TEST_F(RepTreeFolding, ChecksTheRelationToFold)
     }
     {
         const QTBFault fault("RepresentsPdmRelNode", ab);
-        EXPECT_THAT(Diagnosis(ab), ElementsAre(Call("spIRepNodeOnRelationNode->RepresentsPdmRelNode"),
-                                               Call("DeExpandRelationNode")));
+        EXPECT_THAT(Diagnosis(ab),
+                    ElementsAre(Call("spIRepNodeOnRelationNode->RepresentsPdmRelNode"), Call("DeExpandRelationNode")));
     }
     {
         const QTBFault fault("GetSinglePdmRelationToBeDisplayed", ab);

@@ -223,9 +223,9 @@ TEST_F(RepTreeRemovalInWindow, CleanupChecksItsSteps)
     EXPECT_THAT(Remove(a), Succeeds());
     {
         const QTBFault fault("RemoveRepNodeContainer");
-        EXPECT_THAT(DiagnosisOf([&] { return m_spCont->Cleanup(); }),
-                    ElementsAre(Call("m_spIPdmNodeCont->RemoveRepNodeContainer"),
-                                Call("RemoveLinkToGlobalPdmNodeContainer")));
+        EXPECT_THAT(
+            DiagnosisOf([&] { return m_spCont->Cleanup(); }),
+            ElementsAre(Call("m_spIPdmNodeCont->RemoveRepNodeContainer"), Call("RemoveLinkToGlobalPdmNodeContainer")));
     }
     const QTBIRepNode_var spWithoutPdmNode = CreateRoot("C");
     Unlink(spWithoutPdmNode);
@@ -287,9 +287,8 @@ protected:
     void SetUp() override
     {
         RepTreeRemovalInWindow::SetUp();
-        m_pLink = std::make_unique<QTBReplacedExtension>("QTBRepNode", QTBILinkToPsn::MetaObject(),
-                                                         QTBFactoryOf<TIEQTBILinkToPsn, QTBILinkToPsn,
-                                                                      FakeLinkToPsn>());
+        m_pLink = std::make_unique<QTBReplacedExtension>(
+            "QTBRepNode", QTBILinkToPsn::MetaObject(), QTBFactoryOf<TIEQTBILinkToPsn, QTBILinkToPsn, FakeLinkToPsn>());
         FakeLinkToPsn::s_Products.Append(m_ProductType.Create());
         FakeLinkToPsn::s_Products.Append(m_ProductType.Create());
     }

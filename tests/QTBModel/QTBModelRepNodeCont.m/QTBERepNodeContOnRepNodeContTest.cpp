@@ -161,9 +161,8 @@ TEST_F(RepNodeCont, IsConstructedWithoutASessionToo)
     const QTBReplacedExtension withoutFactory("QTBPdmNodeCont", CATICreateInstance::MetaObject(), nullptr);
     const DebugCapture capture;
     const QTBIRepNodeCont_var spCont = CreateCont();
-    EXPECT_THAT(capture.Lines(),
-                Contains("QTBERepNodeContOnRepNodeCont::QTBERepNodeContOnRepNodeCont -> "
-                         "SetLinkToGlobalPdmNodeContainer FAILED"));
+    EXPECT_THAT(capture.Lines(), Contains("QTBERepNodeContOnRepNodeCont::QTBERepNodeContOnRepNodeCont -> "
+                                          "SetLinkToGlobalPdmNodeContainer FAILED"));
     EXPECT_THAT(QTBDiagnosis::DiagnosesIn(capture), ElementsAre(Call("QTBGlobVarsUtil::GetGlobalPdmNodeContainer")));
     unsigned char bTrue = TRUE;
     EXPECT_THAT(spCont->UpdateAllRepTrees(&bTrue, &bTrue, Relations({}), nullptr, nullptr, &bTrue),
@@ -176,9 +175,8 @@ TEST_F(RepNodeCont, ReportsThatItCannotBeRegistered)
     const DebugCapture capture;
     const QTBIRepNodeCont_var spCont = CreateCont();
     EXPECT_THAT(QTBDiagnosis::DiagnosesIn(capture), ElementsAre(Call("m_spIPdmNodeCont->AddRepNodeContainer")));
-    EXPECT_THAT(capture.Lines(),
-                Contains("QTBERepNodeContOnRepNodeCont::QTBERepNodeContOnRepNodeCont -> "
-                         "SetLinkToGlobalPdmNodeContainer FAILED"));
+    EXPECT_THAT(capture.Lines(), Contains("QTBERepNodeContOnRepNodeCont::QTBERepNodeContOnRepNodeCont -> "
+                                          "SetLinkToGlobalPdmNodeContainer FAILED"));
 }
 
 TEST_F(RepNodeCont, HandsItsWindowToAllRepNodes)
@@ -383,8 +381,7 @@ TEST_F(RepNodeContWithWindow, ChecksItsRoots)
     }
     {
         const QTBFault fault("PdmNodeIsIsAffectedByCurrentAction", a);
-        EXPECT_THAT(DiagnosisOfRoots(TRUE),
-                    ElementsAre(Call("spIRepNodeOnNode->PdmNodeIsIsAffectedByCurrentAction")));
+        EXPECT_THAT(DiagnosisOfRoots(TRUE), ElementsAre(Call("spIRepNodeOnNode->PdmNodeIsIsAffectedByCurrentAction")));
     }
     const CATBaseUnknown_var spNoRepNode = CreateLoose("QTBNode");
     File(spNoRepNode);
@@ -421,8 +418,8 @@ TEST_F(RepNodeContWithWindow, ChecksWhatItNeedsForItsDefaultRoot)
     }
     {
         const QTBFault fault("GetRepNodes", FindNode("DEFAULT_ROOT_NODE"));
-        EXPECT_THAT(diagnosis(), ElementsAre(Call("spIPdmNodeOnStartNodeOnPdmRoot->GetRepNodes"),
-                                             Call("UpdateRepTrees")));
+        EXPECT_THAT(diagnosis(),
+                    ElementsAre(Call("spIPdmNodeOnStartNodeOnPdmRoot->GetRepNodes"), Call("UpdateRepTrees")));
     }
     const QTBFault fault("GetRepRootNodes", m_spCont);
     EXPECT_THAT(diagnosis(), ElementsAre(Call("QTBRepTreeUtil::UpdateQtbWindow"), Call("UpdateQtbWindow")));

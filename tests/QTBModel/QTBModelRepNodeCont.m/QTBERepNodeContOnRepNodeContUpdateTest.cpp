@@ -155,8 +155,8 @@ TEST_F(RepTreeUpdate, PutsNewChildrenWhereTheSessionSaysAndLeavesTheOthers)
 
 TEST_F(RepTreeUpdate, ShowsSubclassesOfARelation)
 {
-    Update(Object("StandardPart", "S") + Relation("StandardPartUsage", "AS", "A", "S",
-                                                  "<parentClasses><class>PartPart</class></parentClasses>"));
+    Update(Object("StandardPart", "S") +
+           Relation("StandardPartUsage", "AS", "A", "S", "<parentClasses><class>PartPart</class></parentClasses>"));
     Consider(ALL_NODES);
     EXPECT_THAT(ShowTrees("A", Relations({PARTS}), TRUE), Succeeds());
     EXPECT_EQ(TreesOf(m_spCont).at(0).find("A("), 0U);
@@ -490,8 +490,8 @@ TEST_F(RepTreeUpdate, OfAllTreesChecksItsSteps)
     const auto diagnosis = [&] { return DiagnosisOf([&] { return UpdateAll(Relations({PARTS})); }); };
     {
         const QTBFault fault("IsAffectedByCurrentAction", FindNode("A"));
-        EXPECT_THAT(diagnosis(), ElementsAre(Call("spIPdmNodeOnStartNode->IsAffectedByCurrentAction"),
-                                             Call("UpdateRepTrees")));
+        EXPECT_THAT(diagnosis(),
+                    ElementsAre(Call("spIPdmNodeOnStartNode->IsAffectedByCurrentAction"), Call("UpdateRepTrees")));
     }
     const QTBIRepNode_var a = CreateRoot("A");
     {
@@ -692,7 +692,9 @@ TEST_F(ChildrenToBeShown, AreToldLineByLine)
 {
     const DebugCapture capture;
     EXPECT_THAT(Get(a, Relations({PARTS})), Succeeds());
-    const auto text = [](const CATBaseUnknown_var& spNode) { return TextOf(QTBTraceUtil::GetNodeString(spNode, FALSE)); };
+    const auto text = [](const CATBaseUnknown_var& spNode) {
+        return TextOf(QTBTraceUtil::GetNodeString(spNode, FALSE));
+    };
     const std::string relation = [] {
         const DebugCapture ofRelation;
         QTBTraceUtil::PrintNodeRelationInfo(PARTS);
@@ -737,13 +739,11 @@ TEST_F(ChildrenToBeShown, CheckThePdmNode)
 {
     {
         const QTBFault fault("GetRightNodes", FindNode("A"));
-        EXPECT_THAT(DiagnosisOfGet(a, Relations({PARTS})),
-                    ElementsAre(Call("spIPdmObjNodeOnPdmNode->GetRightNodes")));
+        EXPECT_THAT(DiagnosisOfGet(a, Relations({PARTS})), ElementsAre(Call("spIPdmObjNodeOnPdmNode->GetRightNodes")));
     }
     {
         const QTBFault fault("GetLeftNodes", FindNode("A"));
-        EXPECT_THAT(DiagnosisOfGet(a, Relations({USED_IN})),
-                    ElementsAre(Call("spIPdmObjNodeOnPdmNode->GetLeftNodes")));
+        EXPECT_THAT(DiagnosisOfGet(a, Relations({USED_IN})), ElementsAre(Call("spIPdmObjNodeOnPdmNode->GetLeftNodes")));
     }
     {
         const QTBFault fault("GetRightObject", FindNode("AB"));
@@ -840,14 +840,12 @@ TEST_F(FailingExpansion, ChecksTheRelationsAndNodesToShow)
 {
     {
         const QTBFault fault("CheckPdmRelationToBeDisplayed", a);
-        EXPECT_EQ(Diagnosis(a, Relations({PARTS})), InExpansion({Call("spIRepNode->CheckPdmRelationToBeDisplayed"),
-                                                                 Call("SetRelationsToDisplay")},
-                                                                0));
+        EXPECT_EQ(Diagnosis(a, Relations({PARTS})),
+                  InExpansion({Call("spIRepNode->CheckPdmRelationToBeDisplayed"), Call("SetRelationsToDisplay")}, 0));
     }
     const QTBFault fault("GetRightNodes", FindNode("B"));
-    EXPECT_EQ(Diagnosis(a, Relations({PARTS})), InExpansion({Call("spIPdmObjNodeOnPdmNode->GetRightNodes"),
-                                                             Call("GetPdmNodesToBeShownAsChildren")},
-                                                            2));
+    EXPECT_EQ(Diagnosis(a, Relations({PARTS})),
+              InExpansion({Call("spIPdmObjNodeOnPdmNode->GetRightNodes"), Call("GetPdmNodesToBeShownAsChildren")}, 2));
     EXPECT_EQ(TreeOf(a), "A(AB(B))") << "what was created so far stays";
 }
 
@@ -883,9 +881,8 @@ TEST_F(FailingExpansion, ChecksTheChildren)
         const QTBIRepNode_var spSecond = CreateRoot("A");
         const QTBFault fault("GetPdmRelationToLeftNode", spSecond);
         EXPECT_EQ(Diagnosis(spSecond, Relations({PARTS})),
-                  InExpansion({Call("spIRepNodeOnLeftRepNode->GetPdmRelationToLeftNode"),
-                               Call("WindowNeedsToBeUpdated")},
-                              0));
+                  InExpansion(
+                      {Call("spIRepNodeOnLeftRepNode->GetPdmRelationToLeftNode"), Call("WindowNeedsToBeUpdated")}, 0));
     }
     const QTBFault fault("RepresentsPdmObjNode", Find("AB"));
     EXPECT_EQ(DiagnosisOf([&] { return Expand(a, Relations({PARTS}), FALSE, nullptr, nullptr, TRUE); }),
@@ -922,8 +919,7 @@ TEST_F(FailingExpansion, OfTheTreesOfAPdmNodeChecksItsSteps)
     }
     {
         const QTBFault fault("GetKey", FindNode("B"), 1);
-        EXPECT_THAT(diagnosis("B"),
-                    ElementsAre(Call("spINodeAttributesOnPdmNode->GetKey"), Call("CreateRepNode")));
+        EXPECT_THAT(diagnosis("B"), ElementsAre(Call("spINodeAttributesOnPdmNode->GetKey"), Call("CreateRepNode")));
     }
     {
         const QTBFault fault("IsAffectedByCurrentAction", FindNode("B"));
@@ -962,7 +958,10 @@ protected:
     {
         return m_spCont->UpdateRepTreeAfterGetFilteredModels(pspRoot, nullptr, nullptr);
     }
-    std::vector<std::string> DiagnosisOfGrowing() { return DiagnosisOf([&] { return Grow(&a); }); }
+    std::vector<std::string> DiagnosisOfGrowing()
+    {
+        return DiagnosisOf([&] { return Grow(&a); });
+    }
 
     QTBIRepNode_var a;
 };
@@ -1014,8 +1013,7 @@ TEST_F(FilteredModels, CheckTheirLists)
     treeRels.Append(tree.AddRel(nullptr, FILES));
     Nodes repNodes;
     repNodes.Append(CATBaseUnknown_var(a));
-    EXPECT_THAT(Cont()->UpdateRepNodeList(nullptr, treeRels, Relations({FILES})),
-                FailsAssertion("pRepNodes != NULL"));
+    EXPECT_THAT(Cont()->UpdateRepNodeList(nullptr, treeRels, Relations({FILES})), FailsAssertion("pRepNodes != NULL"));
     EXPECT_THAT(Cont()->UpdateRepNodeList(&repNodes, treeRels, Relations({})),
                 FailsAssertion("SizePdmTreeRels == SizeNodeRelInfos"));
     EXPECT_THAT(Cont()->UpdateRepNodeList(&repNodes, treeRels, Relations({FILES})), Succeeds());

@@ -506,7 +506,9 @@ void AddStore(CLI::App& app, StoreOptions& options)
   qtbhost store checkout pdm.store --user kim nut
   qtbhost store revise pdm.store --user kim nut
 
-docs/store.md says who may do what. Exit codes: 0 done, 1 refused, 2 wrong command line, 3 input that cannot be read.)");
+docs/store.md says who may do what.
+
+Exit codes: 0 done, 1 refused, 2 wrong command line, 3 input that cannot be read.)");
 
     AddCommand(*pStore, options, "init", "Make an empty store");
 

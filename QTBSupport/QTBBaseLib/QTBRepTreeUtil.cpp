@@ -28,6 +28,9 @@ QTBIPdmNode_var GetPdmNode(const QTBIRepNode_var& spIRepNode)
 HRESULT CollectSubStructure(const QTBIRepNode_var& spIRepNode, std::vector<CATBaseUnknown_var>& relRepNodes,
                             std::vector<CATBaseUnknown_var>& partRepNodes)
 {
+    if (spIRepNode == NULL_var) {
+        return E_FAIL;
+    }
     QTBIRepNode_var spIRepNodeOnObject = spIRepNode;
     CATListValCATBaseUnknown_var children;
     const QTBIPdmRelNode_var spIPdmRelNode(GetPdmNode(spIRepNode));

@@ -204,7 +204,18 @@ HRESULT QTBPdmStore::CheckOut(const Keys& keys, const Receiver& receiver)
 
 HRESULT QTBPdmStore::CheckIn(const Keys& keys, const std::vector<CATUnicodeString>& paths, const Receiver& receiver)
 {
-    return Change("checkIn", receiver, [&](QTBStoreChanging& changing) { changing.CheckIn(keys, paths); });
+    QTBStoreChanging::FileCopies copies;
+    const HRESULT hr = Guard([&] {
+        m_pDatabase->RequireWritable();
+        const QTBStoreFiles files(*m_pDatabase);
+        for (const CATUnicodeString& usPath : paths) {
+            copies.push_back(usPath.IsEmpty() ? nullptr : files.Take(usPath));
+        }
+    });
+    if (FAILED(hr)) {
+        return hr;
+    }
+    return Change("checkIn", receiver, [&](QTBStoreChanging& changing) { changing.CheckIn(keys, copies); });
 }
 
 HRESULT QTBPdmStore::Promote(const Keys& keys, const Receiver& receiver)

@@ -66,7 +66,7 @@ void QTBStoreChanging::CheckOut(const std::vector<CATUnicodeString>& keys)
     Finish();
 }
 
-void QTBStoreChanging::CheckIn(const std::vector<CATUnicodeString>& keys, const std::vector<CATUnicodeString>& paths)
+void QTBStoreChanging::CheckIn(const std::vector<CATUnicodeString>& keys, const FileCopies& copies)
 {
     for (std::size_t i = 0; i < keys.size(); ++i) {
         QTBStoreObject object = m_Items.GetObject(keys[i]);
@@ -74,11 +74,11 @@ void QTBStoreChanging::CheckIn(const std::vector<CATUnicodeString>& keys, const 
             throw QTBStoreFailure("NotCheckedOutERR_1113", keys[i]);
         }
         Require(RightsOf(object).checkIn, object);
-        if (i < paths.size() && !paths[i].IsEmpty()) {
+        if (i < copies.size() && copies[i] != nullptr) {
             if (object.fileId != 0) {
                 m_ReleasedFiles.push_back(object.fileId);
             }
-            object.fileId = QTBStoreFiles(m_Database).Keep(paths[i]);
+            object.fileId = QTBStoreFiles(m_Database).Keep(*copies[i]);
             m_Items.Update(object);
         }
         m_Items.RemoveCheckOut(object.id);
@@ -166,7 +166,7 @@ void QTBStoreChanging::UpdateAttributes(const CATUnicodeString& usKey, const CAT
         record.Merge(changes, schema);
         object.record = record.attributes;
         m_Items.Update(object);
-        m_Items.IndexAttributes(object.id, record.strings, m_Classes);
+        m_Items.ReindexAttributes(object.id, record.strings, m_Classes);
         Answer(object);
     } else {
         QTBStoreObject left;

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <cstdint>
+#include <memory>
 #include <vector>
 
 #include "QTBStoreRequest.h"
@@ -17,8 +18,9 @@ public:
 
     void CheckOut(const std::vector<CATUnicodeString>& keys);
 
-    // paths are the files that the objects have now, parallel to the keys; an empty path leaves the file as it is.
-    void CheckIn(const std::vector<CATUnicodeString>& keys, const std::vector<CATUnicodeString>& paths);
+    // copies are the files that the objects have now, parallel to the keys; an empty pointer leaves the file as it is.
+    using FileCopies = std::vector<std::unique_ptr<QTBStoreFileCopy>>;
+    void CheckIn(const std::vector<CATUnicodeString>& keys, const FileCopies& copies);
 
     // Brings the objects into their next states. The relations below them come with the answer, because nobody may
     // change them any more.

@@ -35,6 +35,7 @@ CATListValCATUnicodeString QTBStoreCheck::Run()
     if (m_Faults.Size() == 0 && !m_Database.IsReadOnly()) {
         QTBStoreFiles files(m_Database);
         files.RemoveUnused(files.GetAll());
+        files.RemoveAbandoned();
     }
     return m_Faults;
 }

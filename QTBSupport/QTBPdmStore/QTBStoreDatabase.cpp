@@ -136,6 +136,13 @@ bool QTBStoreDatabase::IsReadOnly() const
     return sqlite3_db_readonly(m_pDatabase, "main") != 0;
 }
 
+void QTBStoreDatabase::RequireWritable() const
+{
+    if (IsReadOnly()) {
+        throw QTBStoreFailure("StoreReadOnlyERR_1007", CATUnicodeString(std::string_view{m_Path}));
+    }
+}
+
 QTBStoreStatement QTBStoreDatabase::Prepare(std::string_view sql)
 {
     std::vector<sqlite3_stmt*>& idle = m_Idle[std::string(sql)];

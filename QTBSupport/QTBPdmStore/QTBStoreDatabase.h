@@ -36,6 +36,8 @@ public:
     const std::string& GetPath() const { return m_Path; }
     // Whether the store can only be read, because it was opened so or the file does not allow more.
     bool IsReadOnly() const;
+    // Raises the failure of a store that can only be read, if it is one.
+    void RequireWritable() const;
 
     // Prepares the statement or takes one of that text that was given back.
     QTBStoreStatement Prepare(std::string_view sql);

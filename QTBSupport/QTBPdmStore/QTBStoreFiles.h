@@ -1,10 +1,12 @@
 #pragma once
 
 #include <cstdint>
+#include <memory>
 #include <string>
 #include <vector>
 
 #include "CATUnicodeString.h"
+#include "QTBStoreFileCopy.h"
 
 class QTBStoreDatabase;
 
@@ -19,9 +21,13 @@ public:
     // The folder of a store.
     static std::string GetFolder(const std::string& storePath);
 
-    // Keeps a copy of the file; the id of its row, that of an earlier file with the same content if there is one. Only
-    // inside a transaction for writing. Raises QTBStoreFailure for a file that cannot be read or kept.
-    std::int64_t Keep(const CATUnicodeString& usPath);
+    // Copies a file into the folder, so that it can be kept. Takes its time, so no other program waits for it: not for
+    // inside a transaction for writing unless nothing else is at hand.
+    std::unique_ptr<QTBStoreFileCopy> Take(const CATUnicodeString& usPath) const;
+
+    // Keeps the copy; the id of its row, that of an earlier file with the same content if there is one. Only inside a
+    // transaction for writing.
+    std::int64_t Keep(QTBStoreFileCopy& copy);
 
     // Writes a copy of a kept file, which replaces one that is there. Raises QTBStoreFailure when the store's copy is
     // missing or not what it was.
@@ -34,14 +40,11 @@ public:
     // What is wrong with the kept file, empty when it is as it was.
     std::string FindFault(std::int64_t fileId);
 
-private:
-    struct Kept
-    {
-        std::string hash;
-        std::int64_t size = 0;
-    };
+    // Removes copies that programs left behind when they died.
+    void RemoveAbandoned() const;
 
-    Kept GetKept(std::int64_t fileId);
+private:
+    std::string GetHash(std::int64_t fileId);
     std::string GetPath(const std::string& hash) const;
 
     QTBStoreDatabase& m_Database;

@@ -94,9 +94,13 @@ void QTBStoreImport::LeaveOut(const CATUnicodeString& usKey, const char* reason)
     }
 }
 
-void QTBStoreImport::RequireChangeable(const QTBStoreObject& object)
+void QTBStoreImport::RequireChangeable(std::int64_t objectId)
 {
-    Require(m_Added.count(object.id) != 0 || RightsOf(object).changeStructure, object);
+    if (m_Added.count(objectId) == 0) {
+        QTBStoreObject object;
+        m_Items.ReadObject(objectId, &object);
+        Require(RightsOf(object).changeStructure, object);
+    }
 }
 
 std::int64_t QTBStoreImport::GetStateId(const QTBStoreRecord& record) const
@@ -148,7 +152,7 @@ void QTBStoreImport::ImportObject(const CATDOMElementView& item)
 
 void QTBStoreImport::AddObject(const QTBStoreRecord& record, QTBStoreObject* pObject)
 {
-    if (m_Items.KeyIsTaken(record.key.View())) {
+    if (m_Items.IsRelationKey(record.key.View())) {
         throw QTBStoreFailure("KeyTakenERR_1114", record.key);
     }
     pObject->key = record.key.View();
@@ -162,6 +166,7 @@ void QTBStoreImport::AddObject(const QTBStoreRecord& record, QTBStoreObject* pOb
     m_Items.Insert(pObject, record.className);
     m_Items.IndexAttributes(pObject->id, record.strings, m_Classes);
     m_Added.insert(pObject->id);
+    m_AddedKeys.emplace(pObject->key, pObject->id);
     if (pObject->supersedesId != 0) {
         m_Database.Prepare("UPDATE relation SET right_id = ? WHERE right_id = ?")
             .Bind(1, pObject->id)
@@ -188,20 +193,21 @@ void QTBStoreImport::Supersede(const QTBStoreRecord& record, QTBStoreObject* pOb
     Require(earlier.checkedOutBy.empty(), earlier);
     earlier.isNewest = false;
     m_Items.Update(earlier);
+    m_AddedKeys.erase(earlier.key);
     pObject->firstId = earlier.firstId;
     pObject->supersedesId = earlier.id;
 }
 
 void QTBStoreImport::ChangeObject(const QTBStoreRecord& record, QTBStoreObject* pObject)
 {
-    RequireChangeable(*pObject);
+    RequireChangeable(pObject->id);
     if (ClassOf(*pObject).isVersioned != (pObject->stateId != 0)) {
         throw QTBStoreFailure("KeyTakenERR_1114", record.key);
     }
     pObject->record = record.attributes;
     pObject->info = record.info;
     m_Items.Update(*pObject);
-    m_Items.IndexAttributes(pObject->id, record.strings, m_Classes);
+    m_Items.ReindexAttributes(pObject->id, record.strings, m_Classes);
 }
 
 void QTBStoreImport::TakeFile(const QTBStoreRecord& record, QTBStoreObject* pObject)
@@ -221,10 +227,11 @@ void QTBStoreImport::TakeFile(const QTBStoreRecord& record, QTBStoreObject* pObj
     if (fileName.has_parent_path() || !fs::is_regular_file(path, error)) {
         return;
     }
-    const std::int64_t fileId = QTBStoreFiles(m_Database).Keep(path.c_str());
+    QTBStoreFiles files(m_Database);
+    const std::int64_t fileId = files.Keep(*files.Take(path.c_str()));
     if (fileId != pObject->fileId) {
         if (pObject->fileId != 0) {
-            RequireChangeable(*pObject);
+            RequireChangeable(pObject->id);
             m_ReleasedFiles.push_back(pObject->fileId);
         }
         pObject->fileId = fileId;
@@ -249,52 +256,69 @@ void QTBStoreImport::ImportRelation(const CATDOMElementView& item)
         LeaveOut(record.key, "the schema does not know its class");
         return;
     }
-    QTBStoreObject left;
-    QTBStoreObject right;
-    if (!m_Items.FindObject(record.left.View(), &left) || !m_Items.FindObject(record.right.View(), &right)) {
+    const std::int64_t leftId = FindLeft(record.left);
+    const std::int64_t rightId = FindRight(record.right);
+    if (leftId == 0 || rightId == 0) {
         LeaveOut(record.key, "an object of the relation is missing");
         return;
     }
-    right = m_Items.GetNewest(right);
-
     QTBStoreRelation relation;
     const bool isThere = m_Items.FindRelation(record.key.View(), &relation);
-    if (!isThere && m_Items.KeyIsTaken(record.key.View())) {
+    if (!isThere && m_Items.IsObjectKey(record.key.View())) {
         throw QTBStoreFailure("KeyTakenERR_1114", record.key);
     }
     const std::int64_t classId = m_Classes.RequireClass(usClass);
-    if (isThere && relation.classId == classId && relation.leftId == left.id && relation.rightId == right.id &&
+    if (isThere && relation.classId == classId && relation.leftId == leftId && relation.rightId == rightId &&
         relation.record == record.attributes && relation.info == record.info) {
         ++m_Report.itemsUnchanged;
         return;
     }
+    RequireChangeable(leftId);
+    if (isThere && relation.leftId != leftId) {
+        RequireChangeable(relation.leftId);
+        relation.supersedesId = 0;
+    }
     relation.classId = classId;
-    relation.rightId = right.id;
+    relation.leftId = leftId;
+    relation.rightId = rightId;
     relation.record = record.attributes;
     relation.info = record.info;
     if (isThere) {
-        QTBStoreObject formerLeft;
-        m_Items.ReadObject(relation.leftId, &formerLeft);
-        RequireChangeable(formerLeft);
-        if (formerLeft.id != left.id) {
-            RequireChangeable(left);
-            relation.supersedesId = 0;
-        }
-        relation.leftId = left.id;
         m_Items.Update(relation);
         ++m_Report.relationsChanged;
         return;
     }
-    RequireChangeable(left);
-    relation.leftId = left.id;
     relation.key = record.key.View();
-    QTBStoreRelation earlier;
-    if (!record.supersedes.IsEmpty() && m_Items.FindRelation(record.supersedes.View(), &earlier) &&
-        earlier.leftId == left.supersedesId) {
-        relation.supersedesId = earlier.id;
-    }
+    relation.supersedesId = FindSuperseded(record, leftId);
     m_Items.Insert(&relation, usClass);
     ++m_Report.relationsAdded;
+}
+
+std::int64_t QTBStoreImport::FindLeft(const CATUnicodeString& usKey)
+{
+    if (const auto added = m_AddedKeys.find(std::string(usKey.View())); added != m_AddedKeys.end()) {
+        return added->second;
+    }
+    QTBStoreObject object;
+    return m_Items.FindObject(usKey.View(), &object) ? object.id : 0;
+}
+
+std::int64_t QTBStoreImport::FindRight(const CATUnicodeString& usKey)
+{
+    if (const auto added = m_AddedKeys.find(std::string(usKey.View())); added != m_AddedKeys.end()) {
+        return added->second;
+    }
+    QTBStoreObject object;
+    return m_Items.FindObject(usKey.View(), &object) ? m_Items.GetNewest(object).id : 0;
+}
+
+std::int64_t QTBStoreImport::FindSuperseded(const QTBStoreRecord& record, std::int64_t leftId)
+{
+    QTBStoreObject left;
+    QTBStoreRelation earlier;
+    const bool goesOn = !record.supersedes.IsEmpty() && m_Items.FindRelation(record.supersedes.View(), &earlier) &&
+                        m_Items.ReadObject(leftId, &left) && left.supersedesId == earlier.leftId;
+    return goesOn ? earlier.id : 0;
 }
 
 void QTBStoreImport::ImportDeletion(const CATDOMElementView& item)

@@ -1,5 +1,8 @@
 #pragma once
 
+#include <cstdint>
+#include <string>
+#include <unordered_map>
 #include <unordered_set>
 
 #include "CATDOMElementView.h"
@@ -23,6 +26,12 @@ public:
 private:
     void ImportObject(const CATDOMElementView& item);
     void ImportRelation(const CATDOMElementView& item);
+    // Ids of an object that relations may come from and of the newest version of one that they lead to; 0 when there is
+    // no such object.
+    std::int64_t FindLeft(const CATUnicodeString& usKey);
+    std::int64_t FindRight(const CATUnicodeString& usKey);
+    // The relation of the version before that this one goes on from; 0 for none.
+    std::int64_t FindSuperseded(const QTBStoreRecord& record, std::int64_t leftId);
     void ImportDeletion(const CATDOMElementView& item);
 
     void AddObject(const QTBStoreRecord& record, QTBStoreObject* pObject);
@@ -34,11 +43,12 @@ private:
     void LeaveOut(const CATUnicodeString& usKey, const char* reason);
     // Raises the failure that says why the user may not change the object or what is below it. What the same import
     // brought may be in any state.
-    void RequireChangeable(const QTBStoreObject& object);
+    void RequireChangeable(std::int64_t objectId);
 
     CATUnicodeString m_FileFolder;
     CATUnicodeString m_FileNameAttr;
-    // Objects that this import added.
+    // Objects that this import added; those by key that are newest versions too.
     std::unordered_set<std::int64_t> m_Added;
+    std::unordered_map<std::string, std::int64_t> m_AddedKeys;
     QTBStoreImportReport m_Report;
 };

@@ -1,6 +1,10 @@
 #include "QTBStoreItems.h"
 
+#include <algorithm>
+#include <cstring>
 #include <string>
+
+#include <utf8.h>
 
 #include "QTBStoreChecksum.h"
 #include "QTBStoreDatabase.h"
@@ -21,13 +25,28 @@ std::string RelationQuery(std::string_view condition)
     return std::string("SELECT ").append(QTBStoreItems::RELATION_COLUMNS).append(" FROM relation r ").append(condition);
 }
 
-std::int64_t ChecksumOf(std::string_view key, std::string_view version, std::string_view info, std::string_view record)
+std::int64_t ChecksumOf(const QTBStoreItems::Texts& texts)
 {
     QTBStoreChecksum checksum;
-    for (const std::string_view text : {key, version, info, record}) {
+    for (const std::string_view text : texts) {
         checksum.Add(text);
     }
     return checksum.Get();
+}
+
+// Whether the text is what a session takes for granted. Nearly all of it is ASCII, which is looked at word by word.
+bool IsUtf8(std::string_view text)
+{
+    constexpr std::uint64_t HIGH_BITS = 0x8080808080808080U;
+    std::size_t at = 0;
+    for (std::uint64_t word = 0; at + sizeof(word) <= text.size(); at += sizeof(word)) {
+        std::memcpy(&word, text.data() + at, sizeof(word));
+        if ((word & HIGH_BITS) != 0) {
+            break;
+        }
+    }
+    text.remove_prefix(at);
+    return utf8::is_valid(text.begin(), text.end());
 }
 
 } // namespace
@@ -48,9 +67,7 @@ void QTBStoreItems::ReadObject(const QTBStoreStatement& row, QTBStoreObject* pOb
     pObject->info = row.GetText(9);
     pObject->record = row.GetText(10);
     pObject->checkedOutBy = row.GetText(12);
-    if (ChecksumOf(pObject->key, pObject->version, pObject->info, pObject->record) != row.GetInt(11)) {
-        RaiseDamagedItem(pObject->key);
-    }
+    Verify({pObject->key, pObject->version, pObject->info, pObject->record}, row.GetInt(11));
 }
 
 void QTBStoreItems::ReadRelation(const QTBStoreStatement& row, QTBStoreRelation* pRelation) const
@@ -63,14 +80,14 @@ void QTBStoreItems::ReadRelation(const QTBStoreStatement& row, QTBStoreRelation*
     pRelation->supersedesId = row.GetInt(5);
     pRelation->info = row.GetText(6);
     pRelation->record = row.GetText(7);
-    if (ChecksumOf(pRelation->key, "", pRelation->info, pRelation->record) != row.GetInt(8)) {
-        RaiseDamagedItem(pRelation->key);
-    }
+    Verify({pRelation->key, "", pRelation->info, pRelation->record}, row.GetInt(8));
 }
 
-void QTBStoreItems::RaiseDamagedItem(std::string_view key) const
+void QTBStoreItems::Verify(const Texts& texts, std::int64_t checksum) const
 {
-    m_Database.RaiseDamaged("the checksum of " + std::string(key) + " does not match");
+    if (ChecksumOf(texts) != checksum || !std::all_of(texts.begin(), texts.end(), &IsUtf8)) {
+        m_Database.RaiseDamaged("the checksum of " + std::string(texts.front()) + " does not match");
+    }
 }
 
 bool QTBStoreItems::FindObject(std::string_view key, QTBStoreObject* pObject)
@@ -106,11 +123,14 @@ bool QTBStoreItems::ReadObject(std::int64_t id, QTBStoreObject* pObject)
     return true;
 }
 
-bool QTBStoreItems::KeyIsTaken(std::string_view key)
+bool QTBStoreItems::IsObjectKey(std::string_view key)
 {
-    QTBStoreStatement statement =
-        m_Database.Prepare("SELECT 1 FROM object WHERE key = ?1 UNION ALL SELECT 1 FROM relation WHERE key = ?1");
-    return statement.Bind(1, key).Step();
+    return m_Database.Prepare("SELECT 1 FROM object WHERE key = ?").Bind(1, key).Step();
+}
+
+bool QTBStoreItems::IsRelationKey(std::string_view key)
+{
+    return m_Database.Prepare("SELECT 1 FROM relation WHERE key = ?").Bind(1, key).Step();
 }
 
 QTBStoreObject QTBStoreItems::GetObject(const CATUnicodeString& usKey)
@@ -192,7 +212,17 @@ std::string QTBStoreItems::MakeKeyUnique(const std::string& key)
 
 std::int64_t QTBStoreItems::TakeId()
 {
-    return m_Database.GetNumber("UPDATE counter SET last_id = last_id + 1 RETURNING last_id");
+    if (m_LastId == 0) {
+        m_LastId = m_Database.GetNumber("SELECT last_id FROM counter");
+    }
+    return ++m_LastId;
+}
+
+void QTBStoreItems::SaveCounter()
+{
+    if (m_LastId != 0) {
+        m_Database.Prepare("UPDATE counter SET last_id = ?").Bind(1, m_LastId).Run();
+    }
 }
 
 std::string QTBStoreItems::MakeKey(const CATUnicodeString& usClass, std::int64_t id)
@@ -223,7 +253,7 @@ void QTBStoreItems::Insert(QTBStoreObject* pObject, const CATUnicodeString& usCl
         .BindId(9, pObject->fileId)
         .Bind(10, pObject->info)
         .Bind(11, pObject->record)
-        .Bind(12, ChecksumOf(pObject->key, pObject->version, pObject->info, pObject->record))
+        .Bind(12, ChecksumOf({pObject->key, pObject->version, pObject->info, pObject->record}))
         .Run();
 }
 
@@ -244,7 +274,7 @@ void QTBStoreItems::Insert(QTBStoreRelation* pRelation, const CATUnicodeString& 
         .BindId(6, pRelation->supersedesId)
         .Bind(7, pRelation->info)
         .Bind(8, pRelation->record)
-        .Bind(9, ChecksumOf(pRelation->key, "", pRelation->info, pRelation->record))
+        .Bind(9, ChecksumOf({pRelation->key, "", pRelation->info, pRelation->record}))
         .Run();
 }
 
@@ -261,7 +291,7 @@ void QTBStoreItems::Update(const QTBStoreObject& object)
         .BindId(6, object.fileId)
         .Bind(7, object.info)
         .Bind(8, object.record)
-        .Bind(9, ChecksumOf(object.key, object.version, object.info, object.record))
+        .Bind(9, ChecksumOf({object.key, object.version, object.info, object.record}))
         .Run();
 }
 
@@ -277,7 +307,7 @@ void QTBStoreItems::Update(const QTBStoreRelation& relation)
         .BindId(5, relation.supersedesId)
         .Bind(6, relation.info)
         .Bind(7, relation.record)
-        .Bind(8, ChecksumOf(relation.key, "", relation.info, relation.record))
+        .Bind(8, ChecksumOf({relation.key, "", relation.info, relation.record}))
         .Run();
 }
 
@@ -291,19 +321,19 @@ void QTBStoreItems::Delete(const QTBStoreRelation& relation)
     m_Database.Prepare("DELETE FROM relation WHERE id = ?").Bind(1, relation.id).Run();
 }
 
-void QTBStoreItems::IndexAttributes(std::int64_t objectId,
-                                    const std::vector<std::pair<CATUnicodeString, CATUnicodeString>>& strings,
-                                    QTBStoreClasses& classes)
+void QTBStoreItems::IndexAttributes(std::int64_t objectId, const Strings& strings, QTBStoreClasses& classes)
+{
+    QTBStoreStatement statement =
+        m_Database.Prepare("INSERT INTO object_attribute (object_id, attribute_id, value) VALUES (?, ?, ?)");
+    for (const auto& [usName, usValue] : strings) {
+        statement.Bind(1, objectId).Bind(2, classes.RequireAttribute(usName)).Bind(3, usValue).Run();
+    }
+}
+
+void QTBStoreItems::ReindexAttributes(std::int64_t objectId, const Strings& strings, QTBStoreClasses& classes)
 {
     m_Database.Prepare("DELETE FROM object_attribute WHERE object_id = ?").Bind(1, objectId).Run();
-    for (const auto& [usName, usValue] : strings) {
-        const std::int64_t attributeId = classes.RequireAttribute(usName);
-        m_Database.Prepare("INSERT INTO object_attribute (object_id, attribute_id, value) VALUES (?, ?, ?)")
-            .Bind(1, objectId)
-            .Bind(2, attributeId)
-            .Bind(3, usValue)
-            .Run();
-    }
+    IndexAttributes(objectId, strings, classes);
 }
 
 void QTBStoreItems::SetCheckOut(std::int64_t objectId, const CATUnicodeString& usUser)

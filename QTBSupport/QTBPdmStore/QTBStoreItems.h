@@ -1,5 +1,8 @@
 #pragma once
 
+#include <array>
+#include <cstdint>
+#include <string>
 #include <string_view>
 #include <utility>
 #include <vector>
@@ -17,6 +20,9 @@ class QTBStoreItems
 {
 public:
     explicit QTBStoreItems(QTBStoreDatabase& database);
+
+    // What the checksum of an item covers: key, version, info and record.
+    using Texts = std::array<std::string_view, 4>;
 
     // Columns of an object in the order in which ReadObject takes them, from "object o LEFT JOIN checkout c". A
     // statement for these may give further columns behind them.
@@ -37,7 +43,9 @@ public:
     bool FindObject(std::string_view key, QTBStoreObject* pObject);
     bool FindRelation(std::string_view key, QTBStoreRelation* pRelation);
     bool ReadObject(std::int64_t id, QTBStoreObject* pObject);
-    bool KeyIsTaken(std::string_view key);
+    bool IsObjectKey(std::string_view key);
+    bool IsRelationKey(std::string_view key);
+    bool KeyIsTaken(std::string_view key) { return IsObjectKey(key) || IsRelationKey(key); }
 
     // The object of that key. Raises QTBStoreFailure when there is none, or a relation.
     QTBStoreObject GetObject(const CATUnicodeString& usKey);
@@ -63,10 +71,10 @@ public:
     void Delete(const QTBStoreObject& object);
     void Delete(const QTBStoreRelation& relation);
 
-    // Brings the index of attributes up to date for an object.
-    void IndexAttributes(std::int64_t objectId,
-                         const std::vector<std::pair<CATUnicodeString, CATUnicodeString>>& strings,
-                         QTBStoreClasses& classes);
+    // Puts the string attributes of a new object into the index, and brings the index up to date for a changed one.
+    using Strings = std::vector<std::pair<CATUnicodeString, CATUnicodeString>>;
+    void IndexAttributes(std::int64_t objectId, const Strings& strings, QTBStoreClasses& classes);
+    void ReindexAttributes(std::int64_t objectId, const Strings& strings, QTBStoreClasses& classes);
 
     void SetCheckOut(std::int64_t objectId, const CATUnicodeString& usUser);
     void RemoveCheckOut(std::int64_t objectId);
@@ -74,12 +82,18 @@ public:
     // A key that no item has: the text, with a number behind it if need be.
     std::string MakeKeyUnique(const std::string& key);
 
+    // Writes down which ids were given; before the request that inserted items is committed.
+    void SaveCounter();
+
 private:
-    [[noreturn]] void RaiseDamagedItem(std::string_view key) const;
+    // Raises the failure of a damaged store unless the texts of an item are what they were when they were written.
+    void Verify(const Texts& texts, std::int64_t checksum) const;
     // An id that no item has or had: keys made from ids are never given twice.
     std::int64_t TakeId();
     std::string MakeKey(const CATUnicodeString& usClass, std::int64_t id);
     std::vector<QTBStoreRelation> ReadRelations(std::string_view condition, std::int64_t id);
 
     QTBStoreDatabase& m_Database;
+    // The last id given, 0 before the request gives one.
+    std::int64_t m_LastId = 0;
 };

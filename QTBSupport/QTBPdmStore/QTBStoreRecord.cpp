@@ -52,15 +52,38 @@ bool HasOnly(const CATDOMElementView& element, std::string_view tag, bool asLeav
     return !element.HasNonBlankText();
 }
 
+// Names that must not come twice. Few of them are looked through faster than hashed.
+class NameSet
+{
+public:
+    // False for an empty name and for one that was added before.
+    bool Add(std::string_view name)
+    {
+        if (name.empty() || std::find(m_First.begin(), m_First.end(), name) != m_First.end()) {
+            return false;
+        }
+        if (m_First.size() < LOOKED_THROUGH) {
+            m_First.push_back(name);
+            return true;
+        }
+        return m_Others.insert(name).second;
+    }
+
+private:
+    static constexpr std::size_t LOOKED_THROUGH = 24;
+
+    std::vector<std::string_view> m_First;
+    std::unordered_set<std::string_view> m_Others;
+};
+
 bool IsNameValueList(const CATDOMElementView& attribute)
 {
     if (!HasOnly(attribute, "nv", true)) {
         return false;
     }
-    std::unordered_set<std::string_view> names;
+    NameSet names;
     for (CATDOMElementView entry = attribute.GetFirstChild(); entry; entry = entry.GetNextSibling()) {
-        const std::string_view name = NameOf(entry);
-        if (name.empty() || !names.insert(name).second) {
+        if (!names.Add(NameOf(entry))) {
             return false;
         }
     }
@@ -125,13 +148,13 @@ private:
 
     void CheckItem(const Item& item)
     {
-        std::unordered_set<std::string_view> names;
+        NameSet names;
         for (CATDOMElementView child = item.element.GetFirstChild(); child; child = child.GetNextSibling()) {
             if (!child.HasTagName("a")) {
                 continue;
             }
             const std::string_view name = NameOf(child);
-            if (name.empty() || !names.insert(name).second || !IsOfItsType(child, item.depth)) {
+            if (!names.Add(name) || !IsOfItsType(child, item.depth)) {
                 throw QTBStoreFailure("AttributeMalformedERR_1110", CATUnicodeString(name), m_ItemText);
             }
         }

@@ -14,6 +14,7 @@ QTBStoreRequest::~QTBStoreRequest() = default;
 
 void QTBStoreRequest::Finish()
 {
+    m_Items.SaveCounter();
     m_Answer.Finish();
     m_Transaction.Commit();
 }

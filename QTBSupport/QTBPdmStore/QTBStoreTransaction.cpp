@@ -1,13 +1,12 @@
 #include "QTBStoreTransaction.h"
 
-#include "CATUnicodeString.h"
 #include "QTBStoreDatabase.h"
 #include "QTBStoreFailure.h"
 
 QTBStoreTransaction::QTBStoreTransaction(QTBStoreDatabase& database, Kind kind) : m_Database(database)
 {
-    if (kind == Kind::Write && database.IsReadOnly()) {
-        throw QTBStoreFailure("StoreReadOnlyERR_1007", CATUnicodeString(std::string_view{database.GetPath()}));
+    if (kind == Kind::Write) {
+        database.RequireWritable();
     }
     database.Execute(kind == Kind::Write ? "BEGIN IMMEDIATE" : "BEGIN");
 }

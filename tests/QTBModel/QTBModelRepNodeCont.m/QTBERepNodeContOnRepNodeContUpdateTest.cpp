@@ -577,6 +577,23 @@ TEST_F(RepTreeUpdateInWindow, RefreshesItAfterABulkUpdateInAnyCase)
                 ElementsAre(Call("QTBRepTreeUtil::UpdateQtbWindow"), Call("UpdateQtbWindow")));
 }
 
+TEST_F(RepTreeUpdateInWindow, HandsTheFlagsOfABulkUpdateOn)
+{
+    CATNavigBox* pBox = m_pWindow->GetFrmWindow()->GetNavigBox();
+    Nodes shown;
+    shown.Append(CATBaseUnknown_var(CreateRoot("D")));
+    const auto countRoots = [&](unsigned char bTakeRootsAnew) {
+        pBox->SetRoots(shown);
+        unsigned char bFalse = FALSE;
+        EXPECT_THAT(m_spCont->UpdateAllRepTrees(&bTakeRootsAnew, &bFalse, Relations({}), nullptr, nullptr, &bFalse),
+                    Succeeds());
+        return std::unique_ptr<Nodes>(pBox->GetAllRoots())->Size();
+    };
+    EXPECT_EQ(countRoots(FALSE), 1);
+    // D, and A as the root of the graph.
+    EXPECT_EQ(countRoots(TRUE), 2);
+}
+
 TEST_F(RepTreeUpdateInWindow, ReportsThatItCannotBeRefreshed)
 {
     const QTBFault fault("GetRepRootNodes", m_spCont);
@@ -998,6 +1015,13 @@ TEST_F(FilteredModels, CheckTheirRoot)
     {
         const QTBFault fault("GetDirectChildren", a);
         EXPECT_THAT(DiagnosisOfGrowing(), ElementsAre(Call("QTBRepTreeUtil::GetAllSubStructureNodes")));
+    }
+    {
+        const QTBIRepNode_var ad = Create(a, "AD");
+        LinkBelow(ad, CreateLoose("QTBNode"));
+        EXPECT_THAT(DiagnosisOfGrowing(), ElementsAre(Call("QTBRepTreeUtil::GetAllSubStructureNodes")));
+        QTBINodeRelations_var(ad)->RemoveAllRels(nullptr);
+        TakeOut(ad);
     }
     const QTBFault fault("GetRightNodes", FindNode("Doc"));
     EXPECT_THAT(DiagnosisOfGrowing(),

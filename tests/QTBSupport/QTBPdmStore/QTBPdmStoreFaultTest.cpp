@@ -136,6 +136,24 @@ TEST_F(StoreFault, OverwrittenBytesAreNoticedBeforeTheyReachASession)
     EXPECT_THAT(Get({"B"}), Succeeds());
 }
 
+TEST_F(StoreFault, ARecordThatSomebodyElseWroteIsNotTakenForTextUnlessItIsOne)
+{
+    Import(Part("A", Attribute("Name", "x")) + Part("B"));
+    m_pStore.reset();
+    {
+        QTBStoreDatabase database(Path(), {});
+        database.Execute(
+            "UPDATE object SET record = CAST(x'3C61206E616D653D2258223EFF3C2F613E' AS TEXT) WHERE key = 'A';"
+            "UPDATE object SET record = '<a name=\"X\"><b></a>' WHERE key = 'B';"
+            "UPDATE object SET checksum = record_checksum(key, version, info, record)");
+    }
+    m_pStore = OpenFor("kim");
+    EXPECT_THAT(Get({"A"}), FailsWith("StoreDamagedERR_1005", Path().c_str()));
+    ASSERT_THAT(Get({"B"}), Succeeds());
+    CATIDOMDocument_var spAnswer;
+    EXPECT_TRUE(FAILED(QTBXmlUtil::GetTrustedDomDocument(m_Answer, &spAnswer)));
+}
+
 TEST_F(StoreFault, WhateverBytesAreOverwrittenTheStoreAnswersOrSaysThatItIsDamaged)
 {
     ASSERT_THAT(ImportAnswer(Parts(40)), Succeeds());
@@ -261,6 +279,34 @@ TEST_F(StoreFault, AWriterWaitsForAnotherAndThenSaysThatTheStoreIsInUse)
     }
 }
 
+TEST_F(StoreFault, AStoreThatAnotherProgramLocksForItselfIsSaidToBeInUse)
+{
+    m_pStore.reset();
+    int ready[2];
+    int done[2];
+    ASSERT_EQ(pipe(ready), 0);
+    ASSERT_EQ(pipe(done), 0);
+    const pid_t pid = fork();
+    ASSERT_GE(pid, 0);
+    if (pid == 0) {
+        QTBStoreDatabase database(Path(), {});
+        database.Execute("PRAGMA locking_mode = EXCLUSIVE; BEGIN EXCLUSIVE; UPDATE counter SET last_id = last_id");
+        char c = 'x';
+        _exit(write(ready[1], &c, 1) == 1 && read(done[0], &c, 1) == 1 ? 0 : 1);
+    }
+    char c = 0;
+    ASSERT_EQ(read(ready[0], &c, 1), 1);
+    EXPECT_THAT(Open(Path()), FailsWith("StoreBusyERR_1006", Path().c_str()));
+    ASSERT_EQ(write(done[1], &c, 1), 1);
+    int status = 0;
+    waitpid(pid, &status, 0);
+    EXPECT_EQ(status, 0);
+    EXPECT_THAT(Open(Path()), Succeeds());
+    for (const int descriptor : {ready[0], ready[1], done[0], done[1]}) {
+        close(descriptor);
+    }
+}
+
 TEST_F(StoreFault, TwoProcessesThatChangeTheStoreTakeTurns)
 {
     constexpr int PROCESSES = 3;
@@ -324,6 +370,8 @@ TEST_F(StoreFault, AStoreOpenedForReadingRefusesEveryChange)
     const auto readOnly = FailsWith("StoreReadOnlyERR_1007", path.c_str());
     EXPECT_THAT(CheckOut({"A"}), readOnly);
     EXPECT_THAT(CheckIn({"A"}), readOnly);
+    EXPECT_THAT(CheckIn({"A"}, {WriteFile("f", "content").c_str()}), readOnly);
+    EXPECT_FALSE(fs::exists(Path() + ".files"));
     EXPECT_THAT(Promote({"A"}), readOnly);
     EXPECT_THAT(Revise({"A"}), readOnly);
     EXPECT_THAT(UpdateAttributes("A", ""), readOnly);

@@ -240,6 +240,15 @@ TEST_F(StoreKill, AFileThatNobodyRefersToAfterACrashGoesWithTheNextCheck)
     EXPECT_EQ(countFiles(), 1);
     EXPECT_THAT(Faults(), IsEmpty());
     EXPECT_EQ(countFiles(), 0);
+
+    // A copy that was in the making goes when it is old enough to be nobody's.
+    const std::string abandoned = Path() + ".files/incoming-4711-1";
+    std::ofstream(abandoned) << "half a file";
+    EXPECT_THAT(Faults(), IsEmpty());
+    EXPECT_EQ(countFiles(), 1);
+    fs::last_write_time(abandoned, fs::file_time_type::clock::now() - std::chrono::hours(25));
+    EXPECT_THAT(Faults(), IsEmpty());
+    EXPECT_EQ(countFiles(), 0);
 }
 
 } // namespace

@@ -66,6 +66,20 @@ TEST_F(StoreMigrations, AStoreOfEveryEarlierVersionIsBroughtUpToDate)
     }
 }
 
+TEST_F(StoreMigrations, TheDocumentationHasEveryTableAndIndex)
+{
+    const std::string text = ReadFile(QTB_SOURCE_DIR "/docs/store.md");
+    m_pStore.reset();
+    QTBStoreDatabase database(Path(), {});
+    QTBStoreStatement rows = database.Prepare("SELECT name FROM sqlite_schema WHERE name NOT LIKE 'sqlite_%'");
+    int count = 0;
+    while (rows.Step()) {
+        EXPECT_THAT(text, HasSubstr(std::string(rows.GetText(0))));
+        ++count;
+    }
+    EXPECT_GT(count, 15);
+}
+
 TEST_F(StoreMigrations, AnOldStoreThatMayOnlyBeReadStaysAsItIs)
 {
     const std::string path = MakeOldStore(1);

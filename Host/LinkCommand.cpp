@@ -271,8 +271,13 @@ private:
                    CountFiles());
         fmt::print(std::cout, "{} part-to-part relations shown, {} of them without a product in the assembly\n",
                    m_ShownRelations, m_OnlyInPdm.size());
-        for (const auto& [key, text] : m_OnlyInPdm) {
-            fmt::print(std::cout, "  only in PDM: {}  {}\n", key, text);
+        // Sorted, so that the places of one relation stand together.
+        for (auto first = m_OnlyInPdm.begin(); first != m_OnlyInPdm.end();) {
+            const auto last = std::upper_bound(first, m_OnlyInPdm.end(), *first);
+            const auto places = last - first;
+            fmt::print(std::cout, "  only in PDM: {}  {}{}\n", first->first, first->second,
+                       places > 1 ? fmt::format(", {} places", places) : "");
+            first = last;
         }
     }
 

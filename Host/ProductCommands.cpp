@@ -176,7 +176,7 @@ int RunDiff(const ProductOptions& options)
             text += fmt::format("  - {}\n", name.View());
         }
     }
-    text += fmt::format("{} instances added, {} missing\n", added, missing);
+    text += fmt::format("{} {} added, {} missing\n", added, added == 1 ? "instance" : "instances", missing);
     Print({{"products", products}, {"added", added}, {"missing", missing}}, options.asJson, text);
     return static_cast<int>(ExitCode::Success);
 }

@@ -1,21 +1,13 @@
-// Expansion of a window's tree, all levels at once: rep nodes created and linked, beside a tree of plain structs with
-// keys that holds the same nodes.
+// What happens to a window's tree, all levels at once: expanded, redrawn, folded; and the clean-up of the graph below
+// it. Beside a tree of plain structs that holds the same nodes, made, walked and dropped.
 
 #include <memory>
-#include <string>
-#include <unordered_map>
-#include <vector>
 
 #include <benchmark/benchmark.h>
 
 #include "AnswerGenerator.h"
-#include "BenchmarkSession.h"
-#include "CATInstantiateComponent.h"
-#include "QTBConstants.h"
-#include "QTBIPdmNode.h"
-#include "QTBIRepNode.h"
-#include "QTBIRepNodeCont.h"
-#include "QTBNodeRelationInfo.h"
+#include "PlainTree.h"
+#include "RepTree.h"
 
 namespace {
 
@@ -24,7 +16,7 @@ constexpr int CHILDREN = 10;
 void Sizes(benchmark::internal::Benchmark* pBenchmark)
 {
     // Parts; each but the root gives two rep nodes, its relation's and its own.
-    pBenchmark->Arg(1000)->Arg(10000)->Arg(100000)->Arg(500000)->Unit(benchmark::kMillisecond);
+    pBenchmark->Arg(500)->Arg(5000)->Arg(50000)->Arg(100000)->Arg(500000)->Unit(benchmark::kMillisecond);
 }
 
 void ReportPerNode(benchmark::State& state)
@@ -34,52 +26,22 @@ void ReportPerNode(benchmark::State& state)
                            benchmark::Counter::kIsIterationInvariantRate | benchmark::Counter::kInvert);
 }
 
-// The rep node container of a window; it leaves the registry with the object.
-class RepTree
+int PartsOf(const benchmark::State& state)
 {
-public:
-    RepTree()
-    {
-        CATBaseUnknown* pBaseUnknown = nullptr;
-        CATInstantiateComponent("QTBRepNodeCont", CLSID_CATBaseUnknown, reinterpret_cast<void**>(&pBaseUnknown));
-        m_spIRepNodeCont = CATBaseUnknown_var::Adopt(pBaseUnknown);
-    }
-    RepTree(const RepTree&) = delete;
-    RepTree& operator=(const RepTree&) = delete;
-    ~RepTree() { m_spIRepNodeCont->Cleanup(); }
-
-    const QTBIRepNodeCont_var& Get() const { return m_spIRepNodeCont; }
-
-private:
-    QTBIRepNodeCont_var m_spIRepNodeCont;
-};
+    return static_cast<int>(state.range(0));
+}
 
 void ExpandRepTree(benchmark::State& state)
 {
     const BenchmarkSession session;
-    session.Update(AnswerGenerator::Tree(static_cast<int>(state.range(0)), CHILDREN));
-    QTBIPdmNode_var spIPdmNodeOnRoot;
-    unsigned char bFound = FALSE;
-    session.GetPdmNodeCont()->GetPdmNodeByKey(AnswerGenerator::Key(0).c_str(), &spIPdmNodeOnRoot, &bFound);
-    CATListValQTBNodeRelationInfo relations;
-    relations.Append(QTBNodeRelationInfo("PartPart", usLEFT_TO_RIGHT));
-    NodesToRetrieve allNodes = ALL_NODES;
-    unsigned char bTrue = TRUE;
-    unsigned char bFalse = FALSE;
-
+    session.Update(AnswerGenerator::Tree(PartsOf(state), CHILDREN));
     for (auto _ : state) {
         state.PauseTiming();
         auto pTree = std::make_unique<RepTree>();
-        pTree->Get()->SetPdmNodesToConsider(&allNodes);
         state.ResumeTiming();
-        pTree->Get()->UpdateRepTrees(spIPdmNodeOnRoot, relations, &bFalse, nullptr, nullptr, &bTrue);
+        pTree->Expand(session);
         state.PauseTiming();
-        CATListValCATBaseUnknown_var nodes;
-        pTree->Get()->GetAllRepNodes(&nodes);
-        if (nodes.Size() != 2 * state.range(0) - 1) {
-            state.SkipWithError("the tree is not complete");
-        }
-        nodes.RemoveAll();
+        pTree->Require(PartsOf(state));
         pTree.reset();
         state.ResumeTiming();
     }
@@ -87,52 +49,127 @@ void ExpandRepTree(benchmark::State& state)
 }
 BENCHMARK(ExpandRepTree)->Name("Measured/Expansion")->Apply(Sizes);
 
-// The floor: for each part and relation a struct with its key, filed by key, linked to parent and children.
-struct PlainNode
+void MakePlainTree(benchmark::State& state)
 {
-    std::string key;
-    int pdmNode;
-    PlainNode* pParent;
-    std::vector<PlainNode*> children;
-};
-
-void ExpandPlainTree(benchmark::State& state)
-{
-    const int partCount = static_cast<int>(state.range(0));
-    std::vector<std::vector<int>> childrenOf(static_cast<std::size_t>(partCount));
-    for (int part = 1; part < partCount; ++part) {
-        childrenOf[static_cast<std::size_t>((part - 1) / CHILDREN)].push_back(part);
-    }
     for (auto _ : state) {
-        std::unordered_map<std::string, std::unique_ptr<PlainNode>> nodes;
-        int counter = 0;
-        const auto create = [&](int part, PlainNode* pParent) {
-            auto pNode = std::make_unique<PlainNode>();
-            pNode->key = AnswerGenerator::Key(part) + "-Rep-" + std::to_string(++counter);
-            pNode->pdmNode = part;
-            pNode->pParent = pParent;
-            PlainNode* pCreated = pNode.get();
-            if (pParent != nullptr) {
-                pParent->children.push_back(pCreated);
-            }
-            nodes.emplace(pCreated->key, std::move(pNode));
-            return pCreated;
-        };
-        std::vector<PlainNode*> waiting = {create(0, nullptr)};
-        while (!waiting.empty()) {
-            PlainNode* pParent = waiting.back();
-            waiting.pop_back();
-            for (const int part : childrenOf[static_cast<std::size_t>(pParent->pdmNode)]) {
-                waiting.push_back(create(part, create(part, pParent)));
-            }
-        }
-        benchmark::DoNotOptimize(nodes.size());
+        auto pTree = std::make_unique<PlainTree>(PartsOf(state), CHILDREN);
         state.PauseTiming();
-        nodes.clear();
+        pTree.reset();
         state.ResumeTiming();
     }
     ReportPerNode(state);
 }
-BENCHMARK(ExpandPlainTree)->Name("Floor/Expansion")->Apply(Sizes);
+BENCHMARK(MakePlainTree)->Name("Floor/Expansion")->Apply(Sizes);
+
+// From the text of an answer to the tree in a window.
+void ReadAndExpand(benchmark::State& state)
+{
+    const std::string xml = AnswerGenerator::Tree(PartsOf(state), CHILDREN);
+    for (auto _ : state) {
+        state.PauseTiming();
+        auto pSession = std::make_unique<BenchmarkSession>();
+        auto pTree = std::make_unique<RepTree>();
+        state.ResumeTiming();
+        pSession->Update(xml);
+        pTree->Expand(*pSession);
+        state.PauseTiming();
+        pTree->Require(PartsOf(state));
+        pTree.reset();
+        pSession.reset();
+        state.ResumeTiming();
+    }
+    ReportPerNode(state);
+}
+BENCHMARK(ReadAndExpand)->Name("Measured/Update and expansion")->Apply(Sizes);
+
+void RedrawRepTree(benchmark::State& state)
+{
+    const BenchmarkSession session;
+    session.Update(AnswerGenerator::Tree(PartsOf(state), CHILDREN));
+    const RepTree tree;
+    tree.Expand(session);
+    tree.Require(PartsOf(state));
+    const QTBIRepNode_var spIRepNodeOnRoot = tree.GetRoot();
+    for (auto _ : state) {
+        unsigned char bRecursive = TRUE;
+        spIRepNodeOnRoot->Redraw(&bRecursive);
+    }
+    ReportPerNode(state);
+}
+BENCHMARK(RedrawRepTree)->Name("Measured/Redraw")->Apply(Sizes);
+
+void WalkPlainTree(benchmark::State& state)
+{
+    const PlainTree tree(PartsOf(state), CHILDREN);
+    for (auto _ : state) {
+        benchmark::DoNotOptimize(tree.Walk());
+    }
+    ReportPerNode(state);
+}
+BENCHMARK(WalkPlainTree)->Name("Floor/Redraw")->Apply(Sizes);
+
+void FoldRepTree(benchmark::State& state)
+{
+    const BenchmarkSession session;
+    session.Update(AnswerGenerator::Tree(PartsOf(state), CHILDREN));
+    for (auto _ : state) {
+        state.PauseTiming();
+        auto pTree = std::make_unique<RepTree>();
+        pTree->Expand(session);
+        pTree->Require(PartsOf(state));
+        QTBIRepNode_var spIRepNodeOnRoot = pTree->GetRoot();
+        state.ResumeTiming();
+        pTree->GetCont()->DeExpand(&spIRepNodeOnRoot);
+        state.PauseTiming();
+        spIRepNodeOnRoot = NULL_var;
+        pTree.reset();
+        state.ResumeTiming();
+    }
+    ReportPerNode(state);
+}
+BENCHMARK(FoldRepTree)->Name("Measured/Fold")->Apply(Sizes);
+
+void DropPlainTree(benchmark::State& state)
+{
+    for (auto _ : state) {
+        state.PauseTiming();
+        auto pTree = std::make_unique<PlainTree>(PartsOf(state), CHILDREN);
+        state.ResumeTiming();
+        pTree.reset();
+    }
+    ReportPerNode(state);
+}
+BENCHMARK(DropPlainTree)->Name("Floor/Fold")->Apply(Sizes);
+
+// The window closes and the graph goes: two nodes of the graph and two rep nodes for each part.
+void CleanUp(benchmark::State& state)
+{
+    for (auto _ : state) {
+        state.PauseTiming();
+        auto pSession = std::make_unique<BenchmarkSession>();
+        pSession->Update(AnswerGenerator::Tree(PartsOf(state), CHILDREN));
+        auto pTree = std::make_unique<RepTree>();
+        pTree->Expand(*pSession);
+        state.ResumeTiming();
+        pTree.reset();
+        pSession.reset();
+    }
+    ReportPerNode(state);
+}
+BENCHMARK(CleanUp)->Name("Measured/Clean-up")->Apply(Sizes);
+
+void DropTwoPlainTrees(benchmark::State& state)
+{
+    for (auto _ : state) {
+        state.PauseTiming();
+        auto pGraph = std::make_unique<PlainTree>(PartsOf(state), CHILDREN);
+        auto pTree = std::make_unique<PlainTree>(PartsOf(state), CHILDREN);
+        state.ResumeTiming();
+        pTree.reset();
+        pGraph.reset();
+    }
+    ReportPerNode(state);
+}
+BENCHMARK(DropTwoPlainTrees)->Name("Floor/Clean-up")->Apply(Sizes);
 
 } // namespace

@@ -1,5 +1,5 @@
-// Runs the benchmarks and prints, behind the times, what each costs beside its floor: two benchmarks named
-// Measured/<what>/... and Floor/<what>/... with the same arguments are a pair.
+// Runs the benchmarks and prints, behind the times, what each costs beside its floor and its peers: benchmarks named
+// Measured/<what>/..., Floor/<what>/... and "Peer <whose>/<what>/..." with the same arguments belong together.
 
 #include <cstdio>
 #include <map>
@@ -10,8 +10,7 @@
 
 namespace {
 
-const std::string MEASURED = "Measured/";
-const std::string FLOOR = "Floor/";
+const std::string MEASURED = "Measured";
 
 class RatioReporter : public benchmark::ConsoleReporter
 {
@@ -20,47 +19,40 @@ public:
     {
         ConsoleReporter::ReportRuns(runs);
         for (const Run& run : runs) {
-            const bool isMedian = run.run_type == Run::RT_Aggregate && run.aggregate_name == "median";
-            if (run.run_type == Run::RT_Aggregate && !isMedian) {
+            if (run.error_occurred || (run.run_type == Run::RT_Aggregate && run.aggregate_name != "median")) {
                 continue;
             }
-            std::string name = run.run_name.str();
-            const std::string& prefix = name.starts_with(MEASURED) ? MEASURED : FLOOR;
-            if (!name.starts_with(prefix)) {
-                continue;
+            const std::string name = run.run_name.str();
+            const std::size_t slash = name.find('/');
+            const std::string what = name.substr(slash + 1);
+            if (m_Times[what].empty()) {
+                m_Order.push_back(what);
             }
-            name.erase(0, prefix.size());
-            Pair& pair = m_Pairs[name];
-            (prefix == MEASURED ? pair.measured : pair.floor) = run.GetAdjustedRealTime();
-            if (pair.position == 0) {
-                pair.position = m_Pairs.size();
-            }
+            m_Times[what][name.substr(0, slash)] = run.GetAdjustedCPUTime();
         }
     }
 
     void Finalize() override
     {
-        std::vector<const std::pair<const std::string, Pair>*> ordered(m_Pairs.size());
-        for (const auto& pair : m_Pairs) {
-            ordered[pair.second.position - 1] = &pair;
-        }
-        std::printf("\n%-60s %14s\n", "beside its floor", "ratio");
-        for (const auto* pPair : ordered) {
-            if (pPair->second.measured > 0 && pPair->second.floor > 0) {
-                std::printf("%-60s %14.2f\n", pPair->first.c_str(), pPair->second.measured / pPair->second.floor);
+        std::printf("\n%-50s %-24s %14s\n", "processor time", "beside", "ratio");
+        for (const std::string& what : m_Order) {
+            const std::map<std::string, double>& times = m_Times[what];
+            const auto measured = times.find(MEASURED);
+            if (measured == times.end()) {
+                continue;
+            }
+            for (const auto& [side, time] : times) {
+                if (side != MEASURED && time > 0) {
+                    std::printf("%-50s %-24s %14.2f\n", what.c_str(), side.c_str(), measured->second / time);
+                }
             }
         }
     }
 
 private:
-    struct Pair
-    {
-        double measured = 0;
-        double floor = 0;
-        std::size_t position = 0;
-    };
-
-    std::map<std::string, Pair> m_Pairs;
+    // What was measured, in order, and the time of each side.
+    std::vector<std::string> m_Order;
+    std::map<std::string, std::map<std::string, double>> m_Times;
 };
 
 } // namespace

@@ -1,7 +1,9 @@
 #include "CATXMLStrictElement.h"
 
 #include <algorithm>
+#include <charconv>
 #include <string>
+#include <system_error>
 
 #include <pugixml.hpp>
 
@@ -27,11 +29,6 @@ CATUnicodeString OneOf(Names names, const char* open, const char* close, const c
     return names.size() == 0 ? CATUnicodeString(none) : CATUnicodeString(std::string_view(text));
 }
 
-CATUnicodeString Quoted(std::string_view text)
-{
-    return "\"" + CATUnicodeString::FromValidUtf8(text) + "\"";
-}
-
 } // namespace
 
 void CATXMLStrictElement::CheckForm(Names attributes, Names children, bool isTextAllowed) const
@@ -39,19 +36,19 @@ void CATXMLStrictElement::CheckForm(Names attributes, Names children, bool isTex
     for (CATDOMAttributeView attribute = m_View.GetFirstAttribute(); attribute; attribute = attribute.GetNext()) {
         if (!IsAmong(attributes, attribute.GetName())) {
             throw CATXMLRefusal{GetOffset(attribute),
-                                "the attribute " + Quoted(attribute.GetName()) + " of the element " +
-                                    Quoted(GetTagName()),
+                                "the attribute " + Quote(attribute.GetName()) + " of the element " +
+                                    Quote(GetTagName()),
                                 OneOf(attributes, "\"", "\"", "no attribute")};
         }
     }
     for (CATXMLStrictElement child = GetFirstChild(); child; child = child.GetNextSibling()) {
         if (!IsAmong(children, child.GetTagName())) {
-            child.Refuse("the element " + Quoted(child.GetTagName()) + " in the element " + Quoted(GetTagName()),
+            child.Refuse("the element " + Quote(child.GetTagName()) + " in the element " + Quote(GetTagName()),
                          OneOf(children, "<", ">", "no element"));
         }
     }
     if (!isTextAllowed && m_View.HasNonBlankText()) {
-        Refuse("text in the element " + Quoted(GetTagName()), "attributes and elements only");
+        Refuse("text in the element " + Quote(GetTagName()), "attributes and elements only");
     }
 }
 
@@ -64,7 +61,7 @@ CATUnicodeString CATXMLStrictElement::GetName(const char* attribute) const
 {
     CATUnicodeString name = GetText(attribute);
     if (!Has(attribute)) {
-        Refuse("the element " + Quoted(GetTagName()) + " has no attribute " + Quoted(attribute),
+        Refuse("the element " + Quote(GetTagName()) + " has no attribute " + Quote(attribute),
                CATUnicodeString(attribute) + "=\"...\"");
     }
     if (name.IsEmpty()) {
@@ -86,6 +83,33 @@ bool CATXMLStrictElement::GetFlag(const char* attribute, bool ifMissing) const
     return isTrue;
 }
 
+int CATXMLStrictElement::GetInteger(const char* attribute, int ifMissing, int least, int greatest) const
+{
+    const CATDOMAttributeView view = m_View.FindAttribute(attribute);
+    if (!view) {
+        return ifMissing;
+    }
+    const std::string_view text = view.GetValue();
+    int number = 0;
+    const auto [end, error] = std::from_chars(text.data(), text.data() + text.size(), number);
+    if (error != std::errc() || end != text.data() + text.size() || number < least || number > greatest) {
+        CATUnicodeString usLeast;
+        CATUnicodeString usGreatest;
+        usLeast.BuildFromNum(least);
+        usGreatest.BuildFromNum(greatest);
+        RefuseValue(attribute, "a whole number from " + usLeast + " to " + usGreatest);
+    }
+    return number;
+}
+
+CATUnicodeString CATXMLStrictElement::Quote(std::string_view text)
+{
+    constexpr int LONGEST = 60;
+    const CATUnicodeString usText = CATUnicodeString::FromValidUtf8(text);
+    const bool isLong = usText.GetLengthInChar() > LONGEST;
+    return "\"" + (isLong ? usText.SubString(0, LONGEST) + "..." : usText) + "\"";
+}
+
 void CATXMLStrictElement::Refuse(const CATUnicodeString& problem, const CATUnicodeString& expected) const
 {
     throw CATXMLRefusal{GetOffset(), problem, expected};
@@ -95,7 +119,21 @@ void CATXMLStrictElement::RefuseValue(const char* attribute, const CATUnicodeStr
 {
     const CATDOMAttributeView view = m_View.FindAttribute(attribute);
     throw CATXMLRefusal{GetOffset(view),
-                        "the value " + Quoted(view.GetValue()) + " of the attribute " + Quoted(attribute), expected};
+                        "the value " + Quote(view.GetValue()) + " of the attribute " + Quote(attribute), expected};
+}
+
+void CATXMLStrictElement::RefuseSecond(bool isSecond) const
+{
+    if (isSecond) {
+        Refuse("a second element " + Quote(GetTagName()), "one at most");
+    }
+}
+
+void CATXMLStrictElement::RefuseSecondName(bool isSecond) const
+{
+    if (isSecond) {
+        RefuseValue("name", "a name that no other <" + CATUnicodeString::FromValidUtf8(GetTagName()) + "> here has");
+    }
 }
 
 std::size_t CATXMLStrictElement::GetOffset() const

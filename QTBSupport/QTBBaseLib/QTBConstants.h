@@ -47,7 +47,7 @@ enum QTBBomType : int
 };
 
 // Kinds of CAD files.
-enum QTBCatiaFileClass
+enum QTBCatiaFileClass : int
 {
     QTB_CATIA_FILE_CLASS_UNKNOWN = 0,
     QTB_CATIA_FILE_CLASS_CATPRODUCT = 1,
@@ -60,7 +60,7 @@ enum QTBCatiaFileClass
 };
 
 // The PDM systems that a schema can name.
-enum QTBPdmSystem
+enum QTBPdmSystem : int
 {
     QTB_PDMSYSTEM_UNKNOWN = 0,
     QTB_PDMSYSTEM_ARAS_INNOVATOR = 1,
@@ -68,14 +68,14 @@ enum QTBPdmSystem
 };
 
 // What the root of a tree to be highlighted is looked up by.
-enum QTBRootRepNodeType
+enum QTBRootRepNodeType : int
 {
     QTB_ROOT_REP_NODE_PART = 0, // by part number
     QTB_ROOT_REP_NODE_FILE = 1  // by file name
 };
 
 // Where new relations are added in a node's list.
-enum QTBPlaceToAdd
+enum QTBPlaceToAdd : int
 {
     QTB_PLACE_TO_ADD_FRONT = 0,
     QTB_PLACE_TO_ADD_END = 1
@@ -96,7 +96,7 @@ enum QTBPsnAttrType : int
 };
 
 // Settings of a PDM session that are texts; the schema holds them.
-enum QTBPdmSessionStringAttr
+enum QTBPdmSessionStringAttr : int
 {
     QTB_PDM_SESSION_PART_NUMBER_ATTR = 3,   // attribute that holds a part's number
     QTB_PDM_SESSION_INSTANCE_NAME_ATTR = 4, // attribute that holds the instance names of a part-to-part relation

@@ -341,14 +341,17 @@ HRESULT QTBPdmGraphUtil::GetCatiaFileNodeInformation(const QTBIPdmObjNode_var& s
     return S_OK;
 }
 
-HRESULT QTBPdmGraphUtil::SetAdd(const CATBaseUnknown_var& spNode, CATListValCATBaseUnknown_var* pNodes)
+HRESULT QTBPdmGraphUtil::SetAdd(const CATBaseUnknown_var& spNode, CATListValCATBaseUnknown_var* pNodes,
+                                std::unordered_set<const CATBaseUnknown*>* pSetOfNodes)
 {
     if (spNode == NULL_var || pNodes == nullptr) {
         return E_FAIL;
     }
-    const bool isThere = std::any_of(pNodes->begin(), pNodes->end(), [&spNode](const CATBaseUnknown_var& spOther) {
-        return spOther.Get() == spNode.Get();
-    });
+    const bool isThere =
+        pSetOfNodes != nullptr
+            ? !pSetOfNodes->insert(spNode.Get()).second
+            : std::any_of(pNodes->begin(), pNodes->end(),
+                          [&spNode](const CATBaseUnknown_var& spOther) { return spOther.Get() == spNode.Get(); });
     if (!isThere) {
         pNodes->Append(spNode);
     }

@@ -1,5 +1,7 @@
 #pragma once
 
+#include <unordered_set>
+
 #include "CATListValCATBaseUnknown_var.h"
 #include "CATUnicodeString.h"
 #include "QTBBaseLibExport.h"
@@ -61,6 +63,8 @@ public:
                                                CATUnicodeString* pusFileType, QTBCatiaFileClass* pFileClass,
                                                unsigned char* pbIsCatiaFile);
 
-    // Appends a node unless the list holds it already. Looks through the list: for collecting a handful.
-    static HRESULT SetAdd(const CATBaseUnknown_var& spNode, CATListValCATBaseUnknown_var* pNodes);
+    // Appends a node unless the list holds it already. The list is looked through, unless the caller keeps a set of
+    // the nodes beside it.
+    static HRESULT SetAdd(const CATBaseUnknown_var& spNode, CATListValCATBaseUnknown_var* pNodes,
+                          std::unordered_set<const CATBaseUnknown*>* pSetOfNodes = nullptr);
 };

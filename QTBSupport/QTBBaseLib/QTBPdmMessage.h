@@ -4,7 +4,7 @@
 #include "CATUnicodeString.h"
 
 // Weight of a message from the PDM system.
-enum QTBPdmMessageType
+enum QTBPdmMessageType : int
 {
     QTB_PDM_MESSAGE_INFORMATION = 0,
     QTB_PDM_MESSAGE_WARNING = 1,

@@ -51,16 +51,16 @@ HRESULT QTBSchemaReader::ReadFile(const CATUnicodeString& usPath, std::unique_pt
     }
     try {
         QTBSchemaReader reader;
-        reader.ReadSchema(QTBSchemaXmlElement(spIDOMElementOnRoot->GetView()));
+        reader.ReadSchema(CATXMLStrictElement(spIDOMElementOnRoot->GetView()));
         *ppSchema = std::move(reader.m_pSchema);
-    } catch (const QTBSchemaRefusal& refusal) {
+    } catch (const CATXMLRefusal& refusal) {
         return CATXMLTextCheck::Refuse(ReadTextAgain(usPath), refusal.offset, usPath, refusal.problem,
                                        refusal.expected);
     }
     return S_OK;
 }
 
-void QTBSchemaReader::ReadSchema(const QTBSchemaXmlElement& root)
+void QTBSchemaReader::ReadSchema(const CATXMLStrictElement& root)
 {
     if (!root.Is("qtbSchema")) {
         root.Refuse("the element \"" + CATUnicodeString(root.GetTagName()) + "\"", "<qtbSchema>");
@@ -71,7 +71,7 @@ void QTBSchemaReader::ReadSchema(const QTBSchemaXmlElement& root)
     struct Section
     {
         const char* name;
-        void (QTBSchemaReader::*read)(const QTBSchemaXmlElement&);
+        void (QTBSchemaReader::*read)(const CATXMLStrictElement&);
         bool isNeeded;
     };
     constexpr Section SECTIONS[] = {{"attributeNames", &QTBSchemaReader::ReadAttributeNames, true},
@@ -82,8 +82,8 @@ void QTBSchemaReader::ReadSchema(const QTBSchemaXmlElement& root)
                                     {"session", &QTBSchemaReader::ReadSession, false},
                                     {"nodeBehaviors", &QTBSchemaReader::ReadNodeBehaviors, false}};
     for (const Section& section : SECTIONS) {
-        QTBSchemaXmlElement found;
-        root.ForEachChild([&section, &found](const QTBSchemaXmlElement& child) {
+        CATXMLStrictElement found;
+        root.ForEachChild([&section, &found](const CATXMLStrictElement& child) {
             if (child.Is(section.name)) {
                 child.RefuseSecond(static_cast<bool>(found));
                 found = child;
@@ -99,7 +99,7 @@ void QTBSchemaReader::ReadSchema(const QTBSchemaXmlElement& root)
     CheckReferences();
 }
 
-void QTBSchemaReader::ReadSettings(const QTBSchemaXmlElement& root)
+void QTBSchemaReader::ReadSettings(const CATXMLStrictElement& root)
 {
     // The last two name the grammar of the file, for editors.
     root.CheckForm({"system", "customization", "catalog", "maxExpansionLevel", "maxDescAttrLength",
@@ -112,8 +112,8 @@ void QTBSchemaReader::ReadSettings(const QTBSchemaXmlElement& root)
         }
     }
     if (m_pSchema->m_System == QTB_PDMSYSTEM_UNKNOWN) {
-        root.RefuseValue("system", QTBSchemaXmlElement::Quote(SYSTEMS[0].text) + " or " +
-                                       QTBSchemaXmlElement::Quote(SYSTEMS[1].text));
+        root.RefuseValue("system", CATXMLStrictElement::Quote(SYSTEMS[0].text) + " or " +
+                                       CATXMLStrictElement::Quote(SYSTEMS[1].text));
     }
     m_pSchema->m_usCustomization = root.GetText("customization");
     m_pSchema->m_usCatalogName = root.GetName("catalog");
@@ -122,7 +122,7 @@ void QTBSchemaReader::ReadSettings(const QTBSchemaXmlElement& root)
     m_pSchema->m_bShowDataSourceNlsValues = root.GetFlag("showDataSourceNlsValues", false) ? TRUE : FALSE;
 }
 
-void QTBSchemaReader::ReadAttributeNames(const QTBSchemaXmlElement& section)
+void QTBSchemaReader::ReadAttributeNames(const CATXMLStrictElement& section)
 {
     section.CheckForm({"class", "key", "relation", "left", "right", "leftClass", "rightClass"}, {});
     QTBSchema::AttrNames& Names = m_pSchema->m_AttrNames;
@@ -135,7 +135,7 @@ void QTBSchemaReader::ReadAttributeNames(const QTBSchemaXmlElement& section)
     Names.rightClassAttr = section.GetName("rightClass");
 }
 
-void QTBSchemaReader::ReadSession(const QTBSchemaXmlElement& section)
+void QTBSchemaReader::ReadSession(const CATXMLStrictElement& section)
 {
     section.CheckForm({"bomPartStructure", QTBSchema::PART_CLASS, "partNumberAttr", "instanceNameAttr", "fileNameAttr"},
                       {});
@@ -156,13 +156,13 @@ void QTBSchemaReader::ReadSession(const QTBSchemaXmlElement& section)
     }
 }
 
-void QTBSchemaReader::ReadDataSources(const QTBSchemaXmlElement& section)
+void QTBSchemaReader::ReadDataSources(const CATXMLStrictElement& section)
 {
     section.CheckForm({}, {"dataSource"});
-    section.ForEachChild([this](const QTBSchemaXmlElement& element) {
+    section.ForEachChild([this](const CATXMLStrictElement& element) {
         element.CheckForm({"name"}, {"value"});
         std::vector<std::unique_ptr<QTBSchemaValue>> Values;
-        element.ForEachChild([&Values](const QTBSchemaXmlElement& value) {
+        element.ForEachChild([&Values](const CATXMLStrictElement& value) {
             value.CheckForm({"name", "displayName"}, {});
             Values.push_back(std::make_unique<QTBSchemaValue>(value.GetName("name"), value.GetText("displayName")));
         });
@@ -173,10 +173,10 @@ void QTBSchemaReader::ReadDataSources(const QTBSchemaXmlElement& section)
     });
 }
 
-void QTBSchemaReader::ReadAttributes(const QTBSchemaXmlElement& section)
+void QTBSchemaReader::ReadAttributes(const CATXMLStrictElement& section)
 {
     section.CheckForm({}, {"attribute"});
-    section.ForEachChild([this](const QTBSchemaXmlElement& element) {
+    section.ForEachChild([this](const CATXMLStrictElement& element) {
         element.CheckForm({"name", "nlsKey", "dataSource"}, {});
         const CATUnicodeString usName = element.GetName("name");
         const CATUnicodeString usDataSource = element.GetText("dataSource");
@@ -190,10 +190,10 @@ void QTBSchemaReader::ReadAttributes(const QTBSchemaXmlElement& section)
     });
 }
 
-void QTBSchemaReader::ReadObjects(const QTBSchemaXmlElement& section)
+void QTBSchemaReader::ReadObjects(const CATXMLStrictElement& section)
 {
     section.CheckForm({}, {"object"});
-    section.ForEachChild([this](const QTBSchemaXmlElement& element) { ReadObject(element); });
+    section.ForEachChild([this](const CATXMLStrictElement& element) { ReadObject(element); });
     if (m_pSchema->m_Objects.empty()) {
         section.Refuse("the element \"objects\" has no element", "<object>");
     }
@@ -201,17 +201,17 @@ void QTBSchemaReader::ReadObjects(const QTBSchemaXmlElement& section)
     FilePartAndFileClasses();
 }
 
-void QTBSchemaReader::ReadRelations(const QTBSchemaXmlElement& section)
+void QTBSchemaReader::ReadRelations(const CATXMLStrictElement& section)
 {
     section.CheckForm({}, {"relation"});
-    section.ForEachChild([this](const QTBSchemaXmlElement& element) { ReadRelation(element); });
+    section.ForEachChild([this](const CATXMLStrictElement& element) { ReadRelation(element); });
 }
 
-void QTBSchemaReader::ReadNodeBehaviors(const QTBSchemaXmlElement& section)
+void QTBSchemaReader::ReadNodeBehaviors(const CATXMLStrictElement& section)
 {
     section.CheckForm({}, {"nodeBehavior"});
     m_pSchema->m_pBehaviors = std::make_unique<QTBCatiaNodeBehaviorDefinitions>();
-    section.ForEachChild([this](const QTBSchemaXmlElement& element) {
+    section.ForEachChild([this](const CATXMLStrictElement& element) {
         element.CheckForm({"nodeType", "partNumberPrefix", "behavior"}, {});
         // Any behaviour is taken here: a product whose record has an unknown one is treated as if it had none.
         m_pSchema->m_pBehaviors->Append(std::make_unique<QTBCatiaNodeBehavior>(

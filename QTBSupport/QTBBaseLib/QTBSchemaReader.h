@@ -6,8 +6,8 @@
 
 #include "CATDataType.h"
 #include "CATListValCATUnicodeString.h"
+#include "CATXMLStrictElement.h"
 #include "QTBSchema.h"
-#include "QTBSchemaXmlElement.h"
 
 class QTBPdmTree;
 
@@ -28,30 +28,30 @@ private:
     QTBSchemaReader();
     ~QTBSchemaReader();
 
-    void ReadSchema(const QTBSchemaXmlElement& root);
-    void ReadSettings(const QTBSchemaXmlElement& root);
-    void ReadAttributeNames(const QTBSchemaXmlElement& section);
-    void ReadSession(const QTBSchemaXmlElement& section);
-    void ReadDataSources(const QTBSchemaXmlElement& section);
-    void ReadAttributes(const QTBSchemaXmlElement& section);
-    void ReadObjects(const QTBSchemaXmlElement& section);
-    void ReadRelations(const QTBSchemaXmlElement& section);
-    void ReadNodeBehaviors(const QTBSchemaXmlElement& section);
+    void ReadSchema(const CATXMLStrictElement& root);
+    void ReadSettings(const CATXMLStrictElement& root);
+    void ReadAttributeNames(const CATXMLStrictElement& section);
+    void ReadSession(const CATXMLStrictElement& section);
+    void ReadDataSources(const CATXMLStrictElement& section);
+    void ReadAttributes(const CATXMLStrictElement& section);
+    void ReadObjects(const CATXMLStrictElement& section);
+    void ReadRelations(const CATXMLStrictElement& section);
+    void ReadNodeBehaviors(const CATXMLStrictElement& section);
 
-    void ReadObject(const QTBSchemaXmlElement& element);
-    void ReadRelation(const QTBSchemaXmlElement& element);
+    void ReadObject(const CATXMLStrictElement& element);
+    void ReadRelation(const CATXMLStrictElement& element);
     // Makes the class that the element names, with what all kinds of classes have in common.
     template <class Class, class Index>
-    std::unique_ptr<Class> MakeClass(const QTBSchemaXmlElement& element, const Index& index);
+    std::unique_ptr<Class> MakeClass(const CATXMLStrictElement& element, const Index& index);
     // Reads a child element that every kind of class can have; false for any other.
-    bool ReadNodePart(const QTBSchemaXmlElement& element, QTBSchemaNode* pNode);
+    bool ReadNodePart(const CATXMLStrictElement& element, QTBSchemaNode* pNode);
     template <class Class, class Index>
-    void InheritFromParent(const QTBSchemaXmlElement& element, const Index& index, Class* pClass);
+    void InheritFromParent(const CATXMLStrictElement& element, const Index& index, Class* pClass);
 
     // Appends the class of objects that a relation's end names, and its subclasses.
-    void ReadEnd(const QTBSchemaXmlElement& element, CATListValCATUnicodeString* pClassNames) const;
-    std::unique_ptr<QTBPdmTree> ReadPdmTree(const QTBSchemaXmlElement& element, const CATUnicodeString& usName);
-    CATUnicodeString ReadReference(const QTBSchemaXmlElement& element, const char* attribute, bool isRelation);
+    void ReadEnd(const CATXMLStrictElement& element, CATListValCATUnicodeString* pClassNames) const;
+    std::unique_ptr<QTBPdmTree> ReadPdmTree(const CATXMLStrictElement& element, const CATUnicodeString& usName);
+    CATUnicodeString ReadReference(const CATXMLStrictElement& element, const char* attribute, bool isRelation);
 
     void FileKindNames();
     void FilePartAndFileClasses();
@@ -60,7 +60,7 @@ private:
     // A name that must be that of a class, which may stand further down in the file.
     struct Reference
     {
-        QTBSchemaXmlElement element;
+        CATXMLStrictElement element;
         const char* attribute;
         bool isRelation;
     };

@@ -14,14 +14,14 @@ constexpr const char* NAME_OF_RELATION_CLASS = "a class of the section <relation
 
 CATUnicodeString Quote(const CATUnicodeString& usText)
 {
-    return QTBSchemaXmlElement::Quote(usText.View());
+    return CATXMLStrictElement::Quote(usText.View());
 }
 
-QTBSchemaAttributeRepList ReadAttributeReps(const QTBSchemaXmlElement& element)
+QTBSchemaAttributeRepList ReadAttributeReps(const CATXMLStrictElement& element)
 {
     QTBSchemaAttributeRepList Reps;
     std::unordered_set<CATUnicodeString> EmbeddedNames;
-    element.ForEachChild([&Reps, &EmbeddedNames](const QTBSchemaXmlElement& rep) {
+    element.ForEachChild([&Reps, &EmbeddedNames](const CATXMLStrictElement& rep) {
         rep.CheckForm({"name", "embeddedObject"}, {});
         const CATUnicodeString usName = rep.GetName("name");
         const CATUnicodeString usEmbeddedObjAttr = rep.GetText("embeddedObject");
@@ -35,7 +35,7 @@ QTBSchemaAttributeRepList ReadAttributeReps(const QTBSchemaXmlElement& element)
 }
 
 // The places where a context action is offered; empty for an action that a class does not offer, unlike its parent.
-CATUnicodeString ReadPlaces(const QTBSchemaXmlElement& element)
+CATUnicodeString ReadPlaces(const CATXMLStrictElement& element)
 {
     CATUnicodeString usPlaces = element.GetText("in");
     const auto known = {"", "PdmWindow", "QueryDialog", "PdmWindow QueryDialog", "QueryDialog PdmWindow"};
@@ -45,7 +45,7 @@ CATUnicodeString ReadPlaces(const QTBSchemaXmlElement& element)
     return usPlaces;
 }
 
-std::shared_ptr<QTBSchemaRelationship> ReadRelationship(const QTBSchemaXmlElement& element)
+std::shared_ptr<QTBSchemaRelationship> ReadRelationship(const CATXMLStrictElement& element)
 {
     element.CheckForm({"name", "nlsKey", "multiExpand"}, {});
     return std::make_shared<QTBSchemaRelationship>(element.GetName("name"), element.GetText("nlsKey"),
@@ -53,20 +53,20 @@ std::shared_ptr<QTBSchemaRelationship> ReadRelationship(const QTBSchemaXmlElemen
 }
 
 // The text of a flag that a subclass can leave to its parent; empty when it is missing.
-CATUnicodeString ReadFlagText(const QTBSchemaXmlElement& element, const char* attribute)
+CATUnicodeString ReadFlagText(const CATXMLStrictElement& element, const char* attribute)
 {
     element.GetFlag(attribute, false);
     return element.GetText(attribute);
 }
 
 template <class Part>
-void TakeOnce(const QTBSchemaXmlElement& element, const Part& part, Part* pTarget)
+void TakeOnce(const CATXMLStrictElement& element, const Part& part, Part* pTarget)
 {
     element.RefuseSecond(*pTarget != nullptr);
     *pTarget = part;
 }
 
-CATUnicodeString ReadDirection(const QTBSchemaXmlElement& element)
+CATUnicodeString ReadDirection(const CATXMLStrictElement& element)
 {
     CATUnicodeString usDirection = element.GetName("direction");
     if (!(usDirection == usLEFT_TO_RIGHT) && !(usDirection == usRIGHT_TO_LEFT)) {
@@ -77,13 +77,13 @@ CATUnicodeString ReadDirection(const QTBSchemaXmlElement& element)
 
 } // namespace
 
-void QTBSchemaReader::ReadObject(const QTBSchemaXmlElement& element)
+void QTBSchemaReader::ReadObject(const CATXMLStrictElement& element)
 {
     element.CheckForm({"name", "parent", "nlsKey", "icon", "tooltipAttr"},
                       {"description", "form", "contextAction", "part", "catiaFile", "partToFile", "pdmTree"});
     std::unique_ptr<QTBSchemaObject> pObject = MakeClass<QTBSchemaObject>(element, m_pSchema->m_ObjectIndex);
     std::unordered_set<CATUnicodeString> PdmTreeNames;
-    element.ForEachChild([this, &pObject, &PdmTreeNames](const QTBSchemaXmlElement& child) {
+    element.ForEachChild([this, &pObject, &PdmTreeNames](const CATXMLStrictElement& child) {
         if (ReadNodePart(child, pObject.get())) {
             return;
         }
@@ -119,14 +119,14 @@ void QTBSchemaReader::ReadObject(const QTBSchemaXmlElement& element)
     m_pSchema->m_Objects.push_back(std::move(pObject));
 }
 
-void QTBSchemaReader::ReadRelation(const QTBSchemaXmlElement& element)
+void QTBSchemaReader::ReadRelation(const CATXMLStrictElement& element)
 {
     element.CheckForm({"name", "parent", "nlsKey", "icon", "tooltipAttr", "singleExpand", "contextCreate"},
                       {"description", "form", "contextAction", "left", "right", "leftToRight", "rightToLeft"});
     std::unique_ptr<QTBSchemaRelation> pRelation = MakeClass<QTBSchemaRelation>(element, m_pSchema->m_RelationIndex);
     pRelation->m_usSingleExpand = ReadFlagText(element, "singleExpand");
     pRelation->m_usContextCreate = ReadFlagText(element, "contextCreate");
-    element.ForEachChild([this, &pRelation](const QTBSchemaXmlElement& child) {
+    element.ForEachChild([this, &pRelation](const CATXMLStrictElement& child) {
         if (ReadNodePart(child, pRelation.get())) {
             return;
         }
@@ -153,7 +153,7 @@ void QTBSchemaReader::ReadRelation(const QTBSchemaXmlElement& element)
 }
 
 template <class Class, class Index>
-std::unique_ptr<Class> QTBSchemaReader::MakeClass(const QTBSchemaXmlElement& element, const Index& index)
+std::unique_ptr<Class> QTBSchemaReader::MakeClass(const CATXMLStrictElement& element, const Index& index)
 {
     const CATUnicodeString usName = element.GetName("name");
     if (m_pSchema->FindClass(usName) != nullptr) {
@@ -185,7 +185,7 @@ std::unique_ptr<Class> QTBSchemaReader::MakeClass(const QTBSchemaXmlElement& ele
     return pClass;
 }
 
-bool QTBSchemaReader::ReadNodePart(const QTBSchemaXmlElement& element, QTBSchemaNode* pNode)
+bool QTBSchemaReader::ReadNodePart(const CATXMLStrictElement& element, QTBSchemaNode* pNode)
 {
     if (element.Is("description")) {
         element.CheckForm({}, {"attr"});
@@ -209,7 +209,7 @@ bool QTBSchemaReader::ReadNodePart(const QTBSchemaXmlElement& element, QTBSchema
 }
 
 template <class Class, class Index>
-void QTBSchemaReader::InheritFromParent(const QTBSchemaXmlElement& element, const Index& index, Class* pClass)
+void QTBSchemaReader::InheritFromParent(const CATXMLStrictElement& element, const Index& index, Class* pClass)
 {
     const CATUnicodeString usParent = element.GetText("parent");
     if (!usParent.IsEmpty()) {
@@ -217,7 +217,7 @@ void QTBSchemaReader::InheritFromParent(const QTBSchemaXmlElement& element, cons
     }
 }
 
-void QTBSchemaReader::ReadEnd(const QTBSchemaXmlElement& element, CATListValCATUnicodeString* pClassNames) const
+void QTBSchemaReader::ReadEnd(const CATXMLStrictElement& element, CATListValCATUnicodeString* pClassNames) const
 {
     element.CheckForm({"class"}, {});
     const auto found = m_KindNames.find(element.GetName("class"));
@@ -239,14 +239,14 @@ void QTBSchemaReader::ReadEnd(const QTBSchemaXmlElement& element, CATListValCATU
     }
 }
 
-std::unique_ptr<QTBPdmTree> QTBSchemaReader::ReadPdmTree(const QTBSchemaXmlElement& element,
+std::unique_ptr<QTBPdmTree> QTBSchemaReader::ReadPdmTree(const CATXMLStrictElement& element,
                                                          const CATUnicodeString& usName)
 {
     auto pPdmTree = std::make_unique<QTBPdmTree>(usName, element.GetText("nlsKey"));
     // The children of an object level are relations, those of a relation level objects.
     struct Level
     {
-        QTBSchemaXmlElement next;
+        CATXMLStrictElement next;
         QTBPdmTreeObj* pObj;
         QTBPdmTreeRel* pRel;
     };
@@ -272,7 +272,7 @@ std::unique_ptr<QTBPdmTree> QTBSchemaReader::ReadPdmTree(const QTBSchemaXmlEleme
     return pPdmTree;
 }
 
-CATUnicodeString QTBSchemaReader::ReadReference(const QTBSchemaXmlElement& element, const char* attribute,
+CATUnicodeString QTBSchemaReader::ReadReference(const CATXMLStrictElement& element, const char* attribute,
                                                 bool isRelation)
 {
     m_References.push_back({element, attribute, isRelation});

@@ -5,7 +5,7 @@
 #include "CATUnicodeString.h"
 
 // Kind of a context menu entry.
-enum QTBCtxMnuInfoType
+enum QTBCtxMnuInfoType : int
 {
     QTB_CTX_MNU_INFO_COMMAND = 0,
     // Expands along one relation, which the action names.

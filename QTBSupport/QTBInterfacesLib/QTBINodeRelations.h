@@ -9,7 +9,7 @@ using QTBINodeRelations_var = CATInterface_var<QTBINodeRelations>;
 
 // Which nodes of a relation are wanted. The filter leaves "RepToRep" and "PdmToRep" and the relations of PDM relation
 // nodes alone.
-enum NodesToRetrieve
+enum NodesToRetrieve : int
 {
     ALL_NODES = 0,
     // PDM nodes with the highest action index among the relation's nodes.

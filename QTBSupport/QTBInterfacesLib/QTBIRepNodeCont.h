@@ -13,7 +13,7 @@ using QTBIPdmNode_var = CATInterface_var<QTBIPdmNode>;
 using QTBIRepNode_var = CATInterface_var<QTBIRepNode>;
 
 // Which relations of an object rep node an update looks at: those that the node displays, or those given.
-enum RepChildRelationsToUpdate
+enum RepChildRelationsToUpdate : int
 {
     ALL_RELATIONS_STORED_IN_REP_NODE = 0,
     ONLY_NEW_RELATIONS = 1

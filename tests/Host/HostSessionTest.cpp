@@ -181,5 +181,5 @@ TEST(ProductCommands, RenamedInstanceIsAddedAndMissing)
     EXPECT_EQ(RunDiff(options), 0);
     const std::string output = ::testing::internal::GetCapturedStdout();
     EXPECT_NE(output.find("rod-assembly\n"), std::string::npos) << output;
-    EXPECT_NE(output.find("1 instances added, 1 missing\n"), std::string::npos) << output;
+    EXPECT_NE(output.find("1 instance added, 1 missing\n"), std::string::npos) << output;
 }

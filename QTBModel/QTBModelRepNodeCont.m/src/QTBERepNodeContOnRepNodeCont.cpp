@@ -1,6 +1,7 @@
 #include "QTBERepNodeContOnRepNodeCont.h"
 
 #include <memory>
+#include <unordered_set>
 #include <vector>
 
 #include "CATFrmWindow.h"
@@ -537,15 +538,16 @@ HRESULT QTBERepNodeContOnRepNodeCont::GetPdmNodesFromRepNodeList(const CATListVa
     QTB_ASSERT(pPdmRelNodes != NULL);
     pPdmObjNodes->RemoveAll();
     pPdmRelNodes->RemoveAll();
+    std::unordered_set<const CATBaseUnknown*> PdmNodes;
     for (const CATBaseUnknown_var& spNode : Nodes) {
         const QTBIRepNode_var spIRepNode(spNode);
         QTB_INTERFACE(spIRepNode);
         QTBIPdmNode_var spIPdmNode;
         QTB_CALL(spIRepNode->GetPdmNode, &spIPdmNode, TRUE, NULL);
         if (QTBIPdmObjNode_var(spIPdmNode) != NULL_var) {
-            QTB_CALL(QTBPdmGraphUtil::SetAdd, spIPdmNode, pPdmObjNodes);
+            QTB_CALL(QTBPdmGraphUtil::SetAdd, spIPdmNode, pPdmObjNodes, &PdmNodes);
         } else if (QTBIPdmRelNode_var(spIPdmNode) != NULL_var) {
-            QTB_CALL(QTBPdmGraphUtil::SetAdd, spIPdmNode, pPdmRelNodes);
+            QTB_CALL(QTBPdmGraphUtil::SetAdd, spIPdmNode, pPdmRelNodes, &PdmNodes);
         }
     }
     return QTB_SUCCESS;

@@ -76,4 +76,28 @@ TEST_F(XmlStrictElement, RefusesWhatIsNotOfItsFormWhereItStands)
               "21: the value \"maybe\" of the attribute \"odd\"; \"true\" or \"false\"");
 }
 
+TEST_F(XmlStrictElement, TakesWholeNumbersBetweenTheirBounds)
+{
+    EXPECT_EQ(m_Root.GetInteger("none", -1, 0, 9), -1);
+    EXPECT_EQ(m_Root.GetInteger("x", -1, 1, 1), 1);
+    EXPECT_EQ(RefusalOf([this] { m_Root.GetInteger("x", -1, 2, 9); }),
+              "3: the value \"1\" of the attribute \"x\"; a whole number from 2 to 9");
+    EXPECT_EQ(RefusalOf([this] { m_Root.GetInteger("odd", -1, 0, 9); }),
+              "21: the value \"maybe\" of the attribute \"odd\"; a whole number from 0 to 9");
+}
+
+TEST_F(XmlStrictElement, RefusesWhatMayStandOnce)
+{
+    const CATXMLStrictElement b = m_Root.GetFirstChild();
+    EXPECT_EQ(RefusalOf([&b] { b.RefuseSecond(false); }), "none");
+    EXPECT_EQ(RefusalOf([&b] { b.RefuseSecond(true); }), "43: a second element \"b\"; one at most");
+    EXPECT_EQ(RefusalOf([&b] { b.RefuseSecondName(false); }), "none");
+}
+
+TEST_F(XmlStrictElement, CutsLongTextsInMessages)
+{
+    EXPECT_EQ(CATXMLStrictElement::Quote(std::string(60, 'x')), ("\"" + std::string(60, 'x') + "\"").c_str());
+    EXPECT_EQ(CATXMLStrictElement::Quote(std::string(61, 'x')), ("\"" + std::string(60, 'x') + "...\"").c_str());
+}
+
 } // namespace

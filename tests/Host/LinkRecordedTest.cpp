@@ -32,22 +32,29 @@ std::vector<std::string> FindLinks()
     return names;
 }
 
-// The options of a line "> --highlight PATH --highlight-pdm KEY ASSEMBLY ANSWER...", files relative to the sources.
-LinkOptions ReadOptions(const std::string& line)
+// The arguments of the command stand in front, each in a line "> ARGUMENT"; files are relative to the sources.
+std::vector<std::string> ReadArguments(const std::string& recorded)
+{
+    std::vector<std::string> arguments;
+    std::istringstream lines(recorded);
+    for (std::string line; std::getline(lines, line) && line.starts_with("> ");) {
+        arguments.push_back(line.substr(2));
+    }
+    return arguments;
+}
+
+LinkOptions ToOptions(const std::vector<std::string>& arguments)
 {
     LinkOptions options;
-    std::istringstream words(line);
-    std::string word;
-    words >> word;
-    while (words >> word) {
-        if (word == "--highlight") {
-            words >> options.highlight;
-        } else if (word == "--highlight-pdm") {
-            words >> options.highlightPdm;
+    for (std::size_t i = 0; i < arguments.size(); ++i) {
+        if (arguments[i] == "--highlight") {
+            options.highlight = arguments.at(++i);
+        } else if (arguments[i] == "--highlight-pdm") {
+            options.highlightPdm = arguments.at(++i);
         } else if (options.assembly.empty()) {
-            options.assembly = word;
+            options.assembly = arguments[i];
         } else {
-            options.answers.push_back(word);
+            options.answers.push_back(arguments[i]);
         }
     }
     return options;
@@ -55,7 +62,7 @@ LinkOptions ReadOptions(const std::string& line)
 
 } // namespace
 
-// A recorded link of a real assembly: NAME.link holds the options and what a person read and found right.
+// A recorded link of a real assembly: NAME.link holds the arguments and what a person read and found right.
 class RecordedLink : public ::testing::TestWithParam<std::string>
 {
 };
@@ -64,10 +71,14 @@ TEST_P(RecordedLink, RepeatsWhatWasRecorded)
 {
     fs::current_path(QTB_SOURCE_DIR);
     const std::string recorded = ReadFile(FOLDER + GetParam() + ".link");
-    const std::string line = recorded.substr(0, recorded.find('\n') + 1);
+    const std::vector<std::string> arguments = ReadArguments(recorded);
+    std::string output;
+    for (const std::string& argument : arguments) {
+        output += "> " + argument + "\n";
+    }
     ::testing::internal::CaptureStdout();
-    EXPECT_EQ(RunLink(ReadOptions(line)), 0);
-    EXPECT_EQ(line + ::testing::internal::GetCapturedStdout(), recorded);
+    EXPECT_EQ(RunLink(ToOptions(arguments)), 0);
+    EXPECT_EQ(output + ::testing::internal::GetCapturedStdout(), recorded);
 }
 
 INSTANTIATE_TEST_SUITE_P(Links, RecordedLink, ::testing::ValuesIn(FindLinks()), [](const auto& link) {

@@ -13,7 +13,10 @@ target_compile_options(
             -Wpedantic
             -Wno-gnu-zero-variadic-macro-arguments
             -Werror
-            -fmacro-prefix-map=${PROJECT_SOURCE_DIR}/=)
+            -fmacro-prefix-map=${PROJECT_SOURCE_DIR}/=
+            # Nobody replaces a function of these libraries from outside, so they may call their own directly.
+            -fno-semantic-interposition
+            -fno-plt)
 if(CMAKE_CXX_COMPILER_ID STREQUAL "GNU" AND CMAKE_CXX_COMPILER_VERSION VERSION_LESS 13)
   # False alarms of this compiler: overlapping copies inside std::string::insert and operator+, use of a counted block
   # after its last reference went.

@@ -12,8 +12,7 @@
 
 #include <utf8.h>
 
-namespace
-{
+namespace {
 
 constexpr int UNKNOWN_LENGTH = -1;
 
@@ -44,52 +43,41 @@ std::size_t OffsetOfCharacter(std::string_view text, int position)
 
 } // namespace
 
-struct CATUnicodeString::Rep
+CATUnicodeString::Rep* CATUnicodeString::Rep::Create(std::size_t capacity)
 {
-    std::uint32_t references;
-    std::uint32_t bytes;
-    std::uint32_t capacity;
-    mutable int characters;
-
-    char* Text() { return reinterpret_cast<char*>(this + 1); }
-    const char* Text() const { return reinterpret_cast<const char*>(this + 1); }
-
-    static Rep* Create(std::size_t capacity)
-    {
-        if (capacity >= std::numeric_limits<std::uint32_t>::max()) {
-            throw std::length_error("CATUnicodeString: a text is limited to 4 GiB");
-        }
-        void* pMemory = std::malloc(sizeof(Rep) + capacity + 1);
-        if (pMemory == nullptr) {
-            throw std::bad_alloc();
-        }
-        return new (pMemory) Rep{1, 0, static_cast<std::uint32_t>(capacity), UNKNOWN_LENGTH};
+    if (capacity >= std::numeric_limits<std::uint32_t>::max()) {
+        throw std::length_error("CATUnicodeString: a text is limited to 4 GiB");
     }
-
-    static Rep* Create(std::string_view text, std::size_t capacity)
-    {
-        Rep* pRep = Create(capacity);
-        std::memcpy(pRep->Text(), text.data(), text.size());
-        pRep->SetSize(text.size());
-        return pRep;
+    void* pMemory = std::malloc(sizeof(Rep) + capacity + 1);
+    if (pMemory == nullptr) {
+        throw std::bad_alloc();
     }
+    return new (pMemory) Rep{1, 0, static_cast<std::uint32_t>(capacity), UNKNOWN_LENGTH};
+}
 
-    void SetSize(std::size_t size)
-    {
-        bytes = static_cast<std::uint32_t>(size);
-        characters = UNKNOWN_LENGTH;
-        Text()[size] = '\0';
-    }
+CATUnicodeString::Rep* CATUnicodeString::Rep::Create(std::string_view text, std::size_t capacity)
+{
+    Rep* pRep = Create(capacity);
+    std::memcpy(pRep->Text(), text.data(), text.size());
+    pRep->SetSize(text.size());
+    return pRep;
+}
 
-    static void Release(Rep* pRep)
-    {
-        if (pRep != nullptr && --pRep->references == 0) {
-            std::free(pRep);
-        }
-    }
-};
+void CATUnicodeString::Rep::SetSize(std::size_t size)
+{
+    bytes = static_cast<std::uint32_t>(size);
+    characters = UNKNOWN_LENGTH;
+    Text()[size] = '\0';
+}
 
-CATUnicodeString::CATUnicodeString(const char* text) : CATUnicodeString(std::string_view(text != nullptr ? text : "")) {}
+void CATUnicodeString::Free(Rep* pRep) noexcept
+{
+    std::free(pRep);
+}
+
+CATUnicodeString::CATUnicodeString(const char* text) : CATUnicodeString(std::string_view(text != nullptr ? text : ""))
+{
+}
 
 CATUnicodeString::CATUnicodeString(std::string_view text)
 {
@@ -103,31 +91,6 @@ CATUnicodeString::CATUnicodeString(std::string_view text)
     AppendValidBytes(repaired);
 }
 
-CATUnicodeString::CATUnicodeString(const CATUnicodeString& other) noexcept : m_pRep(other.m_pRep)
-{
-    if (m_pRep != nullptr) {
-        ++m_pRep->references;
-    }
-}
-
-CATUnicodeString::~CATUnicodeString()
-{
-    Rep::Release(m_pRep);
-}
-
-CATUnicodeString& CATUnicodeString::operator=(const CATUnicodeString& other) noexcept
-{
-    CATUnicodeString copy(other);
-    std::swap(m_pRep, copy.m_pRep);
-    return *this;
-}
-
-CATUnicodeString& CATUnicodeString::operator=(CATUnicodeString&& other) noexcept
-{
-    std::swap(m_pRep, other.m_pRep);
-    return *this;
-}
-
 CATUnicodeString CATUnicodeString::FromValidUtf8(std::string_view text)
 {
     return text.empty() ? CATUnicodeString() : CATUnicodeString(Rep::Create(text, text.size()));
@@ -138,11 +101,6 @@ void CATUnicodeString::BuildFromNum(int number)
     char digits[std::numeric_limits<int>::digits10 + 3];
     const auto end = std::to_chars(std::begin(digits), std::end(digits), number).ptr;
     *this = FromValidUtf8(std::string_view(digits, static_cast<std::size_t>(end - digits)));
-}
-
-std::string_view CATUnicodeString::View() const
-{
-    return m_pRep != nullptr ? std::string_view(m_pRep->Text(), m_pRep->bytes) : std::string_view("", 0);
 }
 
 const char* CATUnicodeString::ConvertToChar() const
@@ -212,8 +170,7 @@ void CATUnicodeString::Reserve(std::size_t bytes)
         return;
     }
     Rep* pLarger = Rep::Create(View(), std::max(bytes, GetLengthInByte()));
-    Rep::Release(m_pRep);
-    m_pRep = pLarger;
+    *this = CATUnicodeString(pLarger);
 }
 
 void CATUnicodeString::AppendValidBytes(std::string_view bytes)
@@ -235,8 +192,7 @@ void CATUnicodeString::AppendValidBytes(std::string_view bytes)
     Rep* pLarger = Rep::Create(View(), std::max(newSize, oldSize + oldSize / 2));
     std::memcpy(pLarger->Text() + oldSize, bytes.data(), bytes.size());
     pLarger->SetSize(newSize);
-    Rep::Release(m_pRep);
-    m_pRep = pLarger;
+    *this = CATUnicodeString(pLarger);
 }
 
 std::ostream& operator<<(std::ostream& stream, const CATUnicodeString& text)

@@ -21,12 +21,25 @@ public:
     // A null pointer gives the empty string.
     CATUnicodeString(const char* text);
     explicit CATUnicodeString(std::string_view text);
-    CATUnicodeString(const CATUnicodeString& other) noexcept;
+    CATUnicodeString(const CATUnicodeString& other) noexcept : m_pRep(other.m_pRep)
+    {
+        if (m_pRep != nullptr) {
+            ++m_pRep->references;
+        }
+    }
     CATUnicodeString(CATUnicodeString&& other) noexcept : m_pRep(std::exchange(other.m_pRep, nullptr)) {}
-    ~CATUnicodeString();
+    ~CATUnicodeString()
+    {
+        if (m_pRep != nullptr && --m_pRep->references == 0) {
+            Free(m_pRep);
+        }
+    }
 
-    CATUnicodeString& operator=(const CATUnicodeString& other) noexcept;
-    CATUnicodeString& operator=(CATUnicodeString&& other) noexcept;
+    CATUnicodeString& operator=(CATUnicodeString other) noexcept
+    {
+        std::swap(m_pRep, other.m_pRep);
+        return *this;
+    }
 
     // Takes text that is known to be valid UTF-8 (it came through a border that checked it).
     static CATUnicodeString FromValidUtf8(std::string_view text);
@@ -40,7 +53,10 @@ public:
 
     // NUL-terminated UTF-8, valid until the string is written to or destroyed.
     const char* ConvertToChar() const;
-    std::string_view View() const;
+    std::string_view View() const
+    {
+        return m_pRep != nullptr ? std::string_view(m_pRep->Text(), m_pRep->bytes) : std::string_view("", 0);
+    }
 
     // Position of the first occurrence of sub at or behind startPos, -1 when there is none.
     int SearchSubString(const CATUnicodeString& sub, int startPos = 0) const;
@@ -75,8 +91,23 @@ public:
     friend CATUnicodeString operator+(const char* a, const CATUnicodeString& b) { return CATUnicodeString(a) + b; }
 
 private:
-    struct Rep;
+    // What copies share; the text follows it in memory, with a NUL behind it.
+    struct Rep
+    {
+        std::uint32_t references;
+        std::uint32_t bytes;
+        std::uint32_t capacity;
+        mutable int characters;
 
+        char* Text() { return reinterpret_cast<char*>(this + 1); }
+        const char* Text() const { return reinterpret_cast<const char*>(this + 1); }
+        void SetSize(std::size_t size);
+
+        static Rep* Create(std::size_t capacity);
+        static Rep* Create(std::string_view text, std::size_t capacity);
+    };
+
+    static void Free(Rep* pRep) noexcept;
     explicit CATUnicodeString(Rep* pRep) noexcept : m_pRep(pRep) {}
     void AppendValidBytes(std::string_view bytes);
 

@@ -132,7 +132,15 @@ std::string_view CATDOMElementView::GetTagName() const
 
 bool CATDOMElementView::HasTagName(std::string_view tagName) const
 {
-    return tagName == ToNode(m_pNode).name();
+    // Most tags differ in their first character: the name's length is not asked for.
+    const char* pName = ToNode(m_pNode).name();
+    for (const char character : tagName) {
+        if (*pName == '\0' || *pName != character) {
+            return false;
+        }
+        ++pName;
+    }
+    return *pName == '\0';
 }
 
 CATDOMElementView CATDOMElementView::GetFirstChild() const

@@ -10,7 +10,12 @@ const QTBNodeKeyIndex::Entry* QTBNodeKeyIndex::Find(const CATUnicodeString& usKe
     }
     for (std::size_t slot = HomeOf(hashKey); m_Entries[slot].pNode != NULL; slot = Next(slot)) {
         const Entry& entry = m_Entries[slot];
-        if (entry.hashKey == hashKey && entry.usKey == usKey && (pFirst == NULL || entry.number < pFirst->number)) {
+        if (entry.hashKey != hashKey) {
+            continue;
+        }
+        // It is the node most likely, and the caller touches it next.
+        __builtin_prefetch(entry.pNode);
+        if (entry.usKey == usKey && (pFirst == NULL || entry.number < pFirst->number)) {
             pFirst = &entry;
         }
     }

@@ -30,14 +30,11 @@ public:
     // String hash of the name.
     unsigned int GetHashKey() const { return m_HashKey; }
 
-    bool HasName(const CATUnicodeString& usName, unsigned int hashKey) const
-    {
-        return m_HashKey == hashKey && m_usName == usName;
-    }
+    bool HasName(const CATUnicodeString& usName) const { return m_usName == usName; }
 
     friend bool operator==(const QTBNodeRelationList& a, const QTBNodeRelationList& b)
     {
-        return a.HasName(b.m_usName, b.m_HashKey);
+        return a.m_HashKey == b.m_HashKey && a.m_usName == b.m_usName;
     }
 
 private:

@@ -445,10 +445,9 @@ HRESULT QTBENodeRelationsOnNode::FilterForCurrentNodes(const CATListValCATBaseUn
 QTBNodeRelationList* QTBENodeRelationsOnNode::FindRelationList(CATListValQTBNodeRelationList& lists,
                                                                const CATUnicodeString& usRelationName)
 {
-    unsigned int hashKey = 0;
-    hashKey %= usRelationName;
+    // A node has a handful of relations, whose names share their text mostly: comparing is faster than hashing.
     for (int i = 1; i <= lists.Size(); ++i) {
-        if (lists[i].HasName(usRelationName, hashKey)) {
+        if (lists[i].HasName(usRelationName)) {
             return &lists[i];
         }
     }

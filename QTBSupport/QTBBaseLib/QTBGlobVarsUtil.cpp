@@ -11,6 +11,7 @@
 #include "QTBEnvVarUtil.h"
 #include "QTBExchangedFiles.h"
 #include "QTBICommunicationServices.h"
+#include "QTBItemDialog.h"
 #include "QTBLoadManager.h"
 #include "QTBSchemaUtil.h"
 
@@ -203,6 +204,7 @@ void QTBGlobVarsUtil::EndSession()
     const Session ended = std::exchange(TheSession(), Session());
     QTBCommUtil::SetCommComponent(NULL_var);
     QTBCommands::RemoveHeaders();
+    QTBItemDialog::SetHandler(nullptr);
     g_QTBLoadManager.Reset();
     QTBExchangedFiles::Forget();
     QTBSchemaUtil::ReleaseReplacedSchemas();

@@ -14,17 +14,21 @@
 #include "CATStepProducts.h"
 #endif
 #include "HostResources.h"
+#include "QTBCommUtil.h"
 #include "QTBConstants.h"
 #include "QTBDocUtil.h"
 #include "QTBGlobVarsUtil.h"
+#include "QTBICommunicationServices.h"
 #include "QTBIQtbFrmWindow.h"
 #include "QTBIRepNode.h"
 #include "QTBNodeRelationInfo.h"
+#include "QTBPdmStoreComponent.h"
 #include "QTBRepTreeUtil.h"
 #include "QTBSchema.h"
 #include "QTBSchemaRelation.h"
 #include "QTBSchemaUtil.h"
 #include "QTBXmlUtil.h"
+#include "StoreInput.h"
 
 namespace fs = std::filesystem;
 
@@ -67,6 +71,23 @@ HostSession::~HostSession()
     m_spIRepNodeCont = NULL_var;
     m_spIPdmNodeCont = NULL_var;
     QTBGlobVarsUtil::EndSession();
+    m_spStore = NULL_var;
+}
+
+void HostSession::ConnectStore(const std::string& path, const std::string& user)
+{
+    QTBPdmStore::Options options;
+    options.user = StoreInput::GetUser(user).c_str();
+    CATBaseUnknown_var spStore;
+    Require(QTBPdmStoreComponent::Create(path.c_str(), options, &spStore), ExitCode::BadInput, "PDM store");
+    QTBCommUtil::SetCommComponent(spStore);
+    m_spStore = spStore;
+    m_StorePath = path;
+}
+
+QTBPdmStore* HostSession::GetStore() const
+{
+    return m_spStore != NULL_var ? &static_cast<QTBPdmStoreComponent*>(m_spStore.Get())->GetStore() : nullptr;
 }
 
 void HostSession::SetLanguage(const std::string& language)

@@ -8,6 +8,8 @@
 #include "QTBIPdmNodeCont.h"
 #include "QTBIRepNodeCont.h"
 
+class QTBPdmStore;
+
 // A PDM session with one open PDM window, from construction to destruction. Operations raise HostError.
 class HostSession
 {
@@ -27,6 +29,13 @@ public:
 
     // Closes the assemblies that are open.
     void CloseAssemblies();
+
+    // Makes a PDM store the session's PDM system, in the place of the one before. An empty user stands for who runs the
+    // program.
+    void ConnectStore(const std::string& path, const std::string& user);
+    // Null without one.
+    QTBPdmStore* GetStore() const;
+    const std::string& GetStorePath() const { return m_StorePath; }
 
     // Reads a PDM answer as a command does: updates the PDM graph and lets the windows follow.
     void ReadAnswer(const std::string& path);
@@ -51,4 +60,6 @@ private:
     QTBIPdmNodeCont_var m_spIPdmNodeCont;
     QTBIRepNodeCont_var m_spIRepNodeCont;
     CATListValCATBaseUnknown_var m_Assemblies;
+    CATBaseUnknown_var m_spStore;
+    std::string m_StorePath;
 };

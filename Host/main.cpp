@@ -121,6 +121,9 @@ void AddShell(CLI::App& app, ShellOptions& options)
         "Without a script the lines come from the standard input: edited on a terminal, plain from a pipe. The "
         "command help lists the commands.");
     pShell->add_option("script", options.script, "file with commands")->type_name("FILE");
+    pShell->add_option("--store", options.store, "PDM store to work with")->type_name("FILE");
+    pShell->add_option("--user", options.user, "user of the store (who runs the program if not given)")
+        ->type_name("NAME");
     pShell->add_option("--schema", options.schema, "PDM schema (the example schema if not given)")->type_name("FILE");
     pShell->add_option("--language", options.language, "language of messages and display names")->type_name("NAME");
     pShell->add_flag("--debug", options.debug, "write the debug output");

@@ -41,6 +41,14 @@ HRESULT GetCont(const QTBIRepNode_var& spIRepNode, QTBIRepNodeCont_var* pspIRepN
     return spIRepNode != NULL_var ? spIRepNode->GetRepNodeContainer(pspIRepNodeCont) : E_FAIL;
 }
 
+// The same for a node that is to be expanded, which must not have lost its PDM node.
+HRESULT GetContToExpand(const QTBIRepNode_var& spIRepNode, QTBIRepNodeCont_var* pspIRepNodeCont)
+{
+    CATUnicodeString usKey;
+    const HRESULT hr = GetCont(spIRepNode, pspIRepNodeCont);
+    return SUCCEEDED(hr) && FAILED(spIRepNode->GetPdmNodeKey(&usKey)) ? E_FAIL : hr;
+}
+
 QTBNodeRelationInfo GetRelationInfo(const QTBExpDlgRelExpandInfo& info)
 {
     return QTBNodeRelationInfo(info.GetSchemaRelationPtr()->GetName(),
@@ -51,6 +59,7 @@ HRESULT Update(const QTBIRepNodeCont_var& spIRepNodeCont, const QTBIRepNode_var&
                const CATListValQTBNodeRelationInfo& relations, unsigned char bOneLevelOnly,
                CATListValCATBaseUnknown_var* pListOfObjRepNodes)
 {
+    const ConsideringAllNodes consideringAllNodes(spIRepNodeCont);
     unsigned char bAddNewNodes = TRUE;
     unsigned char bUpdateWindow = FALSE;
     unsigned char bCollectExistingChildren = TRUE;
@@ -58,8 +67,7 @@ HRESULT Update(const QTBIRepNodeCont_var& spIRepNodeCont, const QTBIRepNode_var&
                                          &bAddNewNodes, &bUpdateWindow, &bCollectExistingChildren);
 }
 
-// Reads what lies below the rep nodes into the graph, when the PDM system can be asked for it, and lets the windows
-// follow that show some of it already.
+// Reads what lies below the rep nodes into the graph, when the PDM system can be asked for it.
 HRESULT Fetch(const CATListValCATBaseUnknown_var& repNodes, const CATListValQTBNodeRelationInfo& relations,
               unsigned char bOneLevelOnly)
 {
@@ -70,8 +78,7 @@ HRESULT Fetch(const CATListValCATBaseUnknown_var& repNodes, const CATListValQTBN
             Keys.Append(usKey);
         }
     }
-    const HRESULT hr = QTBRequestCommands::Fetch(Keys, relations, bOneLevelOnly != FALSE ? 1 : -1);
-    return hr == S_OK ? QTBRequestCommands::UpdateWindows() : hr;
+    return QTBRequestCommands::Fetch(Keys, relations, bOneLevelOnly != FALSE ? 1 : -1);
 }
 
 // The failure of the update counts more than that of the window.
@@ -160,10 +167,9 @@ HRESULT ExpandLevel(const QTBIRepNodeCont_var& spIRepNodeCont, const Level& leve
 HRESULT QTBExpandCommands::Expand(const QTBIRepNode_var& spIRepNode, const CATListValQTBExpDlgRelExpandInfo& relations)
 {
     QTBIRepNodeCont_var spIRepNodeCont;
-    if (const HRESULT hr = GetCont(spIRepNode, &spIRepNodeCont); FAILED(hr)) {
+    if (const HRESULT hr = GetContToExpand(spIRepNode, &spIRepNodeCont); FAILED(hr)) {
         return hr;
     }
-    const ConsideringAllNodes consideringAllNodes(spIRepNodeCont);
     HRESULT hr = S_OK;
     for (const unsigned char bMultiExpand : {FALSE, TRUE}) {
         CATListValQTBNodeRelationInfo chosen;
@@ -186,10 +192,9 @@ HRESULT QTBExpandCommands::Expand(const QTBIRepNode_var& spIRepNode, const CATLi
 HRESULT QTBExpandCommands::ExpandPdmTree(const QTBIRepNode_var& spIRepNode, const QTBPdmTree& pdmTree)
 {
     QTBIRepNodeCont_var spIRepNodeCont;
-    if (const HRESULT hr = GetCont(spIRepNode, &spIRepNodeCont); FAILED(hr)) {
+    if (const HRESULT hr = GetContToExpand(spIRepNode, &spIRepNodeCont); FAILED(hr)) {
         return hr;
     }
-    const ConsideringAllNodes consideringAllNodes(spIRepNodeCont);
     std::vector<Level> waiting(1);
     waiting.back().repNodes.Append(spIRepNode);
     HRESULT hr = pdmTree.GetAllPdmTreeRelPtrs(&waiting.back().treeRels, FALSE);

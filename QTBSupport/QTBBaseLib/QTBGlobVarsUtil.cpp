@@ -103,6 +103,12 @@ HRESULT QTBGlobVarsUtil::GetCurrentActionIndex(int* pActionIndex)
     return Give(TheSession().iActionIndex, pActionIndex);
 }
 
+HRESULT QTBGlobVarsUtil::SetCurrentActionIndex(int iActionIndex)
+{
+    TheSession().iActionIndex = iActionIndex;
+    return S_OK;
+}
+
 HRESULT QTBGlobVarsUtil::GetAddNewNodeRelationsAt(QTBPlaceToAdd* pPlaceToAdd)
 {
     return Give(TheSession().placeToAdd, pPlaceToAdd);

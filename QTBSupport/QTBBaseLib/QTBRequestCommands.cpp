@@ -21,6 +21,7 @@
 #include "QTBRepTreeUtil.h"
 #include "QTBSchema.h"
 #include "QTBSchemaUtil.h"
+#include "QTBTreeFollower.h"
 
 namespace {
 
@@ -125,28 +126,21 @@ HRESULT QTBRequestCommands::TakeAnswer(const CATIDOMDocument_var& spAnswer, CATL
                                        CATListValCATBaseUnknown_var* pRelations)
 {
     QTBIPdmNodeCont_var spIPdmNodeCont;
-    HRESULT hr = QTBGlobVarsUtil::GetGlobalPdmNodeContainer(&spIPdmNodeCont);
-    if (SUCCEEDED(hr)) {
-        hr = spIPdmNodeCont->UpdatePdmGraph(spAnswer, pObjects, pRelations);
+    if (const HRESULT hr = QTBGlobVarsUtil::GetGlobalPdmNodeContainer(&spIPdmNodeCont); FAILED(hr)) {
+        return hr;
     }
+    CATListValCATBaseUnknown_var relations;
+    HRESULT hr = spIPdmNodeCont->UpdatePdmGraph(spAnswer, pObjects, &relations);
     // What was read before a failure is in the graph.
-    const HRESULT hrOfWindows = UpdateWindows();
-    return FAILED(hr) ? hr : hrOfWindows;
-}
-
-HRESULT QTBRequestCommands::UpdateWindows()
-{
-    QTBIPdmNodeCont_var spIPdmNodeCont;
-    HRESULT hr = QTBGlobVarsUtil::GetGlobalPdmNodeContainer(&spIPdmNodeCont);
-    if (SUCCEEDED(hr)) {
-        unsigned char bAddNewNodes = TRUE;
-        hr = spIPdmNodeCont->UpdateAllRepNodeContainers(&bAddNewNodes);
+    const HRESULT hrOfTrees = QTBTreeFollower().Follow(relations);
+    hr = FAILED(hr) ? hr : hrOfTrees;
+    const CATFrmLayout* pLayout = CATFrmLayout::GetCurrentLayout();
+    for (CATFrmWindow* pWindow : pLayout != nullptr ? pLayout->GetWindowList() : CATListPtrCATFrmWindow()) {
+        const HRESULT hrOfWindow = QTBRepTreeUtil::UpdateQtbWindow(pWindow, TRUE, FALSE);
+        hr = FAILED(hr) ? hr : hrOfWindow;
     }
-    if (const CATFrmLayout* pLayout = CATFrmLayout::GetCurrentLayout(); pLayout != nullptr) {
-        for (CATFrmWindow* pWindow : pLayout->GetWindowList()) {
-            const HRESULT hrOfWindow = QTBRepTreeUtil::UpdateQtbWindow(pWindow, TRUE, FALSE);
-            hr = FAILED(hr) ? hr : hrOfWindow;
-        }
+    if (pRelations != nullptr) {
+        *pRelations = relations;
     }
     return hr;
 }
@@ -159,12 +153,8 @@ HRESULT QTBRequestCommands::Fetch(const CATListValCATUnicodeString& Keys,
         return S_FALSE;
     }
     CATIDOMDocument_var spAnswer;
-    HRESULT hr = spIPdmRequests->Expand(Keys, Relations, levels, &spAnswer);
-    QTBIPdmNodeCont_var spIPdmNodeCont;
-    if (SUCCEEDED(hr)) {
-        hr = QTBGlobVarsUtil::GetGlobalPdmNodeContainer(&spIPdmNodeCont);
-    }
-    return SUCCEEDED(hr) ? spIPdmNodeCont->UpdatePdmGraph(spAnswer, nullptr, nullptr) : hr;
+    const HRESULT hr = spIPdmRequests->Expand(Keys, Relations, levels, &spAnswer);
+    return SUCCEEDED(hr) ? TakeAnswer(spAnswer, nullptr, nullptr) : hr;
 }
 
 HRESULT QTBRequestCommands::CheckOut(const QTBIRepNode_var& spIRepNode)
@@ -233,7 +223,7 @@ HRESULT QTBRequestCommands::UpdateItem(const QTBIRepNode_var& spIRepNode)
     }
     const std::vector<QTBItemDialog::Field> old = fields;
     if (!QTBItemDialog::Ask(&pages)) {
-        return S_FALSE;
+        return S_OK;
     }
     std::vector<QTBItemDialog::Field> changed;
     for (std::size_t i = 0; i < std::min(old.size(), fields.size()); ++i) {
@@ -272,7 +262,7 @@ HRESULT QTBRequestCommands::Create(const QTBCommandText::Creation& creation, con
     std::vector<QTBItemDialog::Page> pages = {QTBItemDialog::MakePage(*pSchemaObject, "Properties"),
                                               QTBItemDialog::MakePage(*pSchemaRelation, "Properties")};
     if (!QTBItemDialog::Ask(&pages) || pages.size() != 2) {
-        return S_FALSE;
+        return S_OK;
     }
     CATIDOMDocument_var spAnswer;
     hr = spIPdmRequests->CreateObject(creation.usClassName, "", QTBItemDialog::MakeXml(GetFilled(pages.front())),

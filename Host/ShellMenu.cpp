@@ -1,6 +1,8 @@
 #include "ShellMenu.h"
 
+#include <algorithm>
 #include <ostream>
+#include <utility>
 
 #include <fmt/format.h>
 #include <fmt/ostream.h>
@@ -9,7 +11,7 @@
 #include "CATCmdSeparator.h"
 #include "CATCmdStarter.h"
 #include "CATIContextualMenu.h"
-#include "HostSession.h"
+#include "ShellContext.h"
 
 ShellMenu::~ShellMenu()
 {
@@ -29,6 +31,7 @@ void ShellMenu::Open(const CATBaseUnknown_var& spObject)
     if (m_pMenu == nullptr) {
         HostSession::Require(hr, ExitCode::Failure, "context menu");
     }
+    ListItems();
 }
 
 void ShellMenu::Close()
@@ -39,32 +42,51 @@ void ShellMenu::Close()
     m_spObject = NULL_var;
 }
 
-void ShellMenu::Print(std::ostream& out)
+void ShellMenu::ListItems()
 {
     m_Items.clear();
-    // Items whose turn is still to come, the next one last, each with its depth.
-    std::vector<std::pair<CATCmdAccess*, int>> waiting = {{m_pMenu != nullptr ? m_pMenu->GetChild() : nullptr, 0}};
+    std::size_t number = 0;
+    // Items whose turn is still to come, the next one last, each with its depth and the title of the menu around it.
+    struct Waiting
+    {
+        CATCmdAccess* pAccess;
+        int depth;
+        std::string prefix;
+    };
+    std::vector<Waiting> waiting = {{m_pMenu != nullptr ? m_pMenu->GetChild() : nullptr, 0, ""}};
     while (!waiting.empty()) {
-        const auto [pItem, depth] = waiting.back();
+        const Waiting next = std::move(waiting.back());
         waiting.pop_back();
-        if (pItem == nullptr) {
+        if (next.pAccess == nullptr) {
             continue;
         }
-        const std::string margin(static_cast<std::size_t>(2 * depth), ' ');
-        if (dynamic_cast<CATCmdSeparator*>(pItem) != nullptr) {
-            fmt::print(out, "{}----\n", margin);
-        } else {
-            m_Items.push_back(pItem);
-            const auto* pStarter = dynamic_cast<CATCmdStarter*>(pItem);
-            fmt::print(out, "{}[{}] {}{}\n", margin, m_Items.size(), pItem->GetTitle().View(),
-                       pStarter != nullptr && !pStarter->IsAvailable() ? " (not available)" : "");
-        }
-        waiting.emplace_back(pItem->GetNext(), depth);
-        waiting.emplace_back(pItem->GetChild(), depth + 1);
+        const bool isSeparator = dynamic_cast<const CATCmdSeparator*>(next.pAccess) != nullptr;
+        const std::string title = next.prefix + std::string(next.pAccess->GetTitle().View());
+        m_Items.push_back({next.pAccess, next.depth, title, isSeparator ? 0 : ++number});
+        waiting.push_back({next.pAccess->GetNext(), next.depth, next.prefix});
+        waiting.push_back({next.pAccess->GetChild(), next.depth + 1, title + "/"});
     }
 }
 
-const CATCmdAccess* ShellMenu::FindItem(std::size_t number) const
+void ShellMenu::Print(std::ostream& out) const
 {
-    return number > 0 && number <= m_Items.size() ? m_Items[number - 1] : nullptr;
+    for (const Item& item : m_Items) {
+        const std::string margin(static_cast<std::size_t>(2 * item.depth), ' ');
+        if (item.number == 0) {
+            fmt::print(out, "{}----\n", margin);
+            continue;
+        }
+        const auto* pStarter = dynamic_cast<const CATCmdStarter*>(item.pAccess);
+        fmt::print(out, "{}[{}] {}{}\n", margin, item.number, item.pAccess->GetTitle().View(),
+                   pStarter != nullptr && !pStarter->IsAvailable() ? " (not available)" : "");
+    }
+}
+
+const CATCmdAccess* ShellMenu::FindItem(const std::string& name) const
+{
+    const std::size_t number = ShellContext::ToNumber(name);
+    const auto found = std::find_if(m_Items.begin(), m_Items.end(), [&](const Item& item) {
+        return item.number != 0 && (item.number == number || item.title == name);
+    });
+    return found != m_Items.end() ? found->pAccess : nullptr;
 }

@@ -1,12 +1,12 @@
 #pragma once
 
 #include <iosfwd>
+#include <string>
 #include <vector>
 
 #include "CATInterface_var.h"
 
 class CATCmdAccess;
-class CATCmdStarter;
 
 // The context menu that the shell printed last.
 class ShellMenu
@@ -21,17 +21,28 @@ public:
     void Open(const CATBaseUnknown_var& spObject);
     void Close();
 
-    // Numbers and prints the items.
-    void Print(std::ostream& out);
+    // Prints the items with their numbers.
+    void Print(std::ostream& out) const;
 
     // The object that the menu belongs to.
     const CATBaseUnknown_var& GetObject() const { return m_spObject; }
 
-    // The item of that number, counted from 1; null when there is none.
-    const CATCmdAccess* FindItem(std::size_t number) const;
+    // The item of that number, counted from 1, or with that title, for items of a menu in the menu behind its title and
+    // a slash ("Expand/Consists of"); null when there is none.
+    const CATCmdAccess* FindItem(const std::string& name) const;
 
 private:
+    struct Item
+    {
+        CATCmdAccess* pAccess;
+        int depth;
+        std::string title;  // with those of the menus around it
+        std::size_t number; // 0 for a separator
+    };
+
+    void ListItems();
+
     CATCmdAccess* m_pMenu = nullptr;
-    std::vector<CATCmdAccess*> m_Items;
+    std::vector<Item> m_Items;
     CATBaseUnknown_var m_spObject;
 };

@@ -32,6 +32,8 @@ ShellGroup ShellStoreCommands::GetStoreGroup()
         {
             {"store", "[FILE [USER]]", "work with a PDM store, in the name of a user; without FILE say which it is", 0,
              2, ShellRun(this, &ShellStoreCommands::Connect)},
+            {"user", "NAME", "go on with the store in the name of another user", 1, 1,
+             ShellRun(this, &ShellStoreCommands::ChangeUser)},
             {"newstore", "FILE [USER]", "make an empty PDM store and work with it", 1, 2,
              ShellRun(this, &ShellStoreCommands::Create)},
             {"import", "FILE... [DIR]", "take answers and STEP files into the store, with the files in DIR", 1,
@@ -109,6 +111,12 @@ void ShellStoreCommands::Connect(const ShellArguments& arguments)
     GetRequests();
     fmt::print(m_Context.out, "{}, user {}\n", m_Context.session.GetStorePath(),
                m_Context.session.GetStore()->GetUser().View());
+}
+
+void ShellStoreCommands::ChangeUser(const ShellArguments& arguments)
+{
+    GetRequests();
+    m_Context.session.ConnectStore(m_Context.session.GetStorePath(), arguments[0]);
 }
 
 void ShellStoreCommands::Create(const ShellArguments& arguments)

@@ -17,6 +17,7 @@ private:
     using Request = std::function<HRESULT(QTBIPdmRequests& requests, CATIDOMDocument_var* pspAnswer)>;
 
     void Connect(const ShellArguments& arguments);
+    void ChangeUser(const ShellArguments& arguments);
     void Create(const ShellArguments& arguments);
     void Import(const ShellArguments& arguments);
     void Query(const ShellArguments& arguments);

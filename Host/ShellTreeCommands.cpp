@@ -59,8 +59,10 @@ ShellGroup ShellTreeCommands::GetMenuGroup()
             {
                 {"menu", "NODE", "print a node's context menu, its items numbered", 1, 1,
                  ShellRun(this, &ShellTreeCommands::OpenMenu)},
-                {"pick", "ITEM [NAME=VALUE...]", "start an item of the menu printed last, with what its dialog asks", 1,
+                {"pick", "ITEM [NAME=VALUE...]", "start an item of the open menu, with what its dialog asks for", 1,
                  ANY_NUMBER, ShellRun(this, &ShellTreeCommands::Pick)},
+                {"do", "NODE ITEM [NAME=VALUE...]", "open a node's menu and start an item", 2, ANY_NUMBER,
+                 ShellRun(this, &ShellTreeCommands::Do)},
             }};
 }
 
@@ -216,13 +218,24 @@ void ShellTreeCommands::OpenMenu(const ShellArguments& arguments)
 
 void ShellTreeCommands::Pick(const ShellArguments& arguments)
 {
-    const CATCmdAccess* pItem = m_Context.menu.FindItem(ShellContext::ToNumber(arguments[0]));
+    StartItem(arguments[0], ShellArguments(arguments.begin() + 1, arguments.end()));
+}
+
+void ShellTreeCommands::Do(const ShellArguments& arguments)
+{
+    m_Context.menu.Open(m_Context.GetNode(arguments[0]));
+    StartItem(arguments[1], ShellArguments(arguments.begin() + 2, arguments.end()));
+}
+
+void ShellTreeCommands::StartItem(const std::string& name, const ShellArguments& values)
+{
+    const CATCmdAccess* pItem = m_Context.menu.FindItem(name);
     if (pItem == nullptr) {
-        throw HostError(ExitCode::Usage, "the menu printed last has no item " + arguments[0]);
+        throw HostError(ExitCode::Usage, "the open menu has no item " + name);
     }
     const auto* pStarter = dynamic_cast<const CATCmdStarter*>(pItem);
     if (pStarter == nullptr) {
-        throw HostError(ExitCode::Usage, "item " + arguments[0] + " opens a menu and starts nothing");
+        throw HostError(ExitCode::Usage, "item " + name + " opens a menu and starts nothing");
     }
     const std::string title(pStarter->GetTitle().View());
     // The command may close the menu.
@@ -230,7 +243,7 @@ void ShellTreeCommands::Pick(const ShellArguments& arguments)
     if (const QTBIRepNode_var spIRepNode(spObject); spIRepNode != NULL_var && !ShellContext::IsInTree(spIRepNode)) {
         throw HostError(ExitCode::Failure, "the node of this menu has left the tree");
     }
-    ShellItemDialog dialog(m_Context, ShellArguments(arguments.begin() + 1, arguments.end()));
+    ShellItemDialog dialog(m_Context, values);
     HostSession::Require(pStarter->Start(spObject), ExitCode::Failure, title);
     dialog.RequireAllUsed(title);
     if (!dialog.IsGivenUp()) {

@@ -24,6 +24,10 @@ private:
     void ShowRelations(const ShellArguments& arguments);
     void OpenMenu(const ShellArguments& arguments);
     void Pick(const ShellArguments& arguments);
+    void Do(const ShellArguments& arguments);
+
+    // Starts an item of the open menu, by number or title, with values for its dialog.
+    void StartItem(const std::string& name, const ShellArguments& values);
 
     void ExpandNode(const ShellArguments& arguments, unsigned char bOneLevelOnly);
 

@@ -249,3 +249,18 @@ TEST(Shell, UnknownActionsAndRelationsWithoutNamesAreLeftOutOfMenus)
                             "└─ [2] is stored in (File of part)  PartFile        QTBPartFile\n"
                             "   └─ [3] as1.CATProduct            CATProductFile  QTBCATProduct  249 locked\n");
 }
+
+// What ./run plays. Its one refusal is meant.
+TEST_F(ShellOfTest, CircleOfTheExamplesPlays)
+{
+    Run("newstore as1.store kim");
+    Run("import examples/as1/structure.xml examples/as1/files.xml");
+    m_Output.str("");
+    std::ifstream script("examples/circle.txt");
+    m_Shell.RunScript(script);
+    EXPECT_EQ(m_Shell.GetFailureCount(), 1) << m_Output.str();
+    EXPECT_NE(m_Output.str().find("\"rod\" is checked out by lee."), std::string::npos);
+    EXPECT_NE(m_Output.str().find(
+                  "rod, rod                           Part      B  QTBPart      246 editable  <== highlighted"),
+              std::string::npos);
+}

@@ -107,7 +107,7 @@ void HostSession::SetLanguage(const std::string& language)
     CATMsgCatalog::SetLanguage(language == "English" ? "" : language.c_str());
 }
 
-CATListValCATBaseUnknown_var HostSession::OpenAssembly(const std::string& path)
+CATListValCATBaseUnknown_var HostSession::OpenAssembly(const std::string& path, [[maybe_unused]] bool withBoxes)
 {
     RequireFile(path, "assembly");
     CATListValCATBaseUnknown_var documents;
@@ -115,7 +115,9 @@ CATListValCATBaseUnknown_var HostSession::OpenAssembly(const std::string& path)
         Require(CATProductServices::OpenFile(path.c_str(), &documents), ExitCode::BadInput, "assembly");
     } else {
 #ifdef QTB_WITH_STEP
-        Require(CATStepProducts::OpenFile(path.c_str(), &documents), ExitCode::BadInput, "assembly");
+        Require(CATStepProducts::OpenFile(path.c_str(), &documents,
+                                          withBoxes ? CATStepContent::StructureAndBoxes : CATStepContent::Structure),
+                ExitCode::BadInput, "assembly");
 #else
         throw HostError(ExitCode::Usage, "assembly " + path +
                                              " is no product structure file (.xml), and this program was built without "

@@ -24,8 +24,9 @@ public:
     void SetLanguage(const std::string& language);
 
     // Opens a CAD assembly: a product structure file (.xml) or a STEP file. Each document gets an editor and a window.
-    // The answer is the documents that the file opens for themselves.
-    CATListValCATBaseUnknown_var OpenAssembly(const std::string& path);
+    // The answer is the documents that the file opens for themselves. The boxes of a STEP file's shapes are read when
+    // they are asked for; those of a product structure file always.
+    CATListValCATBaseUnknown_var OpenAssembly(const std::string& path, bool withBoxes = false);
 
     // Closes the assemblies that are open.
     void CloseAssemblies();

@@ -56,11 +56,11 @@ std::string GetUsage(const ShellEntry& entry)
 
 Shell::Shell(HostSession& session, std::ostream& out)
     : m_Context(session, out), m_WindowCommands(m_Context), m_TreeCommands(m_Context), m_StoreCommands(m_Context),
-      m_ProductCommands(m_Context)
+      m_ProductCommands(m_Context), m_BoxCommands(m_Context)
 {
-    m_Groups = {m_WindowCommands.GetWindowGroup(),   m_TreeCommands.GetTreeGroup(),
-                m_TreeCommands.GetMenuGroup(),       m_StoreCommands.GetStoreGroup(),
-                m_ProductCommands.GetProductGroup(), m_WindowCommands.GetSessionGroup()};
+    m_Groups = {m_WindowCommands.GetWindowGroup(), m_TreeCommands.GetTreeGroup(),       m_TreeCommands.GetMenuGroup(),
+                m_StoreCommands.GetStoreGroup(),   m_ProductCommands.GetProductGroup(), m_BoxCommands.GetBoxGroup(),
+                m_WindowCommands.GetSessionGroup()};
     m_Groups.back().entries.push_back(
         {"help", "[COMMAND]", "say what the commands do", 0, 1, ShellRun(this, &Shell::Help)});
     m_Groups.back().entries.push_back(

@@ -7,6 +7,7 @@
 #include <vector>
 
 #include "HostSession.h"
+#include "ShellBoxCommands.h"
 #include "ShellContext.h"
 #include "ShellProductCommands.h"
 #include "ShellStoreCommands.h"
@@ -53,6 +54,7 @@ private:
     ShellTreeCommands m_TreeCommands;
     ShellStoreCommands m_StoreCommands;
     ShellProductCommands m_ProductCommands;
+    ShellBoxCommands m_BoxCommands;
     std::vector<ShellGroup> m_Groups;
     int m_FailureCount = 0;
     bool m_IsOver = false;

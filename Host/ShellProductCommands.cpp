@@ -21,7 +21,9 @@ ShellGroup ShellProductCommands::GetProductGroup()
 {
     return {"Products",
             {
-                {"assembly", "FILE", "open a CAD assembly", 1, 1, ShellRun(this, &ShellProductCommands::Open)},
+                {"assembly", "FILE [boxes]",
+                 "open a CAD assembly, with the boxes of a STEP file's shapes, which take longer", 1, 2,
+                 ShellRun(this, &ShellProductCommands::Open)},
                 {"products", "", "print the products of the open assemblies", 0, 0,
                  ShellRun(this, &ShellProductCommands::Print)},
                 {"links", "[LEVELS]", "print what corresponds to the products in the PDM system, and why", 0, 1,
@@ -33,9 +35,12 @@ ShellGroup ShellProductCommands::GetProductGroup()
 
 void ShellProductCommands::Open(const ShellArguments& arguments)
 {
+    if (arguments.size() > 1 && arguments[1] != "boxes") {
+        throw HostError(ExitCode::Usage, "usage: assembly FILE [boxes]");
+    }
     const CATFrmLayout* pLayout = CATFrmLayout::GetCurrentLayout();
     CATFrmWindow* pWindow = pLayout->GetCurrentWindow();
-    m_Context.assemblies.Append(m_Context.session.OpenAssembly(arguments[0]));
+    m_Context.assemblies.Append(m_Context.session.OpenAssembly(arguments[0], arguments.size() > 1));
     // The PDM window stays in front.
     if (pWindow != nullptr) {
         CATFrmLayout::GetCurrentLayout()->SetCurrentWindow(pWindow);

@@ -39,11 +39,11 @@ protected:
                PartPart("AB", "A", "B") + PartPart("AC", "A", "C") + PartPart("BD", "B", "D") +
                Relation("PartFile", "CF", "C", "F"));
         Connect("kim");
-        CATListValCATUnicodeString Keys;
-        Keys.Append("A");
+        CATListValCATUnicodeString keys;
+        keys.Append("A");
         ASSERT_THAT(QTBRequestCommands::Run("GetItems",
-                                            [&Keys](QTBIPdmRequests& requests, CATIDOMDocument_var* pspAnswer) {
-                                                return requests.GetItems(Keys, pspAnswer);
+                                            [&keys](QTBIPdmRequests& requests, CATIDOMDocument_var* pspAnswer) {
+                                                return requests.GetItems(keys, pspAnswer);
                                             }),
                     Succeeds());
         for (auto& pWindow : m_Windows) {
@@ -119,13 +119,13 @@ TEST_F(RequestCommands, ExpandingReadsWhatLiesBelowFirst)
 {
     EXPECT_TRUE(FindNode("B") == NULL_var);
     EXPECT_THAT(QTBCommands::Interpret(EXPAND_PARTS, RepNode("A")), Succeeds());
-    EXPECT_THAT(Shown(), ElementsAre("A", "AB", "B", "AC", "C"));
+    EXPECT_THAT(Shown(), UnorderedElementsAre("A", "AB", "B", "AC", "C"));
     EXPECT_TRUE(FindNode("D") == NULL_var) << "one level";
     EXPECT_THAT(Shown(1), ElementsAre("A")) << "nothing is expanded there";
     EXPECT_THAT(QTBCommands::Interpret("MultiExpand ENOVIA_MATRIX/Standard PartPart->consists of", RepNode("A", 1)),
                 Succeeds());
     EXPECT_THAT(Shown(1), UnorderedElementsAre("A", "AB", "B", "BD", "D", "AC", "C"));
-    EXPECT_THAT(Shown(), ElementsAre("A", "AB", "B", "AC", "C")) << "B displays no parts there";
+    EXPECT_THAT(Shown(), UnorderedElementsAre("A", "AB", "B", "AC", "C")) << "B displays no parts there";
 }
 
 TEST_F(RequestCommands, ATreeOfRelationsIsReadLevelByLevel)
@@ -212,12 +212,15 @@ TEST_F(RequestCommands, ANewObjectIsShownBelowItsOwner)
     EXPECT_THAT(QTBCommands::Interpret(CREATE_PART, RepNode("A")), Succeeds());
     EXPECT_THAT(m_Asked, ::testing::Contains("PartNumber="));
     EXPECT_THAT(m_Asked, ::testing::Contains("Quantity="));
-    const std::vector<std::string> shown = Shown();
-    ASSERT_EQ(shown.size(), 7U) << "with those that were there";
-    const CATBaseUnknown_var spNew = FindNode(shown.back().c_str());
-    EXPECT_EQ(ValueOf(spNew, "PartNumber"), "N-1");
+    QTBIPdmNode_var spNew;
+    ASSERT_THAT(GetPdmNodeCont()->GetPdmNode("Part", "PartNumber", "N-1", &spNew), Succeeds());
+    QTBIPdmNode_var spUsage;
+    ASSERT_THAT(GetPdmNodeCont()->GetPdmNode("PartPart", "InstanceName", "n.1", &spUsage), Succeeds());
+    const std::string key(spNew->GetPdmKey().View());
+    const std::string usageKey(spUsage->GetPdmKey().View());
+    EXPECT_THAT(Shown(), UnorderedElementsAre("A", "AB", "B", "AC", "C", usageKey, key))
+        << "with those that were there";
     EXPECT_EQ(ValueOf(spNew, "Name"), "not defined") << "left empty";
-    EXPECT_EQ(ValueOf(FindNode(shown[5].c_str()), "InstanceName"), "n.1");
     EXPECT_THAT(Faults(), IsEmpty());
 }
 
@@ -227,7 +230,7 @@ TEST_F(RequestCommands, ANewObjectIsRelatedToTheVersionThatTheNodeShowsNow)
     EXPECT_THAT(QTBCommands::Start("QTB_Ctx_Revise", RepNode("A")), Succeeds());
     EXPECT_THAT(QTBCommands::Interpret(CREATE_PART, RepNode("A/B")), Succeeds()) << "the text names A";
     EXPECT_THAT(Shown(), Not(::testing::Contains("A")));
-    EXPECT_THAT(QTBCommands::Interpret(CREATE_PART, NULL_var), FailsWithMessage("VersionNotNewestERR_1104"));
+    EXPECT_THAT(QTBCommands::Interpret(CREATE_PART, NULL_var), FailsQuietly()) << "the graph has no A any more";
 }
 
 TEST_F(RequestCommands, AnObjectWhoseRelationIsRefusedIsNotCreated)
@@ -260,12 +263,12 @@ TEST_F(RequestCommands, ARelationCreatedElsewhereAppearsWhereItsClassIsDisplayed
     ASSERT_THAT(m_pStore->CreateRelation("StandardPartUsage", "A", "S", "",
                                          [&key](std::string_view piece) { key.append(piece); }),
                 Succeeds());
-    CATListValCATUnicodeString Keys;
-    Keys.Append("S");
-    Keys.Append(ItemsOf(key).back().substr(2, ItemsOf(key).back().rfind(' ') - 2).c_str());
+    CATListValCATUnicodeString keys;
+    keys.Append("S");
+    keys.Append(ItemsOf(key).back().substr(2, ItemsOf(key).back().rfind(' ') - 2).c_str());
     EXPECT_THAT(QTBRequestCommands::Run("GetItems",
-                                        [&Keys](QTBIPdmRequests& requests, CATIDOMDocument_var* pspAnswer) {
-                                            return requests.GetItems(Keys, pspAnswer);
+                                        [&keys](QTBIPdmRequests& requests, CATIDOMDocument_var* pspAnswer) {
+                                            return requests.GetItems(keys, pspAnswer);
                                         }),
                 Succeeds());
     for (const int window : {0, 1}) {

@@ -394,7 +394,8 @@ TEST_F(StepProducts, TheBracketAssemblyHasItsTwentySevenInstances)
     EXPECT_EQ(CATDocumentServices::GetDocuments().Size(), 9);
 }
 
-// The dimensions of its drawings: a nut of 20 by 15 by 3, a rod of 10 by 200, a plate of 180 by 150 by 20.
+// The dimensions of its drawings: a nut of 20 by 15 by 3, a rod of 10 by 200, a plate of 180 by 150 by 20,
+// a bracket 50 deep, 60 high and 100 wide.
 TEST_F(StepProducts, BoxesAndPlacementsComeFromTheShapesWhenTheyAreAskedFor)
 {
     const std::string path = FindAssembly("as1-oc-214.stp");
@@ -415,7 +416,7 @@ TEST_F(StepProducts, BoxesAndPlacementsComeFromTheShapesWhenTheyAreAskedFor)
         }
     }
     const std::map<std::string, std::string> expected = {{"bolt", "-7.5 -7.5 0 7.5 7.5 37"},
-                                                         {"l-bracket", "0 0 0 50 100 60"},
+                                                         {"l-bracket", "0 0 0 50 60 100"},
                                                          {"nut", "0 0 0 20 15 3"},
                                                          {"plate", "0 0 0 180 150 20"},
                                                          {"rod", "-5 -5 0 5 5 200"}};

@@ -145,11 +145,18 @@ void AddShell(CLI::App& app, ShellOptions& options)
 {
     CLI::App* pShell = app.add_subcommand("shell", "Work in a session, line by line");
     pShell->footer(
-        "Without a script the lines come from the standard input: edited on a terminal, plain from a pipe. The "
-        "command help lists the commands.");
+        R"(Without a script the lines come from the standard input: edited on a terminal, with completion and history, plain
+from a pipe. The command help lists the commands. Colours are for terminals only; NO_COLOR turns them off.
+
+Examples:
+  qtbhost shell
+  qtbhost shell --store pdm.store --user kim examples/circle.txt
+
+Exit codes: 0 done, 1 a line failed, 2 wrong command line, 3 input that cannot be read.)");
     pShell->add_option("script", options.script, "file with commands")->type_name("FILE");
-    pShell->add_option("--store", options.store, "PDM store to work with")->type_name("FILE");
+    CLI::Option* pStore = pShell->add_option("--store", options.store, "PDM store to work with")->type_name("FILE");
     pShell->add_option("--user", options.user, "user of the store (who runs the program if not given)")
+        ->needs(pStore)
         ->type_name("NAME");
     pShell->add_option("--schema", options.schema, "PDM schema (the example schema if not given)")->type_name("FILE");
     pShell->add_option("--language", options.language, "language of messages and display names")->type_name("NAME");

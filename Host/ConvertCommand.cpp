@@ -17,7 +17,7 @@ void RunConvert(const ConvertOptions& options)
 {
     CATStepAssembly assembly;
     try {
-        assembly = CATReadStepAssembly(options.assembly);
+        assembly = CATReadStepAssembly(options.assembly, CATStepContent::StructureAndBoxes);
     } catch (const std::runtime_error& error) {
         throw HostError(ExitCode::BadInput, error.what());
     }

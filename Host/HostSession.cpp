@@ -14,17 +14,21 @@
 #include "CATStepProducts.h"
 #endif
 #include "HostResources.h"
+#include "QTBCommUtil.h"
 #include "QTBConstants.h"
 #include "QTBDocUtil.h"
 #include "QTBGlobVarsUtil.h"
+#include "QTBICommunicationServices.h"
 #include "QTBIQtbFrmWindow.h"
 #include "QTBIRepNode.h"
 #include "QTBNodeRelationInfo.h"
+#include "QTBPdmStoreComponent.h"
 #include "QTBRepTreeUtil.h"
 #include "QTBSchema.h"
 #include "QTBSchemaRelation.h"
 #include "QTBSchemaUtil.h"
 #include "QTBXmlUtil.h"
+#include "StoreInput.h"
 
 namespace fs = std::filesystem;
 
@@ -67,6 +71,23 @@ HostSession::~HostSession()
     m_spIRepNodeCont = NULL_var;
     m_spIPdmNodeCont = NULL_var;
     QTBGlobVarsUtil::EndSession();
+    m_spStore = NULL_var;
+}
+
+void HostSession::ConnectStore(const std::string& path, const std::string& user)
+{
+    QTBPdmStore::Options options;
+    options.user = StoreInput::GetUser(user).c_str();
+    CATBaseUnknown_var spStore;
+    Require(QTBPdmStoreComponent::Create(path.c_str(), options, &spStore), ExitCode::BadInput, "PDM store");
+    QTBCommUtil::SetCommComponent(spStore);
+    m_spStore = spStore;
+    m_StorePath = path;
+}
+
+QTBPdmStore* HostSession::GetStore() const
+{
+    return m_spStore != NULL_var ? &static_cast<QTBPdmStoreComponent*>(m_spStore.Get())->GetStore() : nullptr;
 }
 
 void HostSession::SetLanguage(const std::string& language)
@@ -86,7 +107,7 @@ void HostSession::SetLanguage(const std::string& language)
     CATMsgCatalog::SetLanguage(language == "English" ? "" : language.c_str());
 }
 
-CATListValCATBaseUnknown_var HostSession::OpenAssembly(const std::string& path)
+CATListValCATBaseUnknown_var HostSession::OpenAssembly(const std::string& path, [[maybe_unused]] bool withBoxes)
 {
     RequireFile(path, "assembly");
     CATListValCATBaseUnknown_var documents;
@@ -94,7 +115,9 @@ CATListValCATBaseUnknown_var HostSession::OpenAssembly(const std::string& path)
         Require(CATProductServices::OpenFile(path.c_str(), &documents), ExitCode::BadInput, "assembly");
     } else {
 #ifdef QTB_WITH_STEP
-        Require(CATStepProducts::OpenFile(path.c_str(), &documents), ExitCode::BadInput, "assembly");
+        Require(CATStepProducts::OpenFile(path.c_str(), &documents,
+                                          withBoxes ? CATStepContent::StructureAndBoxes : CATStepContent::Structure),
+                ExitCode::BadInput, "assembly");
 #else
         throw HostError(ExitCode::Usage, "assembly " + path +
                                              " is no product structure file (.xml), and this program was built without "

@@ -8,6 +8,8 @@
 #include "QTBIPdmNodeCont.h"
 #include "QTBIRepNodeCont.h"
 
+class QTBPdmStore;
+
 // A PDM session with one open PDM window, from construction to destruction. Operations raise HostError.
 class HostSession
 {
@@ -22,11 +24,19 @@ public:
     void SetLanguage(const std::string& language);
 
     // Opens a CAD assembly: a product structure file (.xml) or a STEP file. Each document gets an editor and a window.
-    // The answer is the documents that the file opens for themselves.
-    CATListValCATBaseUnknown_var OpenAssembly(const std::string& path);
+    // The answer is the documents that the file opens for themselves. The boxes of a STEP file's shapes are read when
+    // they are asked for; those of a product structure file always.
+    CATListValCATBaseUnknown_var OpenAssembly(const std::string& path, bool withBoxes = false);
 
     // Closes the assemblies that are open.
     void CloseAssemblies();
+
+    // Makes a PDM store the session's PDM system, in the place of the one before. An empty user stands for who runs the
+    // program.
+    void ConnectStore(const std::string& path, const std::string& user);
+    // Null without one.
+    QTBPdmStore* GetStore() const;
+    const std::string& GetStorePath() const { return m_StorePath; }
 
     // Reads a PDM answer as a command does: updates the PDM graph and lets the windows follow.
     void ReadAnswer(const std::string& path);
@@ -51,4 +61,6 @@ private:
     QTBIPdmNodeCont_var m_spIPdmNodeCont;
     QTBIRepNodeCont_var m_spIRepNodeCont;
     CATListValCATBaseUnknown_var m_Assemblies;
+    CATBaseUnknown_var m_spStore;
+    std::string m_StorePath;
 };

@@ -10,20 +10,14 @@
 #include "CATFrmEditor.h"
 #include "CATFrmWindow.h"
 #include "HostSession.h"
+#include "ProductLinks.h"
 #include "ProductTree.h"
 #include "Progress.h"
-#include "QTBConstants.h"
 #include "QTBDebugUtil.h"
 #include "QTBILinkToPsn.h"
 #include "QTBILinkToQtb.h"
-#include "QTBINodeAttributes.h"
 #include "QTBIPdmNode.h"
-#include "QTBIPdmObjNode.h"
-#include "QTBIPdmRelNode.h"
-#include "QTBIPsnNode.h"
 #include "QTBIRepNode.h"
-#include "QTBInfoUtil.h"
-#include "QTBLoadManager.h"
 #include "QTBPsnTreeUtil.h"
 #include "QTBRepTreeUtil.h"
 #include "TreePrinter.h"
@@ -34,33 +28,6 @@ std::string ToText(const CATUnicodeString& text)
 {
     return std::string(text.View());
 }
-
-// Key of a PDM node, empty for an empty handle.
-template <class Interface>
-std::string GetKey(const CATInterface_var<Interface>& spNode)
-{
-    CATUnicodeString usKey;
-    const QTBINodeAttributes_var spINodeAttributes(spNode);
-    if (spINodeAttributes != NULL_var) {
-        spINodeAttributes->GetKey(&usKey);
-    }
-    return ToText(usKey);
-}
-
-// What corresponds to one product, and why.
-struct Correspondence
-{
-    std::string reason; // one of the texts below
-    std::string note;   // what else is to be said
-    std::string part;
-    std::string relation;
-    std::string file;
-};
-
-constexpr const char* BY_INSTANCE = "by instance";
-constexpr const char* BY_PART_NUMBER = "by part number";
-constexpr const char* BROKEN_LINK = "broken link";
-constexpr const char* NOT_IN_PDM = "not in PDM";
 
 class LinkRun
 {
@@ -79,7 +46,7 @@ public:
         m_Documents = m_Session.OpenAssembly(m_Options.assembly);
         m_Places = ProductTree::Collect(m_Documents);
         for (const ProductTree::Place& place : m_Places) {
-            m_Correspondences.push_back(Find(place));
+            m_Correspondences.push_back(ProductLinks::Find(m_Places, place));
         }
         FindMissingProducts();
         HighlightInPdmWindow();
@@ -90,60 +57,6 @@ public:
     }
 
 private:
-    Correspondence Find(const ProductTree::Place& place) const
-    {
-        const QTBILinkToQtb_var spILinkToQtb(place.spIProduct);
-        const QTBIPsnNode_var spIPsnNode(place.spIProduct);
-        if (spILinkToQtb == NULL_var || spIPsnNode == NULL_var) {
-            throw HostError(ExitCode::Failure, "products do not answer the PDM interfaces");
-        }
-        unsigned char bExist = FALSE;
-        QTBIPdmRelNode_var spIPdmRelNode;
-        QTBIPdmObjNode_var spIPdmObjNodeOnPart;
-        QTBIPdmObjNode_var spIPdmObjNodeOnFile;
-        HostSession::Require(spILinkToQtb->CorrespondingPdmNodesExist(&bExist, &spIPdmRelNode, &spIPdmObjNodeOnPart,
-                                                                      &spIPdmObjNodeOnFile),
-                             ExitCode::Failure, place.path);
-        Correspondence found{NOT_IN_PDM, "", GetKey(spIPdmObjNodeOnPart), GetKey(spIPdmRelNode),
-                             GetKey(spIPdmObjNodeOnFile)};
-        CATUnicodeString usType;
-        if (SUCCEEDED(spIPsnNode->GetPsnNodeType(&usType, nullptr)) && usType == usBROKENLINK) {
-            found.reason = BROKEN_LINK;
-        } else if (!found.relation.empty()) {
-            found.reason = BY_INSTANCE;
-        } else if (!found.part.empty()) {
-            found.reason = BY_PART_NUMBER;
-        }
-        if (found.relation.empty() && place.father >= 0) {
-            found.note = DescribeRejection(place);
-        }
-        unsigned char bFileRelationExists = FALSE;
-        unsigned char bDiffers = FALSE;
-        if (SUCCEEDED(spILinkToQtb->FileStrucPdmNodeExists(&bFileRelationExists, nullptr, &bDiffers)) &&
-            bDiffers != FALSE) {
-            found.note += found.note.empty() ? "" : "; ";
-            found.note += "name or version of the file differs";
-        }
-        return found;
-    }
-
-    // The relation that has the product's father and instance name and places another part.
-    std::string DescribeRejection(const ProductTree::Place& place) const
-    {
-        const CATUnicodeString usFather = m_Places[static_cast<std::size_t>(place.father)].spIProduct->GetPartNumber();
-        CATUnicodeString usName;
-        QTBIPdmRelNode_var spIPdmRelNode;
-        QTBIPdmObjNode_var spIPdmObjNodeOnOther;
-        if (FAILED(place.spIProduct->GetPrdInstanceName(&usName)) ||
-            FAILED(g_QTBLoadManager.GetPdmRelationForInstance(usFather, usName, &spIPdmRelNode)) ||
-            FAILED(spIPdmRelNode->GetRightObject(&spIPdmObjNodeOnOther))) {
-            return "";
-        }
-        CATUnicodeString usPartNumber;
-        QTBInfoUtil::GetCatiaPartNumberFromPdm(spIPdmObjNodeOnOther, &usPartNumber, FALSE, TRUE);
-        return fmt::format("rejected {}: it places part number {}", GetKey(spIPdmRelNode), usPartNumber.View());
-    }
-
     // The relations shown in the PDM window that no product corresponds to.
     void FindMissingProducts()
     {
@@ -229,24 +142,16 @@ private:
 
     int Count(const char* reason) const
     {
-        return static_cast<int>(std::count_if(m_Correspondences.begin(), m_Correspondences.end(),
-                                              [&](const Correspondence& found) { return found.reason == reason; }));
+        return static_cast<int>(
+            std::count_if(m_Correspondences.begin(), m_Correspondences.end(),
+                          [&](const ProductLinks::Correspondence& found) { return found.reason == reason; }));
     }
 
     int CountFiles() const
     {
-        return static_cast<int>(std::count_if(m_Correspondences.begin(), m_Correspondences.end(),
-                                              [](const Correspondence& found) { return !found.file.empty(); }));
-    }
-
-    static std::string Describe(const Correspondence& found)
-    {
-        std::string text = found.reason;
-        const std::string& structure = found.relation.empty() ? found.part : found.relation;
-        text += structure.empty() ? "" : ": " + structure;
-        text += found.file.empty() ? "" : ", file " + found.file;
-        text += found.note.empty() ? "" : " (" + found.note + ")";
-        return text;
+        return static_cast<int>(
+            std::count_if(m_Correspondences.begin(), m_Correspondences.end(),
+                          [](const ProductLinks::Correspondence& found) { return !found.file.empty(); }));
     }
 
     void PrintText() const
@@ -254,8 +159,8 @@ private:
         std::vector<TreePrinter::Line> lines;
         for (std::size_t i = 0; i < m_Places.size(); ++i) {
             const ProductTree::Place& place = m_Places[i];
-            lines.push_back({ProductTree::GetLabel(place.spIProduct), Describe(m_Correspondences[i]), place.path,
-                             place.level, false, place.isLast, 0, IsHighlighted(place)});
+            lines.push_back({ProductTree::GetLabel(place.spIProduct), ProductLinks::Describe(m_Correspondences[i]),
+                             place.path, place.level, false, place.isLast, 0, IsHighlighted(place)});
         }
         std::cout << "Assembly and what corresponds to it in the PDM system:\n\n";
         TreePrinter::PrintText(std::cout, lines);
@@ -267,8 +172,8 @@ private:
         fmt::print(std::cout,
                    "\n{} products: {} linked by instance, {} by part number, {} not in PDM, {} broken links; {} have a "
                    "file\n",
-                   m_Places.size(), Count(BY_INSTANCE), Count(BY_PART_NUMBER), Count(NOT_IN_PDM), Count(BROKEN_LINK),
-                   CountFiles());
+                   m_Places.size(), Count(ProductLinks::BY_INSTANCE), Count(ProductLinks::BY_PART_NUMBER),
+                   Count(ProductLinks::NOT_IN_PDM), Count(ProductLinks::BROKEN_LINK), CountFiles());
         fmt::print(std::cout, "{} part-to-part relations shown, {} of them without a product in the assembly\n",
                    m_ShownRelations, m_OnlyInPdm.size());
         // Sorted, so that the places of one relation stand together.
@@ -286,7 +191,7 @@ private:
         nlohmann::ordered_json products = nlohmann::ordered_json::array();
         for (std::size_t i = 0; i < m_Places.size(); ++i) {
             const ProductTree::Place& place = m_Places[i];
-            const Correspondence& found = m_Correspondences[i];
+            const ProductLinks::Correspondence& found = m_Correspondences[i];
             products.push_back({{"path", place.path},
                                 {"partNumber", ToText(place.spIProduct->GetPartNumber())},
                                 {"reason", found.reason},
@@ -304,10 +209,10 @@ private:
                                                {"onlyInPdm", onlyInPdm},
                                                {"counts",
                                                 {{"products", m_Places.size()},
-                                                 {"byInstance", Count(BY_INSTANCE)},
-                                                 {"byPartNumber", Count(BY_PART_NUMBER)},
-                                                 {"notInPdm", Count(NOT_IN_PDM)},
-                                                 {"brokenLinks", Count(BROKEN_LINK)},
+                                                 {"byInstance", Count(ProductLinks::BY_INSTANCE)},
+                                                 {"byPartNumber", Count(ProductLinks::BY_PART_NUMBER)},
+                                                 {"notInPdm", Count(ProductLinks::NOT_IN_PDM)},
+                                                 {"brokenLinks", Count(ProductLinks::BROKEN_LINK)},
                                                  {"withFile", CountFiles()},
                                                  {"relationsShown", m_ShownRelations}}}};
         std::cout << result.dump(2) << '\n';
@@ -318,7 +223,7 @@ private:
     Progress m_Progress;
     CATListValCATBaseUnknown_var m_Documents;
     std::vector<ProductTree::Place> m_Places;
-    std::vector<Correspondence> m_Correspondences;
+    std::vector<ProductLinks::Correspondence> m_Correspondences;
     std::vector<std::pair<std::string, std::string>> m_OnlyInPdm;
     int m_ShownRelations = 0;
     CATFrmWindow* m_pPdmWindow = nullptr;

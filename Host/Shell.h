@@ -1,17 +1,18 @@
 #pragma once
 
+#include <functional>
 #include <iosfwd>
-#include <map>
+#include <optional>
 #include <string>
 #include <vector>
 
-#include "CATListValCATBaseUnknown_var.h"
 #include "HostSession.h"
-#include "QTBIRepNode.h"
-#include "QTBNodeRelationInfo.h"
-
-class CATCmdAccess;
-class CATFrmWindow;
+#include "ShellBoxCommands.h"
+#include "ShellContext.h"
+#include "ShellProductCommands.h"
+#include "ShellStoreCommands.h"
+#include "ShellTreeCommands.h"
+#include "ShellWindowCommands.h"
 
 // The commands of an interactive session. A command that fails says why and leaves the session as it is.
 class Shell
@@ -23,72 +24,38 @@ public:
     Shell& operator=(const Shell&) = delete;
     ~Shell();
 
+    // For a terminal: whether it has colours, and how its user is asked.
+    void SetColors(bool hasColors) { m_Context.hasColors = hasColors; }
+    void SetPrompt(std::function<std::optional<std::string>(const std::string&)> ask)
+    {
+        m_Context.ask = std::move(ask);
+    }
+
     // Runs one line: a command with its arguments, an empty line or a comment that begins with #. False when the
-    // session is to end.
-    bool Execute(const std::string& line);
+    // session is to end. An error names the place, the line of a script for example, unless it is empty.
+    bool Execute(const std::string& line, const std::string& place = "");
+
+    // Runs the lines of a script, each repeated in the output in front of what it says. Errors name the line.
+    void RunScript(std::istream& script);
 
     // Lines that failed so far.
     int GetFailureCount() const { return m_FailureCount; }
 
-    // Names of all commands, for completion.
-    std::vector<std::string> GetCommandNames() const;
+    // What the last word of a line can be completed to; empty where it is a file.
+    std::vector<std::string> Complete(const std::string& line) const;
 
 private:
-    using Arguments = std::vector<std::string>;
-    struct Command
-    {
-        std::string arguments;
-        std::string help;
-        std::size_t fewest; // arguments
-        std::size_t most;
-        void (Shell::*pRun)(const Arguments&);
-    };
+    const ShellEntry* Find(const std::string& name) const;
+    void Run(ShellArguments words);
+    void Help(const ShellArguments& arguments);
 
-    void Help(const Arguments& arguments);
-    void Answer(const Arguments& arguments);
-    void Assembly(const Arguments& arguments);
-    void Open(const Arguments& arguments);
-    void Windows(const Arguments& arguments);
-    void Window(const Arguments& arguments);
-    void Close(const Arguments& arguments);
-    void Roots(const Arguments& arguments);
-    void Tree(const Arguments& arguments);
-    void Expand(const Arguments& arguments);
-    void ExpandAll(const Arguments& arguments);
-    void Fold(const Arguments& arguments);
-    void Menu(const Arguments& arguments);
-    void Pick(const Arguments& arguments);
-    void Highlight(const Arguments& arguments);
-    void Select(const Arguments& arguments);
-    void Properties(const Arguments& arguments);
-    void Products(const Arguments& arguments);
-    void Show(const Arguments& arguments);
-    void Consider(const Arguments& arguments);
-    void Messages(const Arguments& arguments);
-    void Notices(const Arguments& arguments);
-    void Language(const Arguments& arguments);
-    void Quit(const Arguments& arguments);
-
-    CATFrmWindow* GetWindow() const;
-    QTBIRepNodeCont_var GetContainer() const;
-    // The rep node of a line of the tree printed last, or of a PDM key in the current window.
-    QTBIRepNode_var GetNode(const std::string& name) const;
-    CATListValQTBNodeRelationInfo GetRelations(const Arguments& arguments, std::size_t first) const;
-    void ExpandNode(const Arguments& arguments, unsigned char bOneLevelOnly);
-    // Numbers and prints the items of a menu.
-    void PrintMenu(CATCmdAccess* pFirstItem);
-    void DropMenu();
-
-    HostSession& m_Session;
-    std::ostream& m_Out;
-    std::map<std::string, Command> m_Commands;
-    std::vector<CATBaseUnknown_var> m_TreeNodes; // of the tree printed last, in its order
-    CATListValCATBaseUnknown_var m_Documents;
-    NodesToRetrieve m_Consider = ALL_NODES;
-    // The menu printed last: its root, its items by number and the node that it belongs to.
-    CATCmdAccess* m_pMenu = nullptr;
-    std::vector<CATCmdAccess*> m_MenuItems;
-    CATBaseUnknown_var m_spMenuNode;
+    ShellContext m_Context;
+    ShellWindowCommands m_WindowCommands;
+    ShellTreeCommands m_TreeCommands;
+    ShellStoreCommands m_StoreCommands;
+    ShellProductCommands m_ProductCommands;
+    ShellBoxCommands m_BoxCommands;
+    std::vector<ShellGroup> m_Groups;
     int m_FailureCount = 0;
     bool m_IsOver = false;
 };

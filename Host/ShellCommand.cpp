@@ -8,6 +8,7 @@
 #include <fstream>
 #include <iostream>
 #include <memory>
+#include <optional>
 
 #include "QTBDebugUtil.h"
 #include "Shell.h"
@@ -15,56 +16,59 @@
 namespace {
 
 // The line editor calls back without any argument of ours.
-std::vector<std::string> g_CommandNames;
+const Shell* g_pShell = nullptr;
+std::vector<std::string> g_Candidates;
 
-char* CompleteName(const char* start, int state)
+char* GiveCandidate(const char*, int state)
 {
     static std::size_t s_Next = 0;
     if (state == 0) {
         s_Next = 0;
     }
-    while (s_Next < g_CommandNames.size()) {
-        const std::string& name = g_CommandNames[s_Next++];
-        if (name.starts_with(start)) {
-            return strdup(name.c_str());
-        }
-    }
-    return nullptr;
+    return s_Next < g_Candidates.size() ? strdup(g_Candidates[s_Next++].c_str()) : nullptr;
 }
 
-// Names of commands at the beginning of a line, files elsewhere.
-char** Complete(const char* text, int start, int)
+// Commands, nodes and relations where they may stand; without any, the editor completes names of files.
+char** Complete(const char*, int, int end)
 {
-    return start == 0 ? rl_completion_matches(text, &CompleteName) : nullptr;
+    g_Candidates = g_pShell->Complete(std::string(rl_line_buffer).substr(0, static_cast<std::size_t>(end)));
+    return g_Candidates.empty() ? nullptr : rl_completion_matches("", &GiveCandidate);
+}
+
+// Nothing at the end of the input.
+std::optional<std::string> ReadLine(const std::string& prompt)
+{
+    const std::unique_ptr<char, decltype(&std::free)> pLine(readline(prompt.c_str()), &std::free);
+    return pLine != nullptr ? std::optional<std::string>(pLine.get()) : std::nullopt;
 }
 
 void RunInteractively(Shell& shell)
 {
-    g_CommandNames = shell.GetCommandNames();
+    g_pShell = &shell;
     rl_attempted_completion_function = &Complete;
     using_history();
+    shell.SetPrompt(&ReadLine);
     std::cout << "help lists the commands, quit ends the session.\n";
     for (bool goesOn = true; goesOn;) {
-        const std::unique_ptr<char, decltype(&std::free)> pLine(readline("qtb> "), &std::free);
-        if (pLine == nullptr) {
+        const std::optional<std::string> line = ReadLine("qtb> ");
+        if (!line) {
             std::cout << '\n';
             return;
         }
-        if (*pLine != '\0') {
-            add_history(pLine.get());
+        if (!line->empty()) {
+            add_history(line->c_str());
         }
-        goesOn = shell.Execute(pLine.get());
+        goesOn = shell.Execute(*line);
     }
 }
 
-void RunScript(Shell& shell, std::istream& input)
+// Where the output goes to somebody who sees colours and wants them.
+bool HasColors()
 {
-    for (std::string line; std::getline(input, line);) {
-        std::cout << "> " << line << '\n';
-        if (!shell.Execute(line)) {
-            return;
-        }
-    }
+    const char* noColor = std::getenv("NO_COLOR");
+    const char* terminal = std::getenv("TERM");
+    return isatty(STDOUT_FILENO) != 0 && (noColor == nullptr || *noColor == '\0') && terminal != nullptr &&
+           std::strcmp(terminal, "dumb") != 0;
 }
 
 } // namespace
@@ -73,17 +77,21 @@ int RunShell(const ShellOptions& options)
 {
     QTBDebugUtil::s_bGlobalDebugStatus = options.debug ? TRUE : FALSE;
     HostSession session(options.schema, options.language);
+    if (!options.store.empty()) {
+        session.ConnectStore(options.store, options.user);
+    }
     Shell shell(session, std::cout);
+    shell.SetColors(HasColors());
     if (!options.script.empty()) {
         std::ifstream script(options.script);
         if (!script) {
             throw HostError(ExitCode::BadInput, "script " + options.script + " cannot be read");
         }
-        RunScript(shell, script);
+        shell.RunScript(script);
     } else if (isatty(STDIN_FILENO) != 0) {
         RunInteractively(shell);
     } else {
-        RunScript(shell, std::cin);
+        shell.RunScript(std::cin);
     }
     return static_cast<int>(shell.GetFailureCount() > 0 ? ExitCode::Failure : ExitCode::Success);
 }

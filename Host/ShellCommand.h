@@ -8,6 +8,8 @@ struct ShellOptions
     std::string schema;   // empty for the example schema
     std::string language; // empty for English
     std::string script;   // file with commands; empty for the standard input
+    std::string store;    // PDM store to work with; empty for none
+    std::string user;     // in whose name; empty for the one who runs the program
     bool debug = false;
 };
 

@@ -1,10 +1,6 @@
 #include "StoreCommand.h"
 
-#include <pwd.h>
-#include <unistd.h>
-
 #include <algorithm>
-#include <cstdlib>
 #include <filesystem>
 #include <fstream>
 #include <iostream>
@@ -14,8 +10,8 @@
 #include <CLI/CLI.hpp>
 #include <fmt/format.h>
 
+#include "AnswerText.h"
 #include "CATIDOMDocument.h"
-#include "CATXMLWriter.h"
 #include "HostSession.h"
 #include "QTBINodeAttributes.h"
 #include "QTBIPdmNode.h"
@@ -24,54 +20,15 @@
 #include "QTBSchema.h"
 #include "QTBSchemaUtil.h"
 #include "QTBXmlUtil.h"
-#ifdef QTB_WITH_STEP
-#include "CATStepAssembly.h"
-#include "StepConverter.h"
-#endif
+#include "StoreInput.h"
 
 namespace fs = std::filesystem;
 
 namespace {
 
-std::string GetUser(const StoreOptions& options)
-{
-    if (!options.user.empty()) {
-        return options.user;
-    }
-    if (const passwd* pEntry = getpwuid(geteuid()); pEntry != nullptr) {
-        return pEntry->pw_name;
-    }
-    throw HostError(ExitCode::Usage, "--user: the name of the user is not known");
-}
-
 std::string ToString(const CATUnicodeString& text)
 {
     return std::string(text.View());
-}
-
-// NAME=VALUE
-std::pair<CATUnicodeString, CATUnicodeString> ParseAttribute(const std::string& text)
-{
-    const std::size_t equals = text.find('=');
-    if (equals == 0 || equals == std::string::npos) {
-        throw HostError(ExitCode::Usage, text + ": an attribute is given as NAME=VALUE");
-    }
-    return {CATUnicodeString(std::string_view(text).substr(0, equals)),
-            CATUnicodeString(std::string_view(text).substr(equals + 1))};
-}
-
-CATUnicodeString MakeAttributesXml(const std::vector<std::string>& attributes)
-{
-    std::string xml;
-    for (const std::string& text : attributes) {
-        const auto [usName, usValue] = ParseAttribute(text);
-        xml += "<a";
-        CATXMLWriter::AppendAttribute("name", usName.View(), &xml);
-        xml += ">";
-        CATXMLWriter::AppendText(usValue.View(), &xml);
-        xml += "</a>";
-    }
-    return CATUnicodeString(std::string_view{xml});
 }
 
 std::vector<CATUnicodeString> ToTexts(const std::vector<std::string>& texts)
@@ -147,11 +104,11 @@ public:
     {
         Open(false);
         for (const std::string& input : m_Options.inputs) {
-            for (const CATIDOMDocument_var& spAnswer : ReadInput(input)) {
+            for (const CATIDOMDocument_var& spAnswer : StoreInput::ReadAnswers(input)) {
                 QTBStoreImportReport report;
                 HostSession::Require(m_pStore->Import(spAnswer, m_Options.folder.c_str(), &report), ExitCode::BadInput,
                                      input);
-                Print(input, report);
+                fmt::print("{}", StoreInput::Describe(input, report));
             }
         }
     }
@@ -163,7 +120,7 @@ public:
         query.newestVersionsOnly = !m_Options.allVersions;
         query.maxCount = m_Options.limit;
         for (const std::string& text : m_Options.attributes) {
-            const auto [usName, usValue] = ParseAttribute(text);
+            const auto [usName, usValue] = StoreInput::ParseAttribute(text);
             query.conditions.push_back({usName, usValue});
         }
         PrintAnswer([&query](QTBPdmStore& store, const QTBPdmStore::Receiver& receiver) {
@@ -225,7 +182,7 @@ public:
 
     void Update()
     {
-        const CATUnicodeString usXml = MakeAttributesXml(m_Options.attributes);
+        const CATUnicodeString usXml = StoreInput::MakeAttributesXml(m_Options.attributes);
         Change([this, &usXml](QTBPdmStore& store, const QTBPdmStore::Receiver& receiver) {
             return store.UpdateAttributes(m_Options.key.c_str(), usXml, receiver);
         });
@@ -233,7 +190,7 @@ public:
 
     void Relate()
     {
-        const CATUnicodeString usXml = MakeAttributesXml(m_Options.attributes);
+        const CATUnicodeString usXml = StoreInput::MakeAttributesXml(m_Options.attributes);
         Change([this, &usXml](QTBPdmStore& store, const QTBPdmStore::Receiver& receiver) {
             return store.CreateRelation(m_Options.className.c_str(), m_Options.left.c_str(), m_Options.right.c_str(),
                                         usXml, receiver);
@@ -267,57 +224,10 @@ private:
     void Open(bool isReadOnly)
     {
         QTBPdmStore::Options options;
-        options.user = GetUser(m_Options).c_str();
+        options.user = StoreInput::GetUser(m_Options.user).c_str();
         options.isReadOnly = isReadOnly;
         HostSession::Require(QTBPdmStore::Open(m_Options.store.c_str(), options, &m_pStore), ExitCode::BadInput,
                              "store");
-    }
-
-    static bool IsStepFile(const std::string& path)
-    {
-        std::string extension = fs::path(path).extension().string();
-        std::transform(extension.begin(), extension.end(), extension.begin(),
-                       [](unsigned char c) { return static_cast<char>(std::tolower(c)); });
-        return extension == ".stp" || extension == ".step";
-    }
-
-    static std::vector<CATIDOMDocument_var> ReadInput(const std::string& path)
-    {
-        std::vector<CATIDOMDocument_var> answers;
-        if (!fs::exists(path)) {
-            throw HostError(ExitCode::BadInput, path + " does not exist");
-        }
-        if (IsStepFile(path)) {
-#ifdef QTB_WITH_STEP
-            try {
-                for (const StepConverter::Answer& answer : StepConverter::ToAnswers(CATReadStepAssembly(path))) {
-                    HostSession::Require(QTBXmlUtil::GetTrustedDomDocument(answer.xml, &answers.emplace_back()),
-                                         ExitCode::Failure, path);
-                }
-            } catch (const HostError&) {
-                throw;
-            } catch (const std::runtime_error& error) {
-                throw HostError(ExitCode::BadInput, error.what());
-            }
-            return answers;
-#else
-            throw HostError(ExitCode::BadInput, path + ": this program was built without STEP");
-#endif
-        }
-        HostSession::Require(QTBXmlUtil::GetDomDocumentFromFile(path.c_str(), &answers.emplace_back()),
-                             ExitCode::BadInput, "answer");
-        return answers;
-    }
-
-    static void Print(const std::string& input, const QTBStoreImportReport& report)
-    {
-        fmt::print("{}: {} objects and {} relations added, {} and {} changed, {} items unchanged, {} deleted, "
-                   "{} files taken in, {} left out\n",
-                   input, report.objectsAdded, report.relationsAdded, report.objectsChanged, report.relationsChanged,
-                   report.itemsUnchanged, report.itemsDeleted, report.filesAdded, report.itemsLeftOut);
-        for (const CATUnicodeString& usItem : report.leftOut) {
-            fmt::print("  left out: {}\n", usItem.View());
-        }
     }
 
     std::vector<QTBStoreExpansion::Relation> GetRelations() const
@@ -363,73 +273,11 @@ private:
         CATIDOMDocument_var spAnswer;
         HostSession::Require(QTBXmlUtil::GetTrustedDomDocument(answer, &spAnswer), ExitCode::Failure, "answer");
         // The graph drops relations whose objects it does not hold.
-        const std::string relations = DescribeRelations(spAnswer);
+        const std::string relations = AnswerText::DescribeRelations(spAnswer);
         CATListValCATBaseUnknown_var objects;
         HostSession::Require(m_Session.GetPdmNodeCont()->UpdatePdmGraph(spAnswer, &objects, nullptr), ExitCode::Failure,
                              "PDM graph");
-        for (const CATBaseUnknown_var& spObject : objects) {
-            const QTBIPdmNode_var spIPdmNode(spObject);
-            CATUnicodeString usDescription;
-            HostSession::Require(spIPdmNode->GetDescriptionString(&usDescription), ExitCode::Failure, "PDM graph");
-            fmt::print("{}: {}{}\n", spIPdmNode->GetPdmKey().View(), usDescription.View(), GetStateText(spObject));
-        }
-        fmt::print("{}", relations);
-        for (const char* tag : {"objectToDelete", "relationToDelete"}) {
-            ForEach(spAnswer, tag,
-                    [](const CATDOMElementView& element) { fmt::print("{}: deleted\n", element.GetText().View()); });
-        }
-    }
-
-    template <class Receiver>
-    static void ForEach(const CATIDOMDocument_var& spAnswer, std::string_view tag, Receiver receive)
-    {
-        CATIDOMElement_var spRoot;
-        HostSession::Require(spAnswer->GetDocumentElement(&spRoot), ExitCode::Failure, "answer");
-        const CATDOMElementView root = spRoot->GetView();
-        for (CATDOMElementView element = root.GetFirstChild(); element; element = element.GetNextBelow(root)) {
-            if (element.HasTagName(tag)) {
-                receive(element);
-            }
-        }
-    }
-
-    static CATUnicodeString GetAttribute(const CATDOMElementView& item, const CATUnicodeString& usName)
-    {
-        for (CATDOMElementView child = item.GetFirstChild(); child; child = child.GetNextSibling()) {
-            const CATDOMAttributeView name = child.FindAttribute("name");
-            if (name && name.GetValue() == usName.View()) {
-                return child.GetText();
-            }
-        }
-        return CATUnicodeString();
-    }
-
-    static std::string DescribeRelations(const CATIDOMDocument_var& spAnswer)
-    {
-        QTBSchema* pSchema = nullptr;
-        HostSession::Require(QTBSchemaUtil::GetCurrentSchemaPtr(&pSchema), ExitCode::Failure, "schema");
-        std::string text;
-        ForEach(spAnswer, "r", [pSchema, &text](const CATDOMElementView& item) {
-            text += fmt::format("{}: {} -> {}\n", GetAttribute(item, pSchema->GetKeyAttr()).View(),
-                                GetAttribute(item, pSchema->GetLeftRelationshipAttr()).View(),
-                                GetAttribute(item, pSchema->GetRightRelationshipAttr()).View());
-        });
-        return text;
-    }
-
-    // Version and state of an object that has them.
-    static std::string GetStateText(const CATBaseUnknown_var& spObject)
-    {
-        CATUnicodeString usState;
-        CATUnicodeString usVersion;
-        unsigned char bHasState = FALSE;
-        const QTBINodeAttributes_var spINodeAttributes(spObject);
-        if (FAILED(spINodeAttributes->AttributeIsDefined("State", &bHasState)) || bHasState == FALSE ||
-            FAILED(spINodeAttributes->GetStringAttributeValue("State", &usState, FALSE, TRUE)) ||
-            FAILED(QTBIPdmNode_var(spObject)->GetQtbInfoAttr("QtbVersion", &usVersion, FALSE, nullptr, TRUE))) {
-            return std::string();
-        }
-        return fmt::format(", version {}, {}", usVersion.View(), usState.View());
+        fmt::print("{}{}{}", AnswerText::DescribeObjects(objects), relations, AnswerText::DescribeDeleted(spAnswer));
     }
 
     // Writes the files of the objects into the folder, under their names.

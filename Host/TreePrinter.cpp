@@ -7,13 +7,41 @@
 #include <fmt/ostream.h>
 #include <nlohmann/json.hpp>
 
+#include "CATFrmEditor.h"
+#include "CATFrmWindow.h"
+#include "CATNavigBox.h"
 #include "CATPathElementSet.h"
 #include "CATUnicodeString.h"
 #include "QTBIRepNode.h"
+#include "QTBIRepNodeCont.h"
+#include "QTBInfoUtil.h"
+#include "QTBRepTreeUtil.h"
 
 namespace {
 
 using TreePrinter::Line;
+
+// What a rep node shows; one that lost its PDM node still has a text.
+Line DescribeNode(const QTBIRepNode_var& spIRepNode, int level)
+{
+    CATUnicodeString usText;
+    spIRepNode->GetDisplayString(&usText);
+    CATUnicodeString usKey;
+    spIRepNode->GetPdmNodeKey(&usKey);
+    CATUnicodeString usClass;
+    spIRepNode->GetPdmNodeClassName(&usClass);
+    unsigned char bIsRelation = FALSE;
+    spIRepNode->RepresentsPdmRelNode(&bIsRelation, nullptr);
+    Line line{std::string(usText.View()),
+              std::string(usClass.View()),
+              std::string(usKey.View()),
+              level,
+              bIsRelation != FALSE,
+              false,
+              0};
+    line.spNode = spIRepNode;
+    return line;
+}
 
 // Trees are as deep as the data, so they are walked with a stack of their own and not by recursion.
 class Collector
@@ -68,23 +96,10 @@ private:
 
     Line Describe(const Open& open) const
     {
-        CATUnicodeString usText;
-        open.spIRepNode->GetDisplayString(&usText);
-        CATUnicodeString usKey;
-        open.spIRepNode->GetPdmNodeKey(&usKey);
-        CATUnicodeString usClass;
-        open.spIRepNode->GetPdmNodeClassName(&usClass);
-        unsigned char bIsRelation = FALSE;
-        open.spIRepNode->RepresentsPdmRelNode(&bIsRelation, nullptr);
-        return {std::string(usText.View()),
-                std::string(usClass.View()),
-                std::string(usKey.View()),
-                open.level,
-                bIsRelation != FALSE,
-                open.isLast,
-                0,
-                m_pHighlighted != nullptr && m_pHighlighted->ContainsObject(open.spIRepNode),
-                open.spIRepNode};
+        Line line = DescribeNode(open.spIRepNode, open.level);
+        line.isLast = open.isLast;
+        line.isHighlighted = m_pHighlighted != nullptr && m_pHighlighted->ContainsObject(open.spIRepNode);
+        return line;
     }
 
     const int m_MaxLevel;
@@ -127,6 +142,70 @@ std::vector<std::string> DrawBranches(const std::vector<Line>& lines)
     return drawn;
 }
 
+// Version of the PDM object behind a rep node and who has it checked out; nothing where the PDM system does not say.
+void AddVersion(const QTBIRepNode_var& spIRepNode, Line* pLine)
+{
+    QTBIPdmNode_var spIPdmNode;
+    if (pLine->isRelation || pLine->key.empty() || FAILED(spIRepNode->GetPdmNode(&spIPdmNode, FALSE, nullptr))) {
+        return;
+    }
+    CATUnicodeString usText;
+    if (SUCCEEDED(QTBInfoUtil::GetQtbVersion(spIPdmNode, &usText))) {
+        pLine->version = usText.View();
+    }
+    unsigned char bIsAllowed = FALSE;
+    if (SUCCEEDED(QTBInfoUtil::PdmObjectIsCheckOutAllowed(spIPdmNode, &bIsAllowed, &usText))) {
+        pLine->checkedOutBy = usText.View();
+    }
+}
+
+// A tree widget shows the same at every level; who stands last is seen from behind.
+void MarkLastChildren(std::vector<Line>* pLines)
+{
+    std::vector<bool> hasBrotherBelow; // by level
+    for (auto line = pLines->rbegin(); line != pLines->rend(); ++line) {
+        const auto level = static_cast<std::size_t>(line->level);
+        line->isLast = level >= hasBrotherBelow.size() || !hasBrotherBelow[level];
+        hasBrotherBelow.resize(level + 1, false);
+        hasBrotherBelow[level] = true;
+    }
+}
+
+// Puts texts in colour with the control sequences of terminals.
+class Paint
+{
+public:
+    static constexpr const char* HIGHLIGHTED = "1;7";
+    static constexpr const char* PRESELECTED = "4";
+    static constexpr const char* ICON = "2";
+
+    explicit Paint(bool isOn) : m_IsOn(isOn) {}
+
+    static const char* GetStateColor(int stateCode)
+    {
+        switch (stateCode) {
+        case 246:
+            return "32";
+        case 249:
+            return "31";
+        case 248:
+            return "36";
+        default:
+            return "33";
+        }
+    }
+
+    void Apply(const char* color, std::string* pText) const
+    {
+        if (m_IsOn && *color != '\0') {
+            *pText = fmt::format("\033[{}m{}\033[0m", color, *pText);
+        }
+    }
+
+private:
+    bool m_IsOn;
+};
+
 } // namespace
 
 std::vector<Line> TreePrinter::Collect(const CATListValCATBaseUnknown_var& roots, int maxLevel,
@@ -135,26 +214,118 @@ std::vector<Line> TreePrinter::Collect(const CATListValCATBaseUnknown_var& roots
     return Collector(maxLevel, pHighlighted).Collect(roots);
 }
 
-void TreePrinter::PrintText(std::ostream& stream, const std::vector<Line>& lines)
+std::vector<Line> TreePrinter::CollectWindow(CATFrmWindow& window, int maxLevel, const CATBaseUnknown_var& spBranch)
+{
+    QTBIRepNodeCont_var spIRepNodeCont;
+    CATNavigBox* pNavigBox = window.GetNavigBox();
+    CATListValCATBaseUnknown_var nodes;
+    if (pNavigBox == nullptr || FAILED(QTBRepTreeUtil::GetRepNodeContOfWindow(&window, &spIRepNodeCont)) ||
+        FAILED(spIRepNodeCont->GetAllRepNodes(&nodes))) {
+        return {};
+    }
+    for (const CATBaseUnknown_var& spNode : nodes) {
+        pNavigBox->Expand(spNode);
+    }
+    const CATPathElementSet* pHighlighted = window.GetEditor()->GetHSO();
+    const CATPathElementSet* pPreselected = window.GetEditor()->GetPSO();
+    std::vector<Line> lines;
+    // Level of the branch; -1 as long as it was not reached.
+    int first = spBranch == NULL_var ? 0 : -1;
+    for (const CATNavigLine& shown : pNavigBox->Display()) {
+        if (first < 0 && shown.spObject == spBranch) {
+            first = shown.level;
+        } else if (first < 0) {
+            continue;
+        } else if (spBranch != NULL_var && shown.level <= first) {
+            break;
+        }
+        if (maxLevel >= 0 && shown.level - first > maxLevel) {
+            lines.back().hiddenBelow += 1;
+            continue;
+        }
+        Line line = DescribeNode(shown.spObject, shown.level - first);
+        line.text = shown.label.View();
+        line.icon = shown.icon.View();
+        line.stateCode = shown.stateCode;
+        AddVersion(shown.spObject, &line);
+        line.isHighlighted = pHighlighted->ContainsObject(shown.spObject);
+        line.isPreselected = pPreselected->ContainsObject(shown.spObject);
+        lines.push_back(std::move(line));
+    }
+    MarkLastChildren(&lines);
+    return lines;
+}
+
+std::string TreePrinter::DescribeState(int stateCode)
+{
+    switch (stateCode) {
+    case 0:
+        return "";
+    case 244:
+        return "modified";
+    case 246:
+        return "editable";
+    case 247:
+        return "modified, read-only";
+    case 248:
+        return "no file";
+    case 249:
+        return "locked";
+    default:
+        return "unknown";
+    }
+}
+
+void TreePrinter::PrintText(std::ostream& stream, const std::vector<Line>& lines, bool hasColors)
 {
     // Beyond this the class follows the text; a single long name does not push the column out of sight.
     constexpr std::size_t WIDEST_COLUMN = 96;
     const std::vector<std::string> branches = DrawBranches(lines);
-    std::size_t width = 0;
+    std::size_t textWidth = 0;
+    std::size_t classWidth = 0;
+    std::size_t versionWidth = 0;
+    std::size_t iconWidth = 0;
     for (std::size_t i = 0; i < lines.size(); ++i) {
-        width = std::max(width, std::min(WIDEST_COLUMN, CountCharacters(branches[i]) + CountCharacters(lines[i].text)));
+        textWidth =
+            std::max(textWidth, std::min(WIDEST_COLUMN, CountCharacters(branches[i]) + CountCharacters(lines[i].text)));
+        classWidth = std::max(classWidth, CountCharacters(lines[i].pdmClass));
+        versionWidth = std::max(versionWidth, CountCharacters(lines[i].version));
+        iconWidth = std::max(iconWidth, CountCharacters(lines[i].icon));
     }
+    const Paint paint(hasColors);
     for (std::size_t i = 0; i < lines.size(); ++i) {
         const Line& line = lines[i];
-        const std::size_t used = CountCharacters(branches[i]) + CountCharacters(line.text);
-        fmt::print(stream, "{}{}", branches[i], line.text);
-        if (!line.pdmClass.empty()) {
-            fmt::print(stream, "{:{}}  {}", "", width > used ? width - used : 0, line.pdmClass);
+        std::string text = line.text;
+        paint.Apply(line.isHighlighted ? Paint::HIGHLIGHTED : line.isPreselected ? Paint::PRESELECTED : "", &text);
+        // Columns that are empty to the end of the line are not filled up.
+        std::string rest;
+        std::size_t gap = textWidth - std::min(textWidth, CountCharacters(branches[i]) + CountCharacters(line.text));
+        const auto addColumn = [&](const std::string& content, std::size_t width, const char* color) {
+            if (!content.empty()) {
+                rest += std::string(gap + 2, ' ');
+                gap = width - std::min(width, CountCharacters(content));
+                std::string painted = content;
+                paint.Apply(color, &painted);
+                rest += painted;
+            } else if (width > 0) {
+                gap += width + 2;
+            }
+        };
+        addColumn(line.pdmClass, classWidth, "");
+        addColumn(line.version, versionWidth, "");
+        addColumn(line.icon, iconWidth, Paint::ICON);
+        if (line.stateCode != 0) {
+            addColumn(fmt::format("{} {}", line.stateCode, DescribeState(line.stateCode)), 0,
+                      Paint::GetStateColor(line.stateCode));
+        }
+        fmt::print(stream, "{}{}{}", branches[i], text, rest);
+        if (!line.checkedOutBy.empty()) {
+            fmt::print(stream, "  checked out by {}", line.checkedOutBy);
         }
         if (line.hiddenBelow > 0) {
             fmt::print(stream, "  (+ {} below)", line.hiddenBelow);
         }
-        stream << (line.isHighlighted ? "  <== highlighted\n" : "\n");
+        stream << (line.isHighlighted ? "  <== highlighted" : "") << (line.isPreselected ? "  <== selected\n" : "\n");
     }
 }
 

@@ -6,6 +6,7 @@
 
 #include "CATListValCATBaseUnknown_var.h"
 
+class CATFrmWindow;
 class CATPathElementSet;
 
 // The displayed trees of a PDM window, taken down for printing.
@@ -23,6 +24,11 @@ struct Line
     int hiddenBelow; // nodes left out below this one, because of the level limit
     bool isHighlighted = false;
     CATBaseUnknown_var spNode{}; // the rep node
+    bool isPreselected = false;
+    std::string icon{}; // of the navigation tree, empty where that was not asked
+    int stateCode = 0;  // the state that the navigation tree marks, 0 for none
+    std::string version{};
+    std::string checkedOutBy{}; // user, empty when nobody has it checked out
 };
 
 // Walks the trees from the given root rep nodes. Children below maxLevel are only counted; -1 for no limit. What is in
@@ -30,8 +36,16 @@ struct Line
 std::vector<Line> Collect(const CATListValCATBaseUnknown_var& roots, int maxLevel,
                           const CATPathElementSet* pHighlighted = nullptr);
 
-// Indented trees with the PDM class in a column of its own.
-void PrintText(std::ostream& stream, const std::vector<Line>& lines);
+// The navigation tree of a PDM window, all of it unfolded, with icons and states: the whole tree, or what stands below
+// one rep node, that one included. maxLevel as above, counted from there.
+std::vector<Line> CollectWindow(CATFrmWindow& window, int maxLevel, const CATBaseUnknown_var& spBranch = NULL_var);
+
+// What a marked state means, in a word or two; empty for no state.
+std::string DescribeState(int stateCode);
+
+// Indented trees with the PDM class in a column of its own, and behind it version, icon and state where there are any.
+// With colours for a terminal that has them.
+void PrintText(std::ostream& stream, const std::vector<Line>& lines, bool hasColors = false);
 
 // A JSON array with an object for each root: display, class, key, kind and, where there are any, children.
 // indent is the number of blanks in front of each line.

@@ -6,6 +6,7 @@
 
 #include <CLI/CLI.hpp>
 
+#include "BoxesCommand.h"
 #include "HostError.h"
 #include "LinkCommand.h"
 #include "ProductCommands.h"
@@ -114,13 +115,49 @@ void AddProductCommands(CLI::App& app, ProductOptions& options)
     AddSessionOptions(*pTypes, options);
 }
 
+void AddBoxes(CLI::App& app, BoxesOptions& options)
+{
+    CLI::App* pBoxes = app.add_subcommand("boxes", "List and draw the bounding boxes of an assembly");
+    pBoxes->footer(
+        R"(A box for each place of a product that has a shape: number, corner, opposite corner in millimetres, instance names.
+Boxes come from the shapes of a STEP file, or from the properties BoundingBox and Placement of a product structure file.
+The picture shows them from the front right above, the marked ones in red.
+
+Examples:
+  qtbhost boxes examples/as1/products.xml
+  qtbhost boxes examples/as1/products.xml --mark rod-assembly_1 --mark plate_1 --png as1.png)");
+    pBoxes->add_option("assembly", options.assembly, ASSEMBLY_HELP)->required()->type_name("ASSEMBLY");
+    pBoxes->add_option("--png", options.png, "picture to draw")->type_name("FILE");
+    pBoxes
+        ->add_option("--mark", options.marks,
+                     "instance names down to a product whose box is to be marked, or whose parts'")
+        ->allow_extra_args(false)
+        ->type_name("PATH");
+    pBoxes->add_option("--size", options.size, "width and height of the picture in pixels")
+        ->check(CLI::Range(16, 8192))
+        ->type_name("N")
+        ->capture_default_str();
+    pBoxes->add_option("--schema", options.schema, "PDM schema (the example schema if not given)")->type_name("FILE");
+    pBoxes->add_option("--language", options.language, "language of messages")->type_name("NAME");
+}
+
 void AddShell(CLI::App& app, ShellOptions& options)
 {
     CLI::App* pShell = app.add_subcommand("shell", "Work in a session, line by line");
     pShell->footer(
-        "Without a script the lines come from the standard input: edited on a terminal, plain from a pipe. The "
-        "command help lists the commands.");
+        R"(Without a script the lines come from the standard input: edited on a terminal, with completion and history, plain
+from a pipe. The command help lists the commands. Colours are for terminals only; NO_COLOR turns them off.
+
+Examples:
+  qtbhost shell
+  qtbhost shell --store pdm.store --user kim examples/circle.txt
+
+Exit codes: 0 done, 1 a line failed, 2 wrong command line, 3 input that cannot be read.)");
     pShell->add_option("script", options.script, "file with commands")->type_name("FILE");
+    CLI::Option* pStore = pShell->add_option("--store", options.store, "PDM store to work with")->type_name("FILE");
+    pShell->add_option("--user", options.user, "user of the store (who runs the program if not given)")
+        ->needs(pStore)
+        ->type_name("NAME");
     pShell->add_option("--schema", options.schema, "PDM schema (the example schema if not given)")->type_name("FILE");
     pShell->add_option("--language", options.language, "language of messages and display names")->type_name("NAME");
     pShell->add_flag("--debug", options.debug, "write the debug output");
@@ -140,6 +177,8 @@ int main(int argc, char** argv)
     AddLink(app, linkOptions);
     ProductOptions productOptions;
     AddProductCommands(app, productOptions);
+    BoxesOptions boxesOptions;
+    AddBoxes(app, boxesOptions);
     ShellOptions shellOptions;
     AddShell(app, shellOptions);
     StoreOptions storeOptions;
@@ -164,6 +203,9 @@ int main(int argc, char** argv)
         }
         if (app.got_subcommand("link")) {
             return RunLink(linkOptions);
+        }
+        if (app.got_subcommand("boxes")) {
+            return RunBoxes(boxesOptions);
         }
         if (app.got_subcommand("diff")) {
             return RunDiff(productOptions);

@@ -13,6 +13,12 @@
 // Properties that other programs put on a product, by name.
 using CATPrdUserProperties = std::map<CATUnicodeString, CATUnicodeString>;
 
+// User property of a product with a shape: the box along its axes that holds it, in millimetres. The lowest x, y and z,
+// then the highest, with blanks between.
+inline constexpr const char* CAT_PRD_BOUNDING_BOX = "BoundingBox";
+// User property of an instance: where it stands in its father, in millimetres. Its x, y and z axes, then its origin.
+inline constexpr const char* CAT_PRD_PLACEMENT = "Placement";
+
 // Name and path of each design table; the path is empty for a table that is kept in the document.
 using CATPrdDesignTables = std::vector<std::pair<CATUnicodeString, CATUnicodeString>>;
 

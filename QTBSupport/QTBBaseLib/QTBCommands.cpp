@@ -14,6 +14,7 @@
 #include "QTBExpandCommands.h"
 #include "QTBIRepNode.h"
 #include "QTBItemCommands.h"
+#include "QTBRequestCommands.h"
 #include "QTBTreeCommands.h"
 
 namespace {
@@ -59,10 +60,10 @@ const Command COMMANDS[] = {
     {"QTBPdmWksCtxDeExpandCmdHdr", UI, "", &QTBExpandCommands::DeExpand, ""},
     {"QTBPdmWksCtxOpenInNewWndCmdHdr", "QTBCtxOpenInNewWndCmdHdr", "QTB_Ctx_OpenInNewWnd",
      &QTBTreeCommands::OpenInNewWindow, ""},
-    {"QTBPdmWksCtxCheckInCmdHdr", UI, "QTB_Ctx_CheckIn", nullptr, "CheckIn"},
-    {"QTBPdmWksCtxCheckOutCmdHdr", UI, "QTB_Ctx_CheckOut", nullptr, "CheckOut"},
-    {"QTBPdmWksCtxPromoteCmdHdr", UI, "QTB_Ctx_Promote", nullptr, "Promote"},
-    {"QTBPdmWksCtxReviseCmdHdr", UI, "QTB_Ctx_Revise", nullptr, "Revise"},
+    {"QTBPdmWksCtxCheckInCmdHdr", UI, "QTB_Ctx_CheckIn", &QTBRequestCommands::CheckIn, ""},
+    {"QTBPdmWksCtxCheckOutCmdHdr", UI, "QTB_Ctx_CheckOut", &QTBRequestCommands::CheckOut, ""},
+    {"QTBPdmWksCtxPromoteCmdHdr", UI, "QTB_Ctx_Promote", &QTBRequestCommands::Promote, ""},
+    {"QTBPdmWksCtxReviseCmdHdr", UI, "QTB_Ctx_Revise", &QTBRequestCommands::Revise, ""},
     {"QTBPdmWksCtxUpdateSubCmpRelsCmdHdr", UI, "", nullptr, "UpdateRelations"},
     {"QTBPdmWksCtxUpdateParentCmpRelCmdHdr", UI, "", nullptr, "UpdateRelations"},
     {"QTBPdmWksCtxLoadStructureCmdHdr", "QTBCtxLoadStructureCmdHdr", "QTB_Ctx_LoadStructure", nullptr, "GetFiles"},
@@ -76,9 +77,10 @@ const Command COMMANDS[] = {
     {"QTBPdmWksCtxExpandBndBoxCmdHdr", UI, "", nullptr, "GetBoundingBoxes"},
     {"QTBPdmWksCtxOpenSelectedBndBoxCmdHdr", UI, "", nullptr, "GetFiles"},
     {"QTBGenWksCtxPropertiesCmdHdr", UI, "QTB_Ctx_Properties", &QTBItemCommands::ShowProperties, ""},
-    {"QTBGenWksCtxUpdateItemCmdHdr", "QTBCtxUpdateItemCmdHdr", "", nullptr, "UpdateItem"},
+    {"QTBGenWksCtxUpdateItemCmdHdr", "QTBCtxUpdateItemCmdHdr", "", &QTBRequestCommands::UpdateItem, ""},
     {"QTBPdmWksCtxDeleteCmdHdr", "QTBCtxDeleteCmdHdr", "QTB_Ctx_Delete", &QTBItemCommands::Delete, ""},
-    {"QTBPdmWksCtxDelNewestFileOfBusObjCmdHdr", UI, "QTB_Ctx_DelNewestFile", nullptr, "DeleteNewestVersion"},
+    {"QTBPdmWksCtxDelNewestFileOfBusObjCmdHdr", UI, "QTB_Ctx_DelNewestFile",
+     &QTBRequestCommands::DeleteNewestVersion, ""},
 };
 // clang-format on
 
@@ -129,11 +131,11 @@ HRESULT RunPdmTree(const CATUnicodeString& usCommandText, const QTBIRepNode_var&
     return hr == S_OK ? QTBExpandCommands::ExpandPdmTree(spIRepNode, usTreeName) : hr;
 }
 
-HRESULT RunCreation(const CATUnicodeString& usCommandText, const QTBIRepNode_var&)
+HRESULT RunCreation(const CATUnicodeString& usCommandText, const QTBIRepNode_var& spIRepNode)
 {
     QTBCommandText::Creation creation;
     const HRESULT hr = QTBCommandText::ReadCreation(usCommandText, &creation);
-    return hr == S_OK ? QTBItemCommands::FailWithoutService("CreateObject") : hr;
+    return hr == S_OK ? QTBRequestCommands::Create(creation, spIRepNode) : hr;
 }
 
 // Identifies the interpreter at the application's register.

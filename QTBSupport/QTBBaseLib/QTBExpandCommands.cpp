@@ -11,6 +11,7 @@
 #include "QTBMessageUtil.h"
 #include "QTBNodeRelationInfo.h"
 #include "QTBPdmTree.h"
+#include "QTBRequestCommands.h"
 #include "QTBSchema.h"
 #include "QTBSchemaUtil.h"
 
@@ -40,6 +41,14 @@ HRESULT GetCont(const QTBIRepNode_var& spIRepNode, QTBIRepNodeCont_var* pspIRepN
     return spIRepNode != NULL_var ? spIRepNode->GetRepNodeContainer(pspIRepNodeCont) : E_FAIL;
 }
 
+// The same for a node that is to be expanded, which must not have lost its PDM node.
+HRESULT GetContToExpand(const QTBIRepNode_var& spIRepNode, QTBIRepNodeCont_var* pspIRepNodeCont)
+{
+    CATUnicodeString usKey;
+    const HRESULT hr = GetCont(spIRepNode, pspIRepNodeCont);
+    return SUCCEEDED(hr) && FAILED(spIRepNode->GetPdmNodeKey(&usKey)) ? E_FAIL : hr;
+}
+
 QTBNodeRelationInfo GetRelationInfo(const QTBExpDlgRelExpandInfo& info)
 {
     return QTBNodeRelationInfo(info.GetSchemaRelationPtr()->GetName(),
@@ -50,11 +59,26 @@ HRESULT Update(const QTBIRepNodeCont_var& spIRepNodeCont, const QTBIRepNode_var&
                const CATListValQTBNodeRelationInfo& relations, unsigned char bOneLevelOnly,
                CATListValCATBaseUnknown_var* pListOfObjRepNodes)
 {
+    const ConsideringAllNodes consideringAllNodes(spIRepNodeCont);
     unsigned char bAddNewNodes = TRUE;
     unsigned char bUpdateWindow = FALSE;
     unsigned char bCollectExistingChildren = TRUE;
     return spIRepNodeCont->UpdateRepTree(spIRepNode, relations, &bOneLevelOnly, nullptr, pListOfObjRepNodes,
                                          &bAddNewNodes, &bUpdateWindow, &bCollectExistingChildren);
+}
+
+// Reads what lies below the rep nodes into the graph, when the PDM system can be asked for it.
+HRESULT Fetch(const CATListValCATBaseUnknown_var& repNodes, const CATListValQTBNodeRelationInfo& relations,
+              unsigned char bOneLevelOnly)
+{
+    CATListValCATUnicodeString Keys;
+    for (const CATBaseUnknown_var& spRepNode : repNodes) {
+        CATUnicodeString usKey;
+        if (SUCCEEDED(QTBIRepNode_var(spRepNode)->GetPdmNodeKey(&usKey))) {
+            Keys.Append(usKey);
+        }
+    }
+    return QTBRequestCommands::Fetch(Keys, relations, bOneLevelOnly != FALSE ? 1 : -1);
 }
 
 // The failure of the update counts more than that of the window.
@@ -75,10 +99,17 @@ HRESULT GetSchemaNode(const QTBIRepNode_var& spIRepNode, QTBSchemaNode** ppSchem
     return FAILED(hr) || *ppSchemaNode != nullptr ? hr : E_FAIL;
 }
 
-// A level of a tree of relations that is still to be expanded.
+CATListValCATBaseUnknown_var MakeList(const CATBaseUnknown_var& spRepNode)
+{
+    CATListValCATBaseUnknown_var list;
+    list.Append(spRepNode);
+    return list;
+}
+
+// A level of a tree of relations that is still to be expanded, below all rep nodes that stand at it.
 struct Level
 {
-    CATBaseUnknown_var spRepNode;
+    CATListValCATBaseUnknown_var repNodes;
     CATListPtrQTBPdmTreeRel treeRels;
 };
 
@@ -88,20 +119,47 @@ void CollectNextLevels(const QTBPdmTreeRel& treeRel, const CATListValCATBaseUnkn
 {
     CATListPtrQTBPdmTreeObj treeObjs;
     treeRel.GetAllPdmTreeObjPtrs(&treeObjs);
-    for (const CATBaseUnknown_var& spRepNode : repNodes) {
-        QTBSchemaNode* pSchemaNode = nullptr;
-        QTBIPdmNode_var spIPdmNode;
-        if (FAILED(GetSchemaNode(spRepNode, &pSchemaNode, &spIPdmNode))) {
-            continue;
-        }
-        for (const QTBPdmTreeObj* pTreeObj : treeObjs) {
-            if (pSchemaNode->IsKindOf(pTreeObj->GetClassName())) {
-                Level level{spRepNode, {}};
-                pTreeObj->GetAllPdmTreeRelPtrs(&level.treeRels);
-                pLevels->push_back(std::move(level));
+    for (const QTBPdmTreeObj* pTreeObj : treeObjs) {
+        Level level;
+        for (const CATBaseUnknown_var& spRepNode : repNodes) {
+            QTBSchemaNode* pSchemaNode = nullptr;
+            QTBIPdmNode_var spIPdmNode;
+            if (SUCCEEDED(GetSchemaNode(spRepNode, &pSchemaNode, &spIPdmNode)) &&
+                pSchemaNode->IsKindOf(pTreeObj->GetClassName())) {
+                level.repNodes.Append(spRepNode);
             }
         }
+        pTreeObj->GetAllPdmTreeRelPtrs(&level.treeRels);
+        if (level.repNodes.Size() > 0 && level.treeRels.Size() > 0) {
+            pLevels->push_back(std::move(level));
+        }
     }
+}
+
+// Expands a level and adds those below it.
+HRESULT ExpandLevel(const QTBIRepNodeCont_var& spIRepNodeCont, const Level& level, std::vector<Level>* pLevels)
+{
+    CATListValQTBNodeRelationInfo relations;
+    for (const QTBPdmTreeRel* pTreeRel : level.treeRels) {
+        relations.Append(pTreeRel->GetNodeRelationInfo());
+    }
+    if (const HRESULT hr = Fetch(level.repNodes, relations, TRUE); FAILED(hr)) {
+        return hr;
+    }
+    for (const QTBPdmTreeRel* pTreeRel : level.treeRels) {
+        CATListValQTBNodeRelationInfo relation;
+        relation.Append(pTreeRel->GetNodeRelationInfo());
+        CATListValCATBaseUnknown_var found;
+        for (const CATBaseUnknown_var& spRepNode : level.repNodes) {
+            CATListValCATBaseUnknown_var objRepNodes;
+            if (const HRESULT hr = Update(spIRepNodeCont, spRepNode, relation, TRUE, &objRepNodes); FAILED(hr)) {
+                return hr;
+            }
+            found.Append(objRepNodes);
+        }
+        CollectNextLevels(*pTreeRel, found, pLevels);
+    }
+    return S_OK;
 }
 
 } // namespace
@@ -109,10 +167,9 @@ void CollectNextLevels(const QTBPdmTreeRel& treeRel, const CATListValCATBaseUnkn
 HRESULT QTBExpandCommands::Expand(const QTBIRepNode_var& spIRepNode, const CATListValQTBExpDlgRelExpandInfo& relations)
 {
     QTBIRepNodeCont_var spIRepNodeCont;
-    if (const HRESULT hr = GetCont(spIRepNode, &spIRepNodeCont); FAILED(hr)) {
+    if (const HRESULT hr = GetContToExpand(spIRepNode, &spIRepNodeCont); FAILED(hr)) {
         return hr;
     }
-    const ConsideringAllNodes consideringAllNodes(spIRepNodeCont);
     HRESULT hr = S_OK;
     for (const unsigned char bMultiExpand : {FALSE, TRUE}) {
         CATListValQTBNodeRelationInfo chosen;
@@ -121,8 +178,12 @@ HRESULT QTBExpandCommands::Expand(const QTBIRepNode_var& spIRepNode, const CATLi
                 chosen.Append(GetRelationInfo(info));
             }
         }
+        const unsigned char bOneLevelOnly = bMultiExpand == FALSE ? TRUE : FALSE;
         if (chosen.Size() > 0 && SUCCEEDED(hr)) {
-            hr = Update(spIRepNodeCont, spIRepNode, chosen, bMultiExpand == FALSE ? TRUE : FALSE, nullptr);
+            hr = Fetch(MakeList(spIRepNode), chosen, bOneLevelOnly);
+        }
+        if (chosen.Size() > 0 && SUCCEEDED(hr)) {
+            hr = Update(spIRepNodeCont, spIRepNode, chosen, bOneLevelOnly, nullptr);
         }
     }
     return UpdateWindow(spIRepNodeCont, hr);
@@ -131,26 +192,16 @@ HRESULT QTBExpandCommands::Expand(const QTBIRepNode_var& spIRepNode, const CATLi
 HRESULT QTBExpandCommands::ExpandPdmTree(const QTBIRepNode_var& spIRepNode, const QTBPdmTree& pdmTree)
 {
     QTBIRepNodeCont_var spIRepNodeCont;
-    if (const HRESULT hr = GetCont(spIRepNode, &spIRepNodeCont); FAILED(hr)) {
+    if (const HRESULT hr = GetContToExpand(spIRepNode, &spIRepNodeCont); FAILED(hr)) {
         return hr;
     }
-    const ConsideringAllNodes consideringAllNodes(spIRepNodeCont);
     std::vector<Level> waiting(1);
-    waiting.back().spRepNode = spIRepNode;
+    waiting.back().repNodes.Append(spIRepNode);
     HRESULT hr = pdmTree.GetAllPdmTreeRelPtrs(&waiting.back().treeRels, FALSE);
     while (SUCCEEDED(hr) && !waiting.empty()) {
         const Level level = std::move(waiting.back());
         waiting.pop_back();
-        for (const QTBPdmTreeRel* pTreeRel : level.treeRels) {
-            CATListValQTBNodeRelationInfo relation;
-            relation.Append(pTreeRel->GetNodeRelationInfo());
-            CATListValCATBaseUnknown_var objRepNodes;
-            hr = Update(spIRepNodeCont, level.spRepNode, relation, TRUE, &objRepNodes);
-            if (FAILED(hr)) {
-                break;
-            }
-            CollectNextLevels(*pTreeRel, objRepNodes, &waiting);
-        }
+        hr = ExpandLevel(spIRepNodeCont, level, &waiting);
     }
     return UpdateWindow(spIRepNodeCont, hr);
 }

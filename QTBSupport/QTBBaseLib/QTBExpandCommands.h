@@ -9,9 +9,10 @@ class QTBIRepNode;
 class QTBPdmTree;
 using QTBIRepNode_var = CATInterface_var<QTBIRepNode>;
 
-// The commands that grow the tree below a rep node with what the PDM graph holds, and the one that folds it. They fail
-// as the rep node container does: an expansion that the schema's maximum level ended fails, when its work is done, with
-// the message that says so.
+// The commands that grow the tree below a rep node, and the one that folds it. What they show is read from the PDM
+// system first when the connection answers requests (QTBIPdmRequests); otherwise it is what the PDM graph holds. They
+// fail as the rep node container does: an expansion that the schema's maximum level ended fails, when its work is done,
+// with the message that says so.
 class QTBBASELIB_API QTBExpandCommands
 {
 public:

@@ -11,6 +11,7 @@
 #include "QTBEnvVarUtil.h"
 #include "QTBExchangedFiles.h"
 #include "QTBICommunicationServices.h"
+#include "QTBItemDialog.h"
 #include "QTBLoadManager.h"
 #include "QTBSchemaUtil.h"
 
@@ -100,6 +101,12 @@ HRESULT QTBGlobVarsUtil::IncActionIndex()
 HRESULT QTBGlobVarsUtil::GetCurrentActionIndex(int* pActionIndex)
 {
     return Give(TheSession().iActionIndex, pActionIndex);
+}
+
+HRESULT QTBGlobVarsUtil::SetCurrentActionIndex(int iActionIndex)
+{
+    TheSession().iActionIndex = iActionIndex;
+    return S_OK;
 }
 
 HRESULT QTBGlobVarsUtil::GetAddNewNodeRelationsAt(QTBPlaceToAdd* pPlaceToAdd)
@@ -203,6 +210,7 @@ void QTBGlobVarsUtil::EndSession()
     const Session ended = std::exchange(TheSession(), Session());
     QTBCommUtil::SetCommComponent(NULL_var);
     QTBCommands::RemoveHeaders();
+    QTBItemDialog::SetHandler(nullptr);
     g_QTBLoadManager.Reset();
     QTBExchangedFiles::Forget();
     QTBSchemaUtil::ReleaseReplacedSchemas();

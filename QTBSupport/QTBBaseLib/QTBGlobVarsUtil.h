@@ -21,6 +21,9 @@ public:
     // every update of the rep trees.
     static HRESULT IncActionIndex();
     static HRESULT GetCurrentActionIndex(int* pActionIndex);
+    // Goes on with an action: the trees of several windows follow one graph update, and each update of a tree would
+    // end its action for the next.
+    static HRESULT SetCurrentActionIndex(int iActionIndex);
 
     // Where new child links of rep nodes go: in front of the others at first.
     static HRESULT GetAddNewNodeRelationsAt(QTBPlaceToAdd* pPlaceToAdd);

@@ -11,9 +11,10 @@
 #include "QTBIPdmNodeCont.h"
 #include "QTBIRepNode.h"
 #include "QTBIRepNodeCont.h"
+#include "QTBItemDialog.h"
 #include "QTBMessageUtil.h"
 #include "QTBPdmGraphUtil.h"
-#include "QTBSchemaAttribute.h"
+#include "QTBRequestCommands.h"
 #include "QTBSchemaNode.h"
 #include "QTBSchemaUtil.h"
 #include "QTBTraceUtil.h"
@@ -25,17 +26,6 @@ constexpr unsigned int NOTICE_STYLE = 0;
 HRESULT GetPdmNode(const QTBIRepNode_var& spIRepNode, QTBIPdmNode_var* pspIPdmNode)
 {
     return spIRepNode != NULL_var ? spIRepNode->GetPdmNode(pspIPdmNode, TRUE, nullptr) : E_FAIL;
-}
-
-CATUnicodeString GetDisplayName(const CATUnicodeString& usAttrName)
-{
-    QTBSchemaAttribute* pAttribute = nullptr;
-    CATUnicodeString usDisplayName;
-    if (SUCCEEDED(QTBSchemaUtil::GetAttributePtr(usAttrName, &pAttribute, FALSE)) &&
-        !pAttribute->GetNlsKey().IsEmpty()) {
-        usDisplayName = QTBSchemaUtil::GetCurrentSchemaNlsString(pAttribute->GetNlsKey());
-    }
-    return usDisplayName.IsEmpty() ? usAttrName : usDisplayName;
 }
 
 } // namespace
@@ -56,7 +46,7 @@ HRESULT QTBItemCommands::CopyAttributes(const QTBIRepNode_var& spIRepNode)
     for (const CATUnicodeString& usName : names) {
         CATUnicodeString usValue;
         spINodeAttributes->GetStringAttributeValue(usName, &usValue, FALSE, TRUE);
-        usText += GetDisplayName(usName) + "\t" + usValue + "\n";
+        usText += QTBItemDialog::GetDisplayName(usName) + "\t" + usValue + "\n";
     }
     CATApplicationFrame::GetFrame()->SetClipboardText(usText);
     return S_OK;
@@ -83,7 +73,7 @@ HRESULT QTBItemCommands::ShowProperties(const QTBIRepNode_var& spIRepNode)
         // Empty when the item lacks it.
         CATUnicodeString usValue;
         QTBSchemaUtil::GetAttributeValue(spIPdmNode, *pFormAttr, &usValue);
-        usText += GetDisplayName(pFormAttr->GetName()) + ": " + usValue + "\n";
+        usText += QTBItemDialog::GetDisplayName(pFormAttr->GetName()) + ": " + usValue + "\n";
     }
     auto* pNotify =
         new CATDlgNotify(CATApplicationFrame::GetFrame()->GetApplicationDocument(), "QTBProperties", NOTICE_STYLE);
@@ -96,6 +86,15 @@ HRESULT QTBItemCommands::Delete(const QTBIRepNode_var& spIRepNode)
 {
     QTBIPdmNode_var spIPdmNode;
     HRESULT hr = GetPdmNode(spIRepNode, &spIPdmNode);
+    if (SUCCEEDED(hr)) {
+        // A connection that answers requests also says what takes the item's place.
+        CATListValCATUnicodeString Keys;
+        Keys.Append(spIPdmNode->GetPdmKey());
+        hr = QTBRequestCommands::Delete(Keys, nullptr);
+        if (hr != S_FALSE) {
+            return hr;
+        }
+    }
     CATListValCATBaseUnknown_var repNodes;
     if (SUCCEEDED(hr)) {
         hr = spIPdmNode->GetRepNodes(&repNodes, NULL_var);

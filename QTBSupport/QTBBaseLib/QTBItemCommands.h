@@ -17,8 +17,8 @@ public:
     // Shows the attributes of the class's form "Properties" in a notice. Fails with a message when the class has none.
     static HRESULT ShowProperties(const QTBIRepNode_var& spIRepNode);
 
-    // Deletes the item in the PDM system and takes it out of the graph and out of all windows. Nothing is changed when
-    // the PDM system refuses.
+    // Deletes the item in the PDM system and takes it out of the graph and out of all windows; an earlier version that
+    // the PDM system answers with takes its place. Nothing is changed when the PDM system refuses.
     static HRESULT Delete(const QTBIRepNode_var& spIRepNode);
 
     // What every command that needs a service of the PDM system ends with that the connection does not offer: fails

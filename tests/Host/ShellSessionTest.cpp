@@ -1,9 +1,12 @@
 #include <gtest/gtest.h>
 
+#include <stdlib.h>
+
 #include <algorithm>
 #include <filesystem>
 #include <fstream>
 #include <sstream>
+#include <utility>
 
 #include "CATBaseUnknown.h"
 #include "HostSession.h"
@@ -33,6 +36,56 @@ std::vector<std::string> FindSessions()
     return names;
 }
 
+// A folder of its own in which a session works: the examples, and the files of as1 as its CAD system would store them.
+class WorkFolder
+{
+public:
+    WorkFolder() : m_Before(fs::current_path())
+    {
+        std::string folder = ::testing::TempDir() + "QTBShell-XXXXXX";
+        EXPECT_NE(mkdtemp(folder.data()), nullptr);
+        m_Folder = folder;
+        fs::create_directory_symlink(QTB_SOURCE_DIR "/examples", m_Folder / "examples");
+        fs::create_directory(m_Folder / "files");
+        for (const auto& [name, content] : {std::pair("files/rod.CATPart", "a rod"),
+                                            {"files/nut.CATPart", "a nut"},
+                                            {"files/rod-assembly.CATProduct", "an assembly"},
+                                            {"long-rod.CATPart", "a longer rod"}}) {
+            std::ofstream(m_Folder / name) << content;
+        }
+        fs::current_path(m_Folder);
+    }
+    WorkFolder(const WorkFolder&) = delete;
+    WorkFolder& operator=(const WorkFolder&) = delete;
+    ~WorkFolder()
+    {
+        fs::current_path(m_Before);
+        std::error_code error;
+        fs::remove_all(m_Folder, error);
+    }
+
+private:
+    fs::path m_Before;
+    fs::path m_Folder;
+};
+
+// A session and what its shell says.
+class ShellOfTest : public ::testing::Test
+{
+protected:
+    std::string Run(const std::string& line)
+    {
+        m_Output.str("");
+        m_Shell.Execute(line);
+        return m_Output.str();
+    }
+
+    WorkFolder m_Folder;
+    HostSession m_Session{"", ""};
+    std::ostringstream m_Output;
+    Shell m_Shell{m_Session, m_Output};
+};
+
 } // namespace
 
 // A recorded session: NAME.session holds the commands, each with the output that a person read and found right.
@@ -44,7 +97,7 @@ TEST_P(RecordedSession, RepeatsWhatWasRecorded)
 {
     const std::string recorded = ReadFile(QTB_SOURCE_DIR "/tests/Host/sessions/" + GetParam() + ".session");
     const int componentsBefore = CATBaseUnknown::GetLiveComponentCount();
-    fs::current_path(QTB_SOURCE_DIR);
+    const WorkFolder folder;
     std::ostringstream output;
     {
         HostSession session("", "");
@@ -65,3 +118,149 @@ TEST_P(RecordedSession, RepeatsWhatWasRecorded)
 
 INSTANTIATE_TEST_SUITE_P(Sessions, RecordedSession, ::testing::ValuesIn(FindSessions()),
                          [](const auto& session) { return session.param; });
+
+TEST_F(ShellOfTest, ErrorsOfAScriptNameTheLine)
+{
+    std::istringstream script("# comment\n\nopen\nnonsense\nwindow 9\nquit\nopen\n");
+    m_Shell.RunScript(script);
+    EXPECT_EQ(m_Output.str(), "> # comment\n> \n> open\n> nonsense\n"
+                              "error in line 4: there is no command nonsense; help lists them\n> window 9\n"
+                              "error in line 5: there is no window 9; windows lists them\n> quit\n");
+    EXPECT_EQ(m_Shell.GetFailureCount(), 2);
+}
+
+TEST_F(ShellOfTest, HelpHasEveryCommandOnceAndTellsHowOneIsUsed)
+{
+    const std::string all = Run("help");
+    for (const std::string& name : m_Shell.Complete("")) {
+        const std::size_t first = all.find("\n  " + name + " ");
+        EXPECT_NE(first, std::string::npos) << name;
+        EXPECT_EQ(all.find("\n  " + name + " ", first + 1), std::string::npos) << name;
+        EXPECT_NE(Run("help " + name).find(name), std::string::npos);
+    }
+    EXPECT_EQ(Run("help window"), "window NUMBER\n  make a window the current one\n");
+}
+
+TEST_F(ShellOfTest, CompletesCommandsAndWhatTheyTake)
+{
+    Run("answer examples/as1/structure.xml");
+    EXPECT_EQ(m_Shell.Complete("ex"), (std::vector<std::string>{"expand", "expandall"}));
+    EXPECT_EQ(m_Shell.Complete("menu pl"), (std::vector<std::string>{"plate"}));
+    EXPECT_EQ(m_Shell.Complete("expand plate PartF"), (std::vector<std::string>{"PartFile"}));
+    EXPECT_EQ(m_Shell.Complete("help noti"), (std::vector<std::string>{"notices"}));
+    EXPECT_TRUE(m_Shell.Complete("answer ex").empty()) << "a file";
+    EXPECT_TRUE(m_Shell.Complete("nonsense x").empty());
+}
+
+TEST_F(ShellOfTest, TreeIsPlainUnlessTheTerminalHasColours)
+{
+    Run("answer examples/as1/structure.xml");
+    EXPECT_EQ(Run("tree"), "[1] as1, as1  Part  QTBPart  249 locked\n");
+    m_Shell.SetColors(true);
+    EXPECT_EQ(Run("tree"), "[1] as1, as1  Part  \033[2mQTBPart\033[0m  \033[31m249 locked\033[0m\n");
+}
+
+TEST_F(ShellOfTest, DialogAsksThePersonAtTheTerminal)
+{
+    Run("newstore pdm.store kim");
+    Run("import examples/as1/structure.xml");
+    Run("query Part PartNumber=plate");
+    Run("menu plate");
+    std::vector<std::string> prompts;
+    m_Shell.SetPrompt([&prompts](const std::string& prompt) {
+        prompts.push_back(prompt);
+        return prompts.size() == 3 ? std::optional<std::string>("steel") : std::string();
+    });
+    EXPECT_EQ(Run("pick 26"), "Edit Item: done\n");
+    EXPECT_EQ(prompts, (std::vector<std::string>{"Part: Name [plate]: ", "Part: Description: ", "Part: Material: "}));
+    EXPECT_NE(Run("properties plate").find("steel"), std::string::npos);
+    m_Shell.SetPrompt([](const std::string&) { return std::nullopt; });
+    EXPECT_EQ(Run("pick 26"), "") << "given up";
+}
+
+TEST_F(ShellOfTest, ARefusalOfTheStoreLeavesGraphAndTrees)
+{
+    Run("newstore pdm.store kim");
+    Run("import examples/as1/structure.xml");
+    Run("query Part PartNumber=rod-assembly");
+    Run("expand rod-assembly");
+    Run("store pdm.store lee");
+    Run("checkout rod-assembly");
+    Run("checkin rod-assembly");
+    Run("checkout rod");
+    Run("store pdm.store kim");
+    const std::string before = Run("tree") + Run("properties rod") + Run("properties rod-assembly");
+    for (const char* line :
+         {"checkout rod", "checkin rod", "promote nut rod", "revise nut rod", "update rod Name=x",
+          "relate PartPart rod nut", "delete nut rod", "create Part Key=rod", "get nut no-such-key"}) {
+        EXPECT_EQ(Run(line).substr(0, 17), "error: PDM store:") << line;
+    }
+    EXPECT_EQ(Run("tree") + Run("properties rod") + Run("properties rod-assembly"), before);
+}
+
+TEST_F(ShellOfTest, WindowsAreListedInTheOrderOfTheirOpeningWithTheCurrentOneMarked)
+{
+    Run("answer examples/as1/structure.xml");
+    Run("assembly examples/as1/products.xml");
+    Run("open");
+    const std::string windows = Run("windows");
+    EXPECT_EQ(windows.substr(0, 8), "  1 PDM ") << windows;
+    EXPECT_NE(windows.find("\n  2 examples/as1/as1-oc-214/as1.CATProduct\n* 3 PDM "), std::string::npos) << windows;
+    Run("window 2");
+    EXPECT_EQ(Run("tree"), "error: the current window is no PDM window\n");
+    EXPECT_EQ(Run("close"), "");
+    EXPECT_EQ(Run("products"), "") << "the assembly was closed with its window";
+    EXPECT_EQ(Run("window 2"), "");
+    EXPECT_EQ(Run("tree"), "[1] Default Rep Node  DEFAULT_ROOT_NODE\n");
+}
+
+// What the schema offers is the administrator's to write.
+TEST(Shell, UnknownActionsAndRelationsWithoutNamesAreLeftOutOfMenus)
+{
+    const WorkFolder folder;
+    std::string schema = ReadFile(QTB_SOURCE_DIR "/resources/schema/QTBSchema.xml");
+    const auto replace = [&schema](const std::string& old, const std::string& by) {
+        const std::size_t position = schema.find(old);
+        ASSERT_NE(position, std::string::npos) << old;
+        schema.replace(position, old.size(), by);
+    };
+    replace(
+        R"(<contextAction name="Expand" in="PdmWindow QueryDialog"/>)",
+        R"(<contextAction name="Expand" in="PdmWindow QueryDialog"/><contextAction name="Frobnicate" in="PdmWindow"/>)");
+    replace(R"(<leftToRight name="is documented in" nlsKey="Relation.PartDocument.LeftToRight"/>)", "");
+    replace(R"(<leftToRight name="is stored in" nlsKey="Relation.PartFile.LeftToRight"/>)",
+            R"(<leftToRight name="is stored in"/>)");
+    std::ofstream("schema.xml") << schema;
+    HostSession session("schema.xml", "");
+    std::ostringstream output;
+    Shell shell(session, output);
+    shell.Execute("answer examples/as1/structure.xml examples/as1/files.xml");
+    shell.Execute("menu as1");
+    EXPECT_EQ(output.str().find("Frobnicate"), std::string::npos);
+    EXPECT_NE(output.str().find("[4] Expand\n  [5] Consists of\n  [6] Uses standard part\n  [7] is stored in\n  ----\n"
+                                "  [8] Is used in\n[9] Expand All Levels\n"),
+              std::string::npos)
+        << output.str();
+    output.str("");
+    shell.Execute("pick 7");
+    shell.Execute("tree");
+    EXPECT_EQ(output.str(), "is stored in: done\n"
+                            "[1] as1, as1                        Part            QTBPart        249 locked\n"
+                            "└─ [2] is stored in (File of part)  PartFile        QTBPartFile\n"
+                            "   └─ [3] as1.CATProduct            CATProductFile  QTBCATProduct  249 locked\n");
+}
+
+// What ./run plays. Its one refusal is meant.
+TEST_F(ShellOfTest, CircleOfTheExamplesPlays)
+{
+    Run("newstore as1.store kim");
+    Run("import examples/as1/structure.xml examples/as1/files.xml");
+    m_Output.str("");
+    std::ifstream script("examples/circle.txt");
+    m_Shell.RunScript(script);
+    EXPECT_EQ(m_Shell.GetFailureCount(), 1) << m_Output.str();
+    EXPECT_NE(m_Output.str().find("\"rod\" is checked out by lee."), std::string::npos);
+    EXPECT_NE(m_Output.str().find(
+                  "rod, rod                           Part      B  QTBPart      246 editable  <== highlighted"),
+              std::string::npos);
+}

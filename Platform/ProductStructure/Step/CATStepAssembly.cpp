@@ -7,6 +7,7 @@
 #include <limits>
 #include <map>
 #include <numeric>
+#include <optional>
 #include <set>
 #include <sstream>
 #include <stdexcept>
@@ -26,6 +27,7 @@
 #include <TCollection_HAsciiString.hxx>
 #include <XSControl_WorkSession.hxx>
 
+#include "CATStepShapes.h"
 #include "CATStepTextCheck.h"
 
 namespace fs = std::filesystem;
@@ -84,6 +86,8 @@ std::vector<std::size_t> SortDownwards(const CATStepAssembly& assembly, std::vec
 class StructureReader
 {
 public:
+    explicit StructureReader(CATStepContent content) : m_Content(content) {}
+
     CATStepAssembly Read(const fs::path& path)
     {
         m_Files[fs::weakly_canonical(path).string()] = ReadFile(path);
@@ -108,6 +112,8 @@ private:
     {
         fs::path path;
         std::unordered_map<const void*, std::size_t> products;
+        // None when shapes were not asked for.
+        std::optional<CATStepShapes> shapes;
     };
 
     // A product whose content stands in another file.
@@ -135,7 +141,10 @@ private:
             throw std::runtime_error(path.string() + ": not a complete STEP file (ISO 10303-21 was expected)");
         }
 
-        File file{path, {}};
+        File file{path, {}, std::nullopt};
+        if (m_Content == CATStepContent::StructureAndBoxes) {
+            file.shapes.emplace(reader);
+        }
         const Handle(Interface_InterfaceModel) model = reader.WS()->Model();
         std::vector<Handle(StepRepr_NextAssemblyUsageOccurrence)> occurrences;
         std::vector<Definition> definitions;
@@ -203,6 +212,9 @@ private:
                 product.name = product.id;
             }
             product.file = CATUnicodeString(file.path.filename().string());
+            if (file.shapes) {
+                product.box = file.shapes->FindBox(definition);
+            }
             m_Assembly.products.push_back(product);
         }
         return entry->second;
@@ -224,6 +236,9 @@ private:
         }
         if (added.instanceName.IsEmpty()) {
             added.origin = CATStepNameOrigin::Derived;
+        }
+        if (file.shapes) {
+            added.placement = file.shapes->FindPlacement(usage);
         }
         m_Assembly.usages.push_back(added);
     }
@@ -309,6 +324,7 @@ private:
                 newPositions[i] = newPositions[representative];
                 CATStepProduct& product = kept[newPositions[i]];
                 product.version = product.version.IsEmpty() ? products[i].version : product.version;
+                product.box = product.box ? product.box : products[i].box;
             }
         }
         products = std::move(kept);
@@ -378,6 +394,7 @@ private:
         }
     }
 
+    const CATStepContent m_Content;
     CATStepAssembly m_Assembly;
     // The product that each file read is about, NONE for a file without one.
     std::map<std::string, std::size_t> m_Files;
@@ -422,9 +439,9 @@ std::size_t CATStepAssembly::GetDepth() const
     return depth;
 }
 
-CATStepAssembly CATReadStepAssembly(const std::string& path)
+CATStepAssembly CATReadStepAssembly(const std::string& path, CATStepContent content)
 {
     // The reader's own remarks would land on the terminal.
     Message::DefaultMessenger()->ChangePrinters().Clear();
-    return StructureReader().Read(path);
+    return StructureReader(content).Read(path);
 }

@@ -1,5 +1,9 @@
 #include "CATStepProducts.h"
 
+#include <array>
+#include <cmath>
+#include <locale>
+#include <sstream>
 #include <stdexcept>
 #include <string>
 #include <string_view>
@@ -10,7 +14,6 @@
 
 #include "CATError.h"
 #include "CATProductServices.h"
-#include "CATStepAssembly.h"
 
 namespace {
 
@@ -51,6 +54,19 @@ private:
     std::unordered_set<CATUnicodeString> m_Used;
     std::unordered_map<CATUnicodeString, int> m_Numbers;
 };
+
+// Numbers with blanks between, to a millionth of a millimetre and without a sign in front of zero.
+template <std::size_t SIZE>
+CATUnicodeString ToText(const std::array<double, SIZE>& numbers)
+{
+    std::ostringstream text;
+    text.imbue(std::locale::classic());
+    text.precision(12);
+    for (std::size_t i = 0; i < SIZE; ++i) {
+        text << (i == 0 ? "" : " ") << std::round(numbers[i] * 1e6) / 1e6 + 0.0;
+    }
+    return CATUnicodeString(std::string_view(text.str()));
+}
 
 std::size_t FindNameStart(std::string_view path)
 {
@@ -97,6 +113,9 @@ CATPrdStructure CATStepProducts::ToStructure(const CATStepAssembly& assembly, co
             data.definition.descriptionRef = product.description;
             data.definition.revision = product.version;
             data.definition.userProperties.emplace(SOURCE_FILE, product.file);
+            if (product.box && !isParent[i]) {
+                data.definition.userProperties.emplace(CAT_PRD_BOUNDING_BOX, ToText(*product.box));
+            }
         }
         structure.references.push_back(std::move(data));
     }
@@ -106,15 +125,19 @@ CATPrdStructure CATStepProducts::ToStructure(const CATStepAssembly& assembly, co
             data.userProperties.emplace(NAME_ORIGIN,
                                         usage.origin == CATStepNameOrigin::Designator ? "designator" : "derived");
         }
+        if (usage.placement) {
+            data.userProperties.emplace(CAT_PRD_PLACEMENT, ToText(*usage.placement));
+        }
         structure.usages.push_back(std::move(data));
     }
     return structure;
 }
 
-HRESULT CATStepProducts::OpenFile(const CATUnicodeString& usPath, CATListValCATBaseUnknown_var* pDocuments)
+HRESULT CATStepProducts::OpenFile(const CATUnicodeString& usPath, CATListValCATBaseUnknown_var* pDocuments,
+                                  CATStepContent content)
 {
     try {
-        const CATStepAssembly assembly = CATReadStepAssembly(usPath.ConvertToChar());
+        const CATStepAssembly assembly = CATReadStepAssembly(usPath.ConvertToChar(), content);
         return CATProductServices::Open(ToStructure(assembly, ToDirectory(usPath)), pDocuments);
     } catch (const std::runtime_error& error) {
         auto* pError = new CATInternalError("StepFileERR_1003", "CATProductStructure");

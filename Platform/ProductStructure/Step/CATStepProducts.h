@@ -3,19 +3,20 @@
 #include "CATDataType.h"
 #include "CATListValCATBaseUnknown_var.h"
 #include "CATPrdStructure.h"
+#include "CATStepAssembly.h"
 #include "CATUnicodeString.h"
 #include "PlatformExport.h"
-
-struct CATStepAssembly;
 
 // Products of the session from STEP assemblies; docs/formats.md says what becomes of what a file says. Apart from the
 // rest of the products, so that only who links this needs the STEP reader.
 class PLATFORM_API CATStepProducts
 {
 public:
-    // Opens the documents of an assembly. Fails as CATProductServices::Open does, and with an error (catalog
-    // "CATProductStructure") that names file, line and reason for a file that is refused; nothing is opened then.
-    static HRESULT OpenFile(const CATUnicodeString& usPath, CATListValCATBaseUnknown_var* pDocuments);
+    // Opens the documents of an assembly, with the boxes and placements of its products when asked for. Fails as
+    // CATProductServices::Open does, and with an error (catalog "CATProductStructure") that names file, line and reason
+    // for a file that is refused; nothing is opened then.
+    static HRESULT OpenFile(const CATUnicodeString& usPath, CATListValCATBaseUnknown_var* pDocuments,
+                            CATStepContent content = CATStepContent::Structure);
 
     // The product structure that an assembly stands for. Its documents lie in that directory.
     static CATPrdStructure ToStructure(const CATStepAssembly& assembly, const CATUnicodeString& directory);

@@ -4,6 +4,7 @@
 #include <cstdlib>
 #include <filesystem>
 #include <fstream>
+#include <map>
 #include <string>
 #include <unordered_map>
 #include <utility>
@@ -391,6 +392,42 @@ TEST_F(StepProducts, TheBracketAssemblyHasItsTwentySevenInstances)
     EXPECT_EQ(census.references.size(), 9U);
     EXPECT_EQ(census.derivedNames, 0);
     EXPECT_EQ(CATDocumentServices::GetDocuments().Size(), 9);
+}
+
+// The dimensions of its drawings: a nut of 20 by 15 by 3, a rod of 10 by 200, a plate of 180 by 150 by 20,
+// a bracket 50 deep, 60 high and 100 wide.
+TEST_F(StepProducts, BoxesAndPlacementsComeFromTheShapesWhenTheyAreAskedFor)
+{
+    const std::string path = FindAssembly("as1-oc-214.stp");
+    if (path.empty()) {
+        GTEST_SKIP() << "the assembly is not here";
+    }
+    const CATStepAssembly bare = CATReadStepAssembly(path);
+    for (const CATStepProduct& product : bare.products) {
+        EXPECT_FALSE(product.box.has_value());
+    }
+    const CATStepAssembly assembly = CATReadStepAssembly(path, CATStepContent::StructureAndBoxes);
+    const CATPrdStructure structure = CATStepProducts::ToStructure(assembly, "as1");
+    std::map<std::string, std::string> boxes;
+    for (const CATPrdReferenceData& reference : structure.references) {
+        const auto found = reference.definition.userProperties.find(CAT_PRD_BOUNDING_BOX);
+        if (found != reference.definition.userProperties.end()) {
+            boxes[std::string(reference.definition.partNumber.View())] = found->second.View();
+        }
+    }
+    const std::map<std::string, std::string> expected = {{"bolt", "-7.5 -7.5 0 7.5 7.5 37"},
+                                                         {"l-bracket", "0 0 0 50 60 100"},
+                                                         {"nut", "0 0 0 20 15 3"},
+                                                         {"plate", "0 0 0 180 150 20"},
+                                                         {"rod", "-5 -5 0 5 5 200"}};
+    EXPECT_EQ(boxes, expected);
+    for (const CATPrdUsageData& usage : structure.usages) {
+        ASSERT_EQ(usage.userProperties.count(CAT_PRD_PLACEMENT), 1U) << usage.instanceName.View();
+        if (usage.instanceName == "rod-assembly_1") {
+            // Lies along x.
+            EXPECT_EQ(usage.userProperties.at(CAT_PRD_PLACEMENT), "0 0 -1 0 1 0 1 0 0 -10 75 60");
+        }
+    }
 }
 
 TEST_F(StepProducts, TheBracketAssemblyOfAnotherSystemIsNamedByItsDesignators)

@@ -1,0 +1,61 @@
+#pragma once
+
+#include <functional>
+#include <iosfwd>
+#include <optional>
+#include <string>
+#include <vector>
+
+#include "CATListValCATBaseUnknown_var.h"
+#include "HostSession.h"
+#include "QTBIPdmNode.h"
+#include "QTBIRepNode.h"
+#include "ShellMenu.h"
+#include "ShellTable.h"
+
+class CATFrmWindow;
+
+// What the commands of a shell share. Operations raise HostError.
+class ShellContext
+{
+public:
+    ShellContext(HostSession& session_, std::ostream& out_) : session(session_), out(out_) {}
+
+    HostSession& session;
+    std::ostream& out;
+    bool hasColors = false;
+    // Asks the person at the terminal, who may give up; empty when there is nobody.
+    std::function<std::optional<std::string>(const std::string& prompt)> ask;
+
+    ShellMenu menu;
+    // The rep nodes of the tree printed last, by line.
+    std::vector<CATBaseUnknown_var> treeNodes;
+    CATListValCATBaseUnknown_var assemblies;
+
+    // The current window.
+    CATFrmWindow* GetWindow() const;
+    // Its rep node container; refused when it is no PDM window.
+    QTBIRepNodeCont_var GetContainer() const;
+
+    // Whether a rep node still belongs to a window.
+    static bool IsInTree(const QTBIRepNode_var& spIRepNode);
+    // The rep node of a line of the tree printed last, or of a PDM key in the current window. One that has left its
+    // window meanwhile is refused.
+    QTBIRepNode_var GetNode(const std::string& name) const;
+    // Its PDM item; refused for a node that lost it.
+    QTBIPdmNode_var GetPdmNode(const std::string& name) const;
+    // Shows PDM objects as roots; one that the container shows somewhere stays there.
+    static void AddRoots(const QTBIRepNodeCont_var& spIRepNodeCont, const CATListValCATBaseUnknown_var& pdmObjects);
+    // PDM keys, given as such or by lines of the tree.
+    CATListValCATUnicodeString GetKeys(const ShellArguments& names) const;
+
+    // Relations by name, all of the schema when there are none from that argument on; the relation that is to stand
+    // first comes last, because new children go in front of the others.
+    static CATListValQTBNodeRelationInfo GetRelations(const ShellArguments& arguments, std::size_t first);
+
+    // Lets go of what is remembered of nodes: before a window goes, and when nodes left it.
+    void ForgetNodes();
+
+    // The number that a text is, 0 for any other text.
+    static std::size_t ToNumber(const std::string& text);
+};

@@ -2,6 +2,8 @@
 
 #include <algorithm>
 #include <charconv>
+#include <exception>
+#include <istream>
 #include <ostream>
 
 #include <fmt/format.h>
@@ -125,6 +127,11 @@ Shell::~Shell()
 
 bool Shell::Execute(const std::string& line)
 {
+    if (line.size() > MAX_LINE_LENGTH) {
+        ++m_FailureCount;
+        fmt::print(m_Out, "error: the line is too long; at most {} bytes are read\n", MAX_LINE_LENGTH);
+        return !m_IsOver;
+    }
     Arguments words = Split(line);
     if (words.empty() || words[0].starts_with('#')) {
         return !m_IsOver;
@@ -140,12 +147,28 @@ bool Shell::Execute(const std::string& line)
             throw HostError(ExitCode::Usage, fmt::format("usage: {} {}", found->first, command.arguments));
         }
         (this->*command.pRun)(words);
-    } catch (const HostError& error) {
+    } catch (const std::exception& error) {
+        // Most are HostError. Whatever else goes wrong, no memory or a full disk, the session goes on with what it has.
         ++m_FailureCount;
         fmt::print(m_Out, "error: {}\n", error.what());
     }
     CATApplicationFrame::GetFrame()->OnIdle();
     return !m_IsOver;
+}
+
+bool Shell::ReadLine(std::istream& input, std::string* pLine)
+{
+    pLine->clear();
+    std::istream::int_type c = input.get();
+    if (c == std::istream::traits_type::eof()) {
+        return false;
+    }
+    for (; c != '\n' && c != std::istream::traits_type::eof(); c = input.get()) {
+        if (pLine->size() <= MAX_LINE_LENGTH) {
+            *pLine += static_cast<char>(c);
+        }
+    }
+    return true;
 }
 
 std::vector<std::string> Shell::GetCommandNames() const

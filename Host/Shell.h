@@ -23,9 +23,14 @@ public:
     Shell& operator=(const Shell&) = delete;
     ~Shell();
 
-    // Runs one line: a command with its arguments, an empty line or a comment that begins with #. False when the
-    // session is to end.
+    // Runs one line: a command with its arguments, an empty line or a comment that begins with #. A line of more than
+    // MAX_LINE_LENGTH bytes fails. False when the session is to end.
     bool Execute(const std::string& line);
+    static constexpr std::size_t MAX_LINE_LENGTH = 1000000;
+
+    // The next line of a stream, as far as one byte more than Execute takes: the rest of a longer one is passed over.
+    // False at the end of the stream.
+    static bool ReadLine(std::istream& input, std::string* pLine);
 
     // Lines that failed so far.
     int GetFailureCount() const { return m_FailureCount; }

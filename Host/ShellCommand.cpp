@@ -59,7 +59,7 @@ void RunInteractively(Shell& shell)
 
 void RunScript(Shell& shell, std::istream& input)
 {
-    for (std::string line; std::getline(input, line);) {
+    for (std::string line; Shell::ReadLine(input, &line);) {
         std::cout << "> " << line << '\n';
         if (!shell.Execute(line)) {
             return;

@@ -33,6 +33,7 @@ using Identity = const CATBaseUnknown*;
 
 constexpr std::string_view PDM_TO_REP = "PdmToRep";
 constexpr std::string_view REP_TO_REP = "RepToRep";
+constexpr const char* DEFAULT_ROOT_NODE = "DEFAULT_ROOT_NODE";
 
 // What is broken is told up to here; a session in pieces has more to tell than anybody reads.
 constexpr std::size_t MOST_TOLD = 100;
@@ -289,7 +290,12 @@ private:
             if (!InspectKey(spNode, &usKey)) {
                 continue;
             }
-            if (!keys.insert(ToText(usKey)).second) {
+            const bool isFirst = keys.insert(ToText(usKey)).second;
+            // Every document that starts before the first answer makes a default root of its own.
+            if (!isFirst && usKey == DEFAULT_ROOT_NODE) {
+                continue;
+            }
+            if (!isFirst) {
                 Tell("two PDM nodes have the key " + ToText(usKey));
             }
             QTBIPdmNode_var spFound;
@@ -464,9 +470,8 @@ private:
     {
         const Nodes children = Neighbours(spRepNode, REP_TO_REP, RIGHT);
         const bool isRelation = pdmNodes.Size() == 1 && QTBIPdmRelNode_var(pdmNodes[1]) != NULL_var;
-        if (isRelation && children.Size() > 1) {
-            Tell(text + " stands for a relation and has " + std::to_string(children.Size()) + " objects below it");
-        }
+        // A relation that leads elsewhere than before has the object that it led to below it until it is asked for its
+        // children.
         // The PDM nodes that the one above is linked to may be many more than the children: asked from below.
         std::unordered_set<Identity> shown;
         for (const CATBaseUnknown_var& spChild : children) {
@@ -486,7 +491,7 @@ private:
             }
             if (isRelation == (QTBIPdmRelNode_var(spChildPdmNode) != NULL_var)) {
                 Tell(text + " has the child " + KeyOf(spChild) + " of the same kind");
-            } else if (!AreLinked(isRelation ? spPdmNode : spChildPdmNode, isRelation ? spChildPdmNode : spPdmNode)) {
+            } else if (!isRelation && !AreLinked(spChildPdmNode, spPdmNode)) {
                 Tell(text + " has the child " + KeyOf(spChild) + ", and their PDM nodes are not linked");
             }
         }

@@ -11,8 +11,8 @@
 //     EXPECT_THAT(QTBFindBrokenInvariants(), IsEmpty());
 //
 // Of the PDM graph:
-//   - each node listed has a key and its hash, no two have the same, and the look-up by key finds just the nodes
-//   listed;
+//   - each node listed has a key and its hash, no two have the same but default roots, and the look-up by key finds
+//     just the nodes listed;
 //   - each node knows the container, and its action index is none of the future;
 //   - every link is known to both its ends, stands once and leads to a node that a container holds;
 //   - objects are linked to relations only, and a relation to one object on each side, or to none at all.
@@ -20,9 +20,9 @@
 //   - keys and look-up as above; each node knows its container and the container's window, which is open;
 //   - each node stands for at most one PDM node, which is in the graph and has it among its rep nodes;
 //   - each node has at most one parent, of the same container, and hangs below a root: there are no circles;
-//   - objects and relations alternate, the PDM nodes of parent and child are linked, no PDM node is twice below a
-//   parent,
-//     and a relation has at most one object below it.
+//   - objects and relations alternate, no PDM node is twice below a parent, and a relation belongs to the object that
+//   it
+//     is shown below.
 // Of the load manager:
 //   - what it finds by part number and by instance is in the graph and fits.
 //

@@ -1,6 +1,7 @@
 // The part of QTBERepNodeContOnRepNodeCont that lets the trees follow the PDM graph.
 
 #include <iostream>
+#include <utility>
 #include <vector>
 
 #include "QTBCheck.h"
@@ -15,6 +16,7 @@
 #include "QTBIPdmRelNode.h"
 #include "QTBIRepNode.h"
 #include "QTBInfoUtil.h"
+#include "QTBLimits.h"
 #include "QTBMessageUtil.h"
 #include "QTBPartToFileInfo.h"
 #include "QTBPartToFilePdmTreeInfo.h"
@@ -51,6 +53,38 @@ private:
 
 int g_MaxExpansionLevel = UNLIMITED;
 bool g_bMaxLevelReached = false;
+
+// Counts the rep nodes that an update passes below the nodes where it starts. Parts that several places share make a
+// tree larger than any memory without a circle in it.
+class PassedRepNodes
+{
+public:
+    void Begin()
+    {
+        m_Most = QTBLimits::GetMaxRepNodes();
+        m_Passed = 0;
+        m_bMostReached = false;
+    }
+
+    // Whether one more relation may be passed with its object: a tree does not end at a relation.
+    bool PassRelation()
+    {
+        constexpr int NODES = 2;
+        m_bMostReached = m_bMostReached || m_Passed > m_Most - NODES;
+        m_Passed += m_bMostReached ? 0 : NODES;
+        return !m_bMostReached;
+    }
+
+    bool IsMostReached() const { return m_bMostReached; }
+    int GetMost() const { return m_Most; }
+
+private:
+    int m_Most = 0;
+    int m_Passed = 0;
+    bool m_bMostReached = false;
+};
+
+PassedRepNodes g_PassedRepNodes;
 
 } // namespace
 
@@ -165,6 +199,7 @@ HRESULT QTBERepNodeContOnRepNodeCont::UpdateRepTrees(const QTBIPdmNode_var& spIP
                                                      unsigned char* pbAddNewNodes)
 {
     QTB_SCOPE("QTBERepNodeContOnRepNodeCont::UpdateRepTrees");
+    g_PassedRepNodes.Begin();
     const QTBIRepNodeCont_var spIRepNodeContOnThis(this);
     QTB_INTERFACE(spIRepNodeContOnThis);
     // Two names for the PDM node stand in the texts; meant.
@@ -209,6 +244,7 @@ HRESULT QTBERepNodeContOnRepNodeCont::UpdateRepTree(const QTBIRepNode_var& spIRe
                                                     unsigned char* pbCollectExistingChildren)
 {
     QTB_SCOPE("QTBERepNodeContOnRepNodeCont::UpdateRepTree");
+    g_PassedRepNodes.Begin();
     unsigned char bWindowNeedsUpdate = FALSE;
     QTB_CALL(UpdateRepTreeIntern, spIRepNode, NodeRelationInfos, pbOneLevelOnly, &bWindowNeedsUpdate,
              pListOfRelRepNodes, pListOfObjRepNodes, pbAddNewNodes, pbCollectExistingChildren);
@@ -223,8 +259,12 @@ HRESULT QTBERepNodeContOnRepNodeCont::FinishUpdate(bool windowNeedsUpdate)
     if (m_bIncActionIndexAfterUpdate != FALSE) {
         QTB_CALL(QTBGlobVarsUtil::IncActionIndex);
     }
-    if (g_bMaxLevelReached) {
-        g_bMaxLevelReached = false;
+    const bool bMaxLevelReached = std::exchange(g_bMaxLevelReached, false);
+    if (g_PassedRepNodes.IsMostReached()) {
+        return CATError::GetReturn(2, QTBMessageUtil::MaxRepNodesReached(g_PassedRepNodes.GetMost()), NULL, __FILE__,
+                                   __LINE__);
+    }
+    if (bMaxLevelReached) {
         return CATError::GetReturn(2, QTBMessageUtil::MaxExpansionLevelReached(g_MaxExpansionLevel), NULL, __FILE__,
                                    __LINE__);
     }
@@ -267,7 +307,7 @@ HRESULT QTBERepNodeContOnRepNodeCont::RecursiveUpdateRepTreeAdd(const Expansion&
     HRESULT hr = EnterLevel(expansion, &levels.back());
     while (!levels.empty()) {
         ExpansionLevel& level = levels.back();
-        if (FAILED(hr) || level.position >= level.PdmNodes.Size()) {
+        if (FAILED(hr) || g_PassedRepNodes.IsMostReached() || level.position >= level.PdmNodes.Size()) {
             if (level.isOnPath) {
                 const HRESULT hrOfLeaving = LeavePath(level.usPdmKey);
                 hr = FAILED(hr) ? hr : hrOfLeaving;
@@ -350,6 +390,9 @@ HRESULT QTBERepNodeContOnRepNodeCont::TreatNextChild(const Expansion& expansion,
         if (const HRESULT hr = ClosesCircle(spIPdmNodeOnChild, NodeRelationInfo, pLevel->isStart, &closesCircle);
             FAILED(hr) || closesCircle) {
             return hr;
+        }
+        if (*pChildIsRelation && !g_PassedRepNodes.PassRelation()) {
+            return QTB_SUCCESS;
         }
 
         QTBIRepNode_var spIRepNodeOnChild;

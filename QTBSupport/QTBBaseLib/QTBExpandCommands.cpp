@@ -8,6 +8,7 @@
 #include "QTBIPdmObjNode.h"
 #include "QTBIRepNode.h"
 #include "QTBIRepNodeCont.h"
+#include "QTBLimits.h"
 #include "QTBMessageUtil.h"
 #include "QTBNodeRelationInfo.h"
 #include "QTBPdmTree.h"
@@ -135,6 +136,8 @@ HRESULT QTBExpandCommands::ExpandPdmTree(const QTBIRepNode_var& spIRepNode, cons
         return hr;
     }
     const ConsideringAllNodes consideringAllNodes(spIRepNodeCont);
+    const int maxRepNodes = QTBLimits::GetMaxRepNodes();
+    long long passed = 0;
     std::vector<Level> waiting(1);
     waiting.back().spRepNode = spIRepNode;
     HRESULT hr = pdmTree.GetAllPdmTreeRelPtrs(&waiting.back().treeRels, FALSE);
@@ -146,6 +149,12 @@ HRESULT QTBExpandCommands::ExpandPdmTree(const QTBIRepNode_var& spIRepNode, cons
             relation.Append(pTreeRel->GetNodeRelationInfo());
             CATListValCATBaseUnknown_var objRepNodes;
             hr = Update(spIRepNodeCont, level.spRepNode, relation, TRUE, &objRepNodes);
+            // Each object hangs below a relation. Each update alone keeps to the limit; all of them must.
+            passed += 2LL * objRepNodes.Size();
+            if (SUCCEEDED(hr) && passed > maxRepNodes) {
+                hr = CATError::GetReturn(2, QTBMessageUtil::MaxRepNodesReached(maxRepNodes), nullptr, __FILE__,
+                                         __LINE__);
+            }
             if (FAILED(hr)) {
                 break;
             }

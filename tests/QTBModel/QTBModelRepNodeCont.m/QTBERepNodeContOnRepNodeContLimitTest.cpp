@@ -181,3 +181,39 @@ TEST_F(RepTreeLimits, ACircleOfTenThousandPartsEndsWithOneMessage)
     EXPECT_EQ(Cont()->GetExpansionPathLength(), 0);
     EXPECT_THAT(m_spCont->Cleanup(), Succeeds());
 }
+
+TEST_F(RepTreeLimits, AFilteredStructureMayBeAsDeepAsTheSchemaSays)
+{
+    constexpr int LEVELS = 20000;
+    std::string structure;
+    for (int i = 0; i < LEVELS; ++i) {
+        structure += R"(<rel name="PartPart" direction="LeftToRight"><obj class="Part">)";
+    }
+    for (int i = 0; i < LEVELS; ++i) {
+        structure += "</obj></rel>";
+    }
+    LoadEditedSchema({{"<partToFile>", "<partToFile>" + structure}});
+    UpdateLadder(LEVELS, 1);
+    QTBIRepNode_var spRoot = CreateRoot("P0");
+    EXPECT_THAT(m_spCont->UpdateRepTreeAfterGetFilteredModels(&spRoot, nullptr, nullptr), Succeeds());
+    EXPECT_EQ(CountAll(), 2 * LEVELS + 1);
+}
+
+TEST_F(RepTreeLimits, TheManySmallUpdatesOfAFilteredStructureCountAsOne)
+{
+    std::string structure;
+    for (int i = 0; i < 40; ++i) {
+        structure += R"(<rel name="PartPart" direction="LeftToRight"><obj class="Part">)";
+    }
+    for (int i = 0; i < 40; ++i) {
+        structure += "</obj></rel>";
+    }
+    LoadEditedSchema({{"<partToFile>", "<partToFile>" + structure}});
+    UpdateLadder(40, 2);
+    const QTBTestEnvironment limit(LIMIT, "1000");
+    QTBIRepNode_var spRoot = CreateRoot("P0");
+    const HRESULT hr = m_spCont->UpdateRepTreeAfterGetFilteredModels(&spRoot, nullptr, nullptr);
+    EXPECT_THAT(hr, FailsWith(REACHED, "1000"));
+    EXPECT_EQ(CountAll(), 1001);
+    EXPECT_THAT(ShowTrees("P39", Relations({PARTS})), Succeeds()) << "later updates count for themselves";
+}

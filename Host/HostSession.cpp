@@ -1,6 +1,7 @@
 #include "HostSession.h"
 
 #include <filesystem>
+#include <system_error>
 
 #include "CATDocument.h"
 #include "CATDocumentServices.h"
@@ -36,10 +37,15 @@ namespace {
 
 void RequireFile(const std::string& path, const std::string& role)
 {
-    if (!fs::exists(path)) {
+    std::error_code error;
+    const fs::file_status status = fs::status(path, error);
+    if (error && status.type() != fs::file_type::not_found) {
+        throw HostError(ExitCode::BadInput, role + " " + path + ": " + error.message());
+    }
+    if (!fs::exists(status)) {
         throw HostError(ExitCode::BadInput, role + " " + path + " does not exist");
     }
-    if (fs::is_directory(path)) {
+    if (fs::is_directory(status)) {
         throw HostError(ExitCode::BadInput, role + " " + path + " is a folder, not a file");
     }
 }
@@ -93,16 +99,17 @@ QTBPdmStore* HostSession::GetStore() const
 void HostSession::SetLanguage(const std::string& language)
 {
     const fs::path catalogs = fs::path(HostResources::GetFolder()) / "msgcatalog";
-    if (!language.empty() && !fs::is_directory(catalogs / language)) {
-        std::string known = "English";
-        for (const fs::directory_entry& entry : fs::directory_iterator(catalogs)) {
-            if (entry.is_directory()) {
-                known += ", " + entry.path().filename().string();
-            }
+    std::string known = "English";
+    bool isKnown = language.empty() || language == known;
+    for (const fs::directory_entry& entry : fs::directory_iterator(catalogs)) {
+        if (entry.is_directory()) {
+            const std::string name = entry.path().filename().string();
+            isKnown = isKnown || language == name;
+            known += ", " + name;
         }
-        if (language != "English") {
-            throw HostError(ExitCode::Usage, "there are no messages in " + language + "; languages are " + known);
-        }
+    }
+    if (!isKnown) {
+        throw HostError(ExitCode::Usage, "there are no messages in " + language + "; languages are " + known);
     }
     CATMsgCatalog::SetLanguage(language == "English" ? "" : language.c_str());
 }

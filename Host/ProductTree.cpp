@@ -3,7 +3,11 @@
 #include <memory>
 
 #include "CATDocument.h"
+#include "CATError.h"
 #include "CATProductServices.h"
+#include "HostSession.h"
+#include "QTBLimits.h"
+#include "QTBMessageUtil.h"
 
 namespace {
 
@@ -22,6 +26,7 @@ std::string Extend(const std::string& path, const CATUnicodeString& name)
 
 std::vector<ProductTree::Place> ProductTree::Collect(const CATListValCATBaseUnknown_var& documents)
 {
+    const int maxProducts = QTBLimits::GetMaxProducts();
     std::vector<Place> places;
     std::vector<Place> waiting;
     for (int i = documents.Size(); i >= 1; --i) {
@@ -32,6 +37,11 @@ std::vector<ProductTree::Place> ProductTree::Collect(const CATListValCATBaseUnkn
         }
     }
     while (!waiting.empty()) {
+        if (places.size() == static_cast<std::size_t>(maxProducts)) {
+            HostSession::Require(CATError::GetReturn(2, QTBMessageUtil::MaxProductsReachedError(maxProducts), nullptr,
+                                                     __FILE__, __LINE__),
+                                 ExitCode::Failure, "assembly");
+        }
         places.push_back(std::move(waiting.back()));
         waiting.pop_back();
         const int position = static_cast<int>(places.size()) - 1;

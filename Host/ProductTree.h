@@ -18,7 +18,8 @@ struct Place
     std::string path; // instance names from the top down, joined with "/"; empty at the top
 };
 
-// All places in the trees of the documents. Walks with a stack of its own.
+// All places in the trees of the documents. Walks with a stack of its own. Raises HostError when there are more than
+// QTBLimits::GetMaxProducts.
 std::vector<Place> Collect(const CATListValCATBaseUnknown_var& documents);
 
 // What a tree shows of a product: instance name and part number.

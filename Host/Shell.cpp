@@ -1,6 +1,7 @@
 #include "Shell.h"
 
 #include <algorithm>
+#include <exception>
 #include <istream>
 #include <ostream>
 
@@ -107,10 +108,15 @@ void Shell::Run(ShellArguments words)
 bool Shell::Execute(const std::string& line, const std::string& place)
 {
     try {
+        if (line.size() > MAX_LINE_LENGTH) {
+            throw HostError(ExitCode::Usage,
+                            fmt::format("the line is too long; at most {} bytes are read", MAX_LINE_LENGTH));
+        }
         // A comment may have anything in it.
         const std::size_t first = line.find_first_not_of(" \t");
         Run(first != std::string::npos && line[first] == '#' ? ShellArguments() : Split(line));
     } catch (const std::exception& error) {
+        // Most are HostError. Whatever else goes wrong, no memory or a full disk, the session goes on with what it has.
         ++m_FailureCount;
         fmt::print(m_Context.out, "error{}: {}\n", place.empty() ? "" : " in " + place, error.what());
     }
@@ -118,10 +124,25 @@ bool Shell::Execute(const std::string& line, const std::string& place)
     return !m_IsOver;
 }
 
+bool Shell::ReadLine(std::istream& input, std::string* pLine)
+{
+    pLine->clear();
+    std::istream::int_type c = input.get();
+    if (c == std::istream::traits_type::eof()) {
+        return false;
+    }
+    for (; c != '\n' && c != std::istream::traits_type::eof(); c = input.get()) {
+        if (pLine->size() <= MAX_LINE_LENGTH) {
+            *pLine += static_cast<char>(c);
+        }
+    }
+    return true;
+}
+
 void Shell::RunScript(std::istream& script)
 {
     int number = 0;
-    for (std::string line; std::getline(script, line);) {
+    for (std::string line; ReadLine(script, &line);) {
         m_Context.out << "> " << line << '\n';
         if (!Execute(line, fmt::format("line {}", ++number))) {
             return;

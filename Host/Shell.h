@@ -31,9 +31,15 @@ public:
         m_Context.ask = std::move(ask);
     }
 
-    // Runs one line: a command with its arguments, an empty line or a comment that begins with #. False when the
-    // session is to end. An error names the place, the line of a script for example, unless it is empty.
+    // Runs one line: a command with its arguments, an empty line or a comment that begins with #. A line of more than
+    // MAX_LINE_LENGTH bytes fails. False when the session is to end. An error names the place, the line of a script for
+    // example, unless it is empty.
     bool Execute(const std::string& line, const std::string& place = "");
+    static constexpr std::size_t MAX_LINE_LENGTH = 1000000;
+
+    // The next line of a stream, as far as one byte more than Execute takes: the rest of a longer one is passed over.
+    // False at the end of the stream.
+    static bool ReadLine(std::istream& input, std::string* pLine);
 
     // Runs the lines of a script, each repeated in the output in front of what it says. Errors name the line.
     void RunScript(std::istream& script);

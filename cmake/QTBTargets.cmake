@@ -34,6 +34,11 @@ if(QTB_SANITIZE)
     target_compile_options(qtb_options INTERFACE -Wno-maybe-uninitialized)
   endif()
 endif()
+if(QTB_BUILD_FUZZERS)
+  # Lets libFuzzer see which code an input reaches.
+  target_compile_options(qtb_options INTERFACE -fsanitize=fuzzer-no-link)
+  target_link_options(qtb_options INTERFACE -fsanitize=fuzzer-no-link)
+endif()
 
 # qtb_add_library(NAME FOLDERS folder... [LINK target...] [PRIVATE_LINK target...] [PUBLIC_HEADERS header...])
 # A shared library of all sources in the folders. The folders are its include path, so that headers are included by

@@ -1,5 +1,6 @@
 #include "CATXMLDocumentFactory.h"
 
+#include <cstdint>
 #include <cstring>
 #include <filesystem>
 #include <fstream>
@@ -10,6 +11,7 @@
 #include <pugixml.hpp>
 
 #include "CATDOMStore.h"
+#include "CATEnvLimit.h"
 #include "CATXMLError.h"
 #include "CATXMLTextCheck.h"
 #include "CATXMLWriter.h"
@@ -62,6 +64,17 @@ HRESULT Parse(std::string_view xml, const CATUnicodeString& usSourceName, CATIDO
     return S_OK;
 }
 
+// A document takes several times as much memory as its text.
+HRESULT CheckSize(std::uintmax_t size, const CATUnicodeString& usSourceName)
+{
+    const auto most = static_cast<std::uintmax_t>(CATGetMaxFileBytes());
+    if (size <= most) {
+        return S_OK;
+    }
+    return Refuse(usSourceName, CATUnicodeString(std::to_string(size) + " bytes"),
+                  CATUnicodeString("at most " + std::to_string(most) + " bytes (CAT_MAX_FILE_MB)"));
+}
+
 HRESULT ReadBytes(const CATUnicodeString& usPath, std::string* pBytes)
 {
     const std::filesystem::path path(usPath.ConvertToChar());
@@ -77,6 +90,9 @@ HRESULT ReadBytes(const CATUnicodeString& usPath, std::string* pBytes)
     const std::uintmax_t size = std::filesystem::file_size(path, error);
     if (!file || error) {
         return Refuse(usPath, "the file cannot be opened", "a file that may be read");
+    }
+    if (const HRESULT hr = CheckSize(size, usPath); FAILED(hr)) {
+        return hr;
     }
     pBytes->resize(size);
     file.read(pBytes->data(), static_cast<std::streamsize>(size));
@@ -106,7 +122,10 @@ HRESULT CATXMLDocumentFactory::ReadText(const CATUnicodeString& usXml, const CAT
     if (pspDocument == nullptr) {
         return E_POINTER;
     }
-    const HRESULT hr = CATXMLTextCheck::CheckText(usXml.View(), usSourceName);
+    HRESULT hr = CheckSize(usXml.View().size(), usSourceName);
+    if (SUCCEEDED(hr)) {
+        hr = CATXMLTextCheck::CheckText(usXml.View(), usSourceName);
+    }
     return SUCCEEDED(hr) ? Parse(usXml.View(), usSourceName, pspDocument) : hr;
 }
 

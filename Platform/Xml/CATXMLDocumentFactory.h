@@ -4,7 +4,7 @@
 
 #include "CATIDOMDocument.h"
 
-// Makes XML documents.
+// Makes XML documents. Files and texts of more than CATGetMaxFileBytes are refused with a CATXMLError.
 class PLATFORM_API CATXMLDocumentFactory
 {
 public:

@@ -80,7 +80,7 @@ HRESULT ReadContent(const std::filesystem::path& path, FileState* pState)
     }
     XXH3_128bits_reset(pHash.get());
     const auto pBuffer = std::make_unique<std::array<char, 1U << 16U>>();
-    while (file.read(pBuffer->data(), pBuffer->size()) || file.gcount() > 0) {
+    while (file.read(pBuffer->data(), static_cast<std::streamsize>(pBuffer->size())) || file.gcount() > 0) {
         XXH3_128bits_update(pHash.get(), pBuffer->data(), static_cast<std::size_t>(file.gcount()));
     }
     if (file.bad()) {

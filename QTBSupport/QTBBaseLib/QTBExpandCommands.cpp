@@ -8,6 +8,7 @@
 #include "QTBIPdmObjNode.h"
 #include "QTBIRepNode.h"
 #include "QTBIRepNodeCont.h"
+#include "QTBLimits.h"
 #include "QTBMessageUtil.h"
 #include "QTBNodeRelationInfo.h"
 #include "QTBPdmTree.h"
@@ -136,9 +137,12 @@ void CollectNextLevels(const QTBPdmTreeRel& treeRel, const CATListValCATBaseUnkn
     }
 }
 
-// Expands a level and adds those below it.
-HRESULT ExpandLevel(const QTBIRepNodeCont_var& spIRepNodeCont, const Level& level, std::vector<Level>* pLevels)
+// Expands a level and adds those below it. Each update alone keeps to the limit of rep nodes; *pPassed counts those of
+// all levels, which must too.
+HRESULT ExpandLevel(const QTBIRepNodeCont_var& spIRepNodeCont, const Level& level, std::vector<Level>* pLevels,
+                    long long* pPassed)
 {
+    const int maxRepNodes = QTBLimits::GetMaxRepNodes();
     CATListValQTBNodeRelationInfo relations;
     for (const QTBPdmTreeRel* pTreeRel : level.treeRels) {
         relations.Append(pTreeRel->GetNodeRelationInfo());
@@ -154,6 +158,12 @@ HRESULT ExpandLevel(const QTBIRepNodeCont_var& spIRepNodeCont, const Level& leve
             CATListValCATBaseUnknown_var objRepNodes;
             if (const HRESULT hr = Update(spIRepNodeCont, spRepNode, relation, TRUE, &objRepNodes); FAILED(hr)) {
                 return hr;
+            }
+            // Each object hangs below a relation.
+            *pPassed += 2LL * objRepNodes.Size();
+            if (*pPassed > maxRepNodes) {
+                return CATError::GetReturn(2, QTBMessageUtil::MaxRepNodesReached(maxRepNodes), nullptr, __FILE__,
+                                           __LINE__);
             }
             found.Append(objRepNodes);
         }
@@ -195,13 +205,14 @@ HRESULT QTBExpandCommands::ExpandPdmTree(const QTBIRepNode_var& spIRepNode, cons
     if (const HRESULT hr = GetContToExpand(spIRepNode, &spIRepNodeCont); FAILED(hr)) {
         return hr;
     }
+    long long passed = 0;
     std::vector<Level> waiting(1);
     waiting.back().repNodes.Append(spIRepNode);
     HRESULT hr = pdmTree.GetAllPdmTreeRelPtrs(&waiting.back().treeRels, FALSE);
     while (SUCCEEDED(hr) && !waiting.empty()) {
         const Level level = std::move(waiting.back());
         waiting.pop_back();
-        hr = ExpandLevel(spIRepNodeCont, level, &waiting);
+        hr = ExpandLevel(spIRepNodeCont, level, &waiting, &passed);
     }
     return UpdateWindow(spIRepNodeCont, hr);
 }

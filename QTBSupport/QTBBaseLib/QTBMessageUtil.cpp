@@ -15,6 +15,13 @@ CATError* Make(const char* msgId, const Text&... texts)
     return pMessage;
 }
 
+CATUnicodeString ToText(int number)
+{
+    CATUnicodeString usNumber;
+    usNumber.BuildFromNum(number);
+    return usNumber;
+}
+
 } // namespace
 
 CATError* QTBMessageUtil::AttributeNotDefinedError(const CATUnicodeString& usNodeText,
@@ -65,6 +72,11 @@ CATError* QTBMessageUtil::CommandTextNotKnownError(const CATUnicodeString& usCom
     return Make<QTBUserError>("CommandTextNotKnownERR_2009", usCommandText);
 }
 
+CATError* QTBMessageUtil::MaxProductsReachedError(int iMaxProducts)
+{
+    return Make<QTBUserError>("MaxProductsReachedERR_2010", ToText(iMaxProducts));
+}
+
 CATError* QTBMessageUtil::CircleInRecursiveExpandWarning(const CATUnicodeString& usNodeText)
 {
     return Make<QTBWarning>("CircleInRecursiveExpandWRN_2101", usNodeText);
@@ -78,9 +90,12 @@ CATError* QTBMessageUtil::IgnoredInvalidNodeWarning(const CATUnicodeString& usNo
 
 CATError* QTBMessageUtil::MaxExpansionLevelReached(int iMaxExpansionLevel)
 {
-    CATUnicodeString usMaxExpansionLevel;
-    usMaxExpansionLevel.BuildFromNum(iMaxExpansionLevel);
-    return Make<QTBWarning>("MaxExpansionLevelReachedWRN_2103", usMaxExpansionLevel);
+    return Make<QTBWarning>("MaxExpansionLevelReachedWRN_2103", ToText(iMaxExpansionLevel));
+}
+
+CATError* QTBMessageUtil::MaxRepNodesReached(int iMaxRepNodes)
+{
+    return Make<QTBWarning>("MaxRepNodesReachedWRN_2104", ToText(iMaxRepNodes));
 }
 
 CATError* QTBMessageUtil::RepNodeDeleted(const CATUnicodeString& usRepNodeText, const CATUnicodeString& usProductText)

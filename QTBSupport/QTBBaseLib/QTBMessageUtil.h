@@ -26,11 +26,15 @@ public:
     static CATError* PdmServiceNotAvailableError(const CATUnicodeString& usServiceName);
     // A command that the schema in force does not know.
     static CATError* CommandTextNotKnownError(const CATUnicodeString& usCommandText);
+    // A product structure has more places than a walk through it may pass (QTBLimits).
+    static CATError* MaxProductsReachedError(int iMaxProducts);
 
     // Warnings (QTBWarning).
     static CATError* CircleInRecursiveExpandWarning(const CATUnicodeString& usNodeText);
     static CATError* IgnoredInvalidNodeWarning(const CATUnicodeString& usNodeText, const CATUnicodeString& usTypeText);
     static CATError* MaxExpansionLevelReached(int iMaxExpansionLevel);
+    // A tree has more nodes than an update may pass (QTBLimits).
+    static CATError* MaxRepNodesReached(int iMaxRepNodes);
 
     // Information (QTBInformation).
     static CATError* RepNodeDeleted(const CATUnicodeString& usRepNodeText, const CATUnicodeString& usProductText);

@@ -159,6 +159,10 @@ std::unique_ptr<Class> QTBSchemaReader::MakeClass(const CATXMLStrictElement& ele
     if (m_pSchema->FindClass(usName) != nullptr) {
         element.RefuseValue("name", "a name that no other class has");
     }
+    // Links of these names are not those of PDM relations.
+    if (usName == "PdmToRep" || usName == "RepToRep") {
+        element.RefuseValue("name", "a name that the session does not use itself");
+    }
     if (m_ClassLevels.size() >= MAX_CLASS_COUNT) {
         CATUnicodeString usCount;
         usCount.BuildFromNum(MAX_CLASS_COUNT);

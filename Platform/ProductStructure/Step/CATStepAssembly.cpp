@@ -1,6 +1,7 @@
 #include "CATStepAssembly.h"
 
 #include <algorithm>
+#include <cstdint>
 #include <filesystem>
 #include <fstream>
 #include <iterator>
@@ -27,6 +28,7 @@
 #include <TCollection_HAsciiString.hxx>
 #include <XSControl_WorkSession.hxx>
 
+#include "CATEnvLimit.h"
 #include "CATStepShapes.h"
 #include "CATStepTextCheck.h"
 
@@ -170,9 +172,18 @@ private:
     // Text that is not UTF-8 is repaired before the reader sees it, which would decode it into other letters.
     static std::string ReadContent(const fs::path& path)
     {
-        std::ifstream stream(path, std::ios::binary);
-        if (!stream || !fs::is_regular_file(path)) {
+        // In this order: opening a pipe waits for somebody who writes to it.
+        std::ifstream stream;
+        if (fs::is_regular_file(path)) {
+            stream.open(path, std::ios::binary);
+        }
+        if (!stream.is_open()) {
             throw std::runtime_error(path.string() + ": the file cannot be read");
+        }
+        const auto most = static_cast<std::uintmax_t>(CATGetMaxFileBytes());
+        if (const std::uintmax_t size = fs::file_size(path); size > most) {
+            throw std::runtime_error(path.string() + ": " + std::to_string(size) + " bytes; expected were at most " +
+                                     std::to_string(most) + " bytes (CAT_MAX_FILE_MB)");
         }
         const std::string bytes((std::istreambuf_iterator<char>(stream)), std::istreambuf_iterator<char>());
         if (bytes.empty()) {

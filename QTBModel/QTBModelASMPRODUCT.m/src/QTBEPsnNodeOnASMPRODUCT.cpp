@@ -13,6 +13,7 @@
 #include "QTBIPdmNode.h"
 #include "QTBIPdmObjNode.h"
 #include "QTBIPdmRelNode.h"
+#include "QTBLimits.h"
 #include "QTBLoadManager.h"
 #include "QTBMessageUtil.h"
 #include "QTBPdmSessionUtil.h"
@@ -73,8 +74,16 @@ HRESULT WalkBelow(const QTBIPsnNode_var& spIPsnNode, const char* nestedCall, Ope
     };
     std::vector<Level> levels;
     CATBaseUnknown_var spNode = spIPsnNode;
+    // Products that several places share make more of these than any memory holds.
+    const int maxProducts = QTBLimits::GetMaxProducts();
+    int products = 0;
     for (;;) {
         const int depth = static_cast<int>(levels.size());
+        if (++products > maxProducts) {
+            QTB_UNWIND_AS(
+                nestedCall, depth,
+                CATError::GetReturn(2, QTBMessageUtil::MaxProductsReachedError(maxProducts), NULL, __FILE__, __LINE__));
+        }
         const QTBIPsnNode_var spIPsnNodeOnChildNode(spNode);
         const auto checkNode = [&spIPsnNodeOnChildNode]() -> HRESULT {
             QTB_INTERFACE(spIPsnNodeOnChildNode);

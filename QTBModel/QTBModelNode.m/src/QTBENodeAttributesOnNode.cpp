@@ -238,8 +238,12 @@ HRESULT QTBENodeAttributesOnNode::CreateObjectAttribute(const CATIDOMElement_var
 {
     QTBIPdmNodeCont_var spIPdmNodeCont;
     QTB_CALL(QTBGlobVarsUtil::GetGlobalPdmNodeContainer, &spIPdmNodeCont);
+    const CATUnicodeString usEmbeddedKey = m_Key + "." + usName;
+    if (const HRESULT hr = RemoveFormerEmbeddedNode(spIPdmNodeCont, usEmbeddedKey); FAILED(hr)) {
+        return hr;
+    }
     CATBaseUnknown_var spNewPdmObjNode;
-    QTB_CALL(spIPdmNodeCont->CreatePdmObjNode, m_Key + "." + usName, &spNewPdmObjNode, TRUE);
+    QTB_CALL(spIPdmNodeCont->CreatePdmObjNode, usEmbeddedKey, &spNewPdmObjNode, TRUE);
     const QTBINodeAttributes_var spINodeAttributesOnNewPdmObjNode(spNewPdmObjNode);
     QTB_INTERFACE(spINodeAttributesOnNewPdmObjNode);
 
@@ -255,6 +259,20 @@ HRESULT QTBENodeAttributesOnNode::CreateObjectAttribute(const CATIDOMElement_var
     CATBaseUnknown_var spNodeAttributes(spINodeAttributesOnNewPdmObjNode);
     return FileNewAttribute<ObjectType>(
         std::make_unique<QTBObjectAttr>(&spIDOMElementOnChildObjectNode, &spNodeAttributes));
+}
+
+// An item that is read again brings its embedded objects again; without this the graph would keep those of all
+// readings, and find the oldest. Items of the PDM system, which have a PDM key, stay.
+HRESULT QTBENodeAttributesOnNode::RemoveFormerEmbeddedNode(const QTBIPdmNodeCont_var& spIPdmNodeCont,
+                                                           const CATUnicodeString& usEmbeddedKey)
+{
+    QTBIPdmNode_var spIPdmNodeOnFormer;
+    unsigned char bNodeFound = FALSE;
+    QTB_CALL(spIPdmNodeCont->GetPdmNodeByKey, usEmbeddedKey, &spIPdmNodeOnFormer, &bNodeFound);
+    if (bNodeFound != FALSE && spIPdmNodeOnFormer->GetPdmKey().IsEmpty()) {
+        QTB_CALL(spIPdmNodeCont->RemoveNodeFromPdmGraph, &spIPdmNodeOnFormer, FALSE, FALSE, FALSE, NULL);
+    }
+    return QTB_SUCCESS;
 }
 
 template <class Type>

@@ -16,8 +16,10 @@
 class CATIDOMElement;
 class QTBHashTableNvSetAttribute;
 class QTBIPdmNode;
+class QTBIPdmNodeCont;
 using CATIDOMElement_var = CATInterface_var<CATIDOMElement>;
 using QTBIPdmNode_var = CATInterface_var<QTBIPdmNode>;
+using QTBIPdmNodeCont_var = CATInterface_var<QTBIPdmNodeCont>;
 
 // QTBINodeAttributes on the late type QTBNode: the key of a node, the XML element that is its record, and the record's
 // attributes as typed objects. Owns the attribute objects; the typed lists are views on them.
@@ -96,6 +98,8 @@ private:
     template <class Type>
     HRESULT FileNewAttribute(std::unique_ptr<typename Type::Attribute> pNewAttribute);
     HRESULT CreateObjectAttribute(const CATIDOMElement_var& spIDOMElement, const CATUnicodeString& usName);
+    static HRESULT RemoveFormerEmbeddedNode(const QTBIPdmNodeCont_var& spIPdmNodeCont,
+                                            const CATUnicodeString& usEmbeddedKey);
 
     // Position of an attribute in m_AttributeNames, 0 when there is none.
     int LocateName(const CATUnicodeString& usName);

@@ -123,6 +123,8 @@ private:
     // What stays the same while a tree is expanded, and one rep node that is being expanded.
     struct Expansion;
     struct ExpansionLevel;
+    // One level of a filtered structure.
+    struct FilteredLevel;
     // The direction in which a relation is followed: names the operations of the PDM nodes and the texts of the checks.
     struct LeftToRight;
     struct RightToLeft;
@@ -138,6 +140,7 @@ private:
                            bool* pChildIsRelation);
     HRESULT ClosesCircle(const QTBIPdmNode_var& spIPdmNodeOnChild, const QTBNodeRelationInfo& NodeRelationInfo,
                          bool isStart, bool* pClosesCircle);
+    HRESULT ExpandFilteredLevel(const FilteredLevel& level, const QTBIRepNode_var& spIRepNode, FilteredLevel* pNext);
     HRESULT LeavePath(const CATUnicodeString& usKey);
 
     template <class Direction>

@@ -1,6 +1,7 @@
 // The part of QTBERepNodeContOnRepNodeCont that lets the trees follow the PDM graph.
 
 #include <iostream>
+#include <utility>
 #include <vector>
 
 #include "QTBCheck.h"
@@ -15,6 +16,7 @@
 #include "QTBIPdmRelNode.h"
 #include "QTBIRepNode.h"
 #include "QTBInfoUtil.h"
+#include "QTBLimits.h"
 #include "QTBMessageUtil.h"
 #include "QTBPartToFileInfo.h"
 #include "QTBPartToFilePdmTreeInfo.h"
@@ -52,6 +54,59 @@ private:
 int g_MaxExpansionLevel = UNLIMITED;
 bool g_bMaxLevelReached = false;
 
+// Counts the rep nodes that an update passes below the nodes where it starts. Parts that several places share make a
+// tree larger than any memory without a circle in it.
+class PassedRepNodes
+{
+public:
+    void Begin()
+    {
+        if (m_bCountsTogether) {
+            return;
+        }
+        m_Most = QTBLimits::GetMaxRepNodes();
+        m_Passed = 0;
+        m_bMostReached = false;
+    }
+
+    // Whether one more relation may be passed with its object: a tree does not end at a relation.
+    bool PassRelation()
+    {
+        constexpr int NODES = 2;
+        m_bMostReached = m_bMostReached || m_Passed > m_Most - NODES;
+        m_Passed += m_bMostReached ? 0 : NODES;
+        return !m_bMostReached;
+    }
+
+    // The updates that follow count as one.
+    void CountTogether(bool together) { m_bCountsTogether = together; }
+
+    bool IsMostReached() const { return m_bMostReached; }
+    int GetMost() const { return m_Most; }
+
+private:
+    int m_Most = 0;
+    int m_Passed = 0;
+    bool m_bMostReached = false;
+    bool m_bCountsTogether = false;
+};
+
+PassedRepNodes g_PassedRepNodes;
+
+// Lets the many small updates along a filtered structure count as one, however they end.
+class CountTogetherScope
+{
+public:
+    CountTogetherScope()
+    {
+        g_PassedRepNodes.Begin();
+        g_PassedRepNodes.CountTogether(true);
+    }
+    CountTogetherScope(const CountTogetherScope&) = delete;
+    CountTogetherScope& operator=(const CountTogetherScope&) = delete;
+    ~CountTogetherScope() { g_PassedRepNodes.CountTogether(false); }
+};
+
 } // namespace
 
 struct QTBERepNodeContOnRepNodeCont::Expansion
@@ -79,6 +134,17 @@ struct QTBERepNodeContOnRepNodeCont::ExpansionLevel
     CATListValCATBaseUnknown_var PdmNodes;
     CATListValQTBNodeRelationInfo RelationInfos;
     int position = 0;
+};
+
+// A level of a filtered structure: rep nodes, the relations that each of them is expanded along, and which rep node and
+// relation are at hand.
+struct QTBERepNodeContOnRepNodeCont::FilteredLevel
+{
+    CATListValCATBaseUnknown_var RepNodes;
+    CATListPtrQTBPdmTreeRel PdmTreeRels;
+    CATListValQTBNodeRelationInfo NodeRelInfos;
+    int repNode = 1;
+    int relation = 0;
 };
 
 struct QTBERepNodeContOnRepNodeCont::LeftToRight
@@ -165,6 +231,7 @@ HRESULT QTBERepNodeContOnRepNodeCont::UpdateRepTrees(const QTBIPdmNode_var& spIP
                                                      unsigned char* pbAddNewNodes)
 {
     QTB_SCOPE("QTBERepNodeContOnRepNodeCont::UpdateRepTrees");
+    g_PassedRepNodes.Begin();
     const QTBIRepNodeCont_var spIRepNodeContOnThis(this);
     QTB_INTERFACE(spIRepNodeContOnThis);
     // Two names for the PDM node stand in the texts; meant.
@@ -209,6 +276,7 @@ HRESULT QTBERepNodeContOnRepNodeCont::UpdateRepTree(const QTBIRepNode_var& spIRe
                                                     unsigned char* pbCollectExistingChildren)
 {
     QTB_SCOPE("QTBERepNodeContOnRepNodeCont::UpdateRepTree");
+    g_PassedRepNodes.Begin();
     unsigned char bWindowNeedsUpdate = FALSE;
     QTB_CALL(UpdateRepTreeIntern, spIRepNode, NodeRelationInfos, pbOneLevelOnly, &bWindowNeedsUpdate,
              pListOfRelRepNodes, pListOfObjRepNodes, pbAddNewNodes, pbCollectExistingChildren);
@@ -223,8 +291,12 @@ HRESULT QTBERepNodeContOnRepNodeCont::FinishUpdate(bool windowNeedsUpdate)
     if (m_bIncActionIndexAfterUpdate != FALSE) {
         QTB_CALL(QTBGlobVarsUtil::IncActionIndex);
     }
-    if (g_bMaxLevelReached) {
-        g_bMaxLevelReached = false;
+    const bool bMaxLevelReached = std::exchange(g_bMaxLevelReached, false);
+    if (g_PassedRepNodes.IsMostReached()) {
+        return CATError::GetReturn(2, QTBMessageUtil::MaxRepNodesReached(g_PassedRepNodes.GetMost()), NULL, __FILE__,
+                                   __LINE__);
+    }
+    if (bMaxLevelReached) {
         return CATError::GetReturn(2, QTBMessageUtil::MaxExpansionLevelReached(g_MaxExpansionLevel), NULL, __FILE__,
                                    __LINE__);
     }
@@ -267,7 +339,7 @@ HRESULT QTBERepNodeContOnRepNodeCont::RecursiveUpdateRepTreeAdd(const Expansion&
     HRESULT hr = EnterLevel(expansion, &levels.back());
     while (!levels.empty()) {
         ExpansionLevel& level = levels.back();
-        if (FAILED(hr) || level.position >= level.PdmNodes.Size()) {
+        if (FAILED(hr) || g_PassedRepNodes.IsMostReached() || level.position >= level.PdmNodes.Size()) {
             if (level.isOnPath) {
                 const HRESULT hrOfLeaving = LeavePath(level.usPdmKey);
                 hr = FAILED(hr) ? hr : hrOfLeaving;
@@ -350,6 +422,9 @@ HRESULT QTBERepNodeContOnRepNodeCont::TreatNextChild(const Expansion& expansion,
         if (const HRESULT hr = ClosesCircle(spIPdmNodeOnChild, NodeRelationInfo, pLevel->isStart, &closesCircle);
             FAILED(hr) || closesCircle) {
             return hr;
+        }
+        if (*pChildIsRelation && !g_PassedRepNodes.PassRelation()) {
+            return QTB_SUCCESS;
         }
 
         QTBIRepNode_var spIRepNodeOnChild;
@@ -590,6 +665,7 @@ QTBERepNodeContOnRepNodeCont::UpdateRepTreeAfterGetFilteredModels(QTBIRepNode_va
     QTB_SCOPE("QTBERepNodeContOnRepNodeCont::UpdateRepTreeAfterGetFilteredModels");
     QTB_ASSERT(pspIRepNodeOnRootPartNode != NULL);
     QTB_INTERFACE(*pspIRepNodeOnRootPartNode);
+    const CountTogetherScope countTogether;
     const SingleActionScope singleAction(&m_bIncActionIndexAfterUpdate);
 
     CATListValCATBaseUnknown_var SubStructureNodes;
@@ -621,40 +697,65 @@ HRESULT QTBERepNodeContOnRepNodeCont::UpdateRepNodeList(const CATListValCATBaseU
 {
     QTB_SCOPE("QTBERepNodeContOnRepNodeCont::UpdateRepNodeList");
     QTB_ASSERT(pRepNodes != NULL);
-    const int SizePdmTreeRels = PdmTreeRels.Size();
-    const int SizeNodeRelInfos = NodeRelInfos.Size();
-    QTB_ASSERT(SizePdmTreeRels == SizeNodeRelInfos);
-
-    for (const CATBaseUnknown_var& spRepNode : *pRepNodes) {
-        const QTBIRepNode_var spIRepNode(spRepNode);
-        QTB_INTERFACE(spIRepNode);
-        for (int i = 1; i <= SizePdmTreeRels; ++i) {
-            CATListValQTBNodeRelationInfo SingleNodeRelInfo;
-            SingleNodeRelInfo.Append(NodeRelInfos[i]);
-            unsigned char bTrue = TRUE;
-            unsigned char bFalse = FALSE;
-            CATListValCATBaseUnknown_var ObjRepNodes;
-            QTB_CALL(UpdateRepTree, spIRepNode, SingleNodeRelInfo, &bTrue, NULL, &ObjRepNodes, &bTrue, &bFalse,
-                     &bFalse);
-
-            const QTBPdmTreeRel* pPdmTreeRel = PdmTreeRels[i];
-            QTB_ASSERT(pPdmTreeRel != NULL);
-            CATListPtrQTBPdmTreeObj PdmTreeObjs;
-            QTB_CALL(pPdmTreeRel->GetAllPdmTreeObjPtrs, &PdmTreeObjs);
-            CATListPtrQTBPdmTreeRel NextPdmTreeRels;
-            CATListValQTBNodeRelationInfo NextNodeRelInfos;
-            for (const QTBPdmTreeObj* pPdmTreeObj : PdmTreeObjs) {
-                QTB_ASSERT(pPdmTreeObj != NULL);
-                CATListPtrQTBPdmTreeRel RelsOfObj;
-                QTB_CALL(pPdmTreeObj->GetAllPdmTreeRelPtrs, &RelsOfObj);
-                NextPdmTreeRels.Append(RelsOfObj);
-                CATListValQTBNodeRelationInfo InfosOfObj;
-                QTB_CALL(pPdmTreeObj->GetAllPdmTreeRels, &InfosOfObj);
-                NextNodeRelInfos.Append(InfosOfObj);
-            }
-            // Nests as deep as the filtered structure, which the schema defines.
-            QTB_CALL(UpdateRepNodeList, &ObjRepNodes, NextPdmTreeRels, NextNodeRelInfos);
+    std::vector<FilteredLevel> levels;
+    const auto enter = [&levels](FilteredLevel&& level) -> HRESULT {
+        const int SizePdmTreeRels = level.PdmTreeRels.Size();
+        const int SizeNodeRelInfos = level.NodeRelInfos.Size();
+        QTB_ASSERT(SizePdmTreeRels == SizeNodeRelInfos);
+        levels.push_back(std::move(level));
+        return QTB_SUCCESS;
+    };
+    if (const HRESULT hr = enter({*pRepNodes, PdmTreeRels, NodeRelInfos}); FAILED(hr)) {
+        return hr;
+    }
+    while (!levels.empty()) {
+        FilteredLevel& level = levels.back();
+        if (level.repNode > level.RepNodes.Size()) {
+            levels.pop_back();
+            continue;
         }
+        const int depth = static_cast<int>(levels.size()) - 1;
+        const QTBIRepNode_var spIRepNode(level.RepNodes[level.repNode]);
+        const auto checkRepNode = [&spIRepNode]() -> HRESULT {
+            QTB_INTERFACE(spIRepNode);
+            return QTB_SUCCESS;
+        };
+        QTB_UNWIND_AS("UpdateRepNodeList", depth, checkRepNode());
+        if (++level.relation > level.PdmTreeRels.Size()) {
+            level.relation = 0;
+            ++level.repNode;
+            continue;
+        }
+        FilteredLevel next;
+        QTB_UNWIND_AS("UpdateRepNodeList", depth, ExpandFilteredLevel(level, spIRepNode, &next));
+        QTB_UNWIND_AS("UpdateRepNodeList", depth + 1, enter(std::move(next)));
+    }
+    return QTB_SUCCESS;
+}
+
+// Expands a rep node along the relation of its level that is at hand. The next level is what came of it, with the
+// relations that go on from there.
+HRESULT QTBERepNodeContOnRepNodeCont::ExpandFilteredLevel(const FilteredLevel& level, const QTBIRepNode_var& spIRepNode,
+                                                          FilteredLevel* pNext)
+{
+    CATListValQTBNodeRelationInfo SingleNodeRelInfo;
+    SingleNodeRelInfo.Append(level.NodeRelInfos[level.relation]);
+    unsigned char bTrue = TRUE;
+    unsigned char bFalse = FALSE;
+    QTB_CALL(UpdateRepTree, spIRepNode, SingleNodeRelInfo, &bTrue, NULL, &pNext->RepNodes, &bTrue, &bFalse, &bFalse);
+
+    const QTBPdmTreeRel* pPdmTreeRel = level.PdmTreeRels[level.relation];
+    QTB_ASSERT(pPdmTreeRel != NULL);
+    CATListPtrQTBPdmTreeObj PdmTreeObjs;
+    QTB_CALL(pPdmTreeRel->GetAllPdmTreeObjPtrs, &PdmTreeObjs);
+    for (const QTBPdmTreeObj* pPdmTreeObj : PdmTreeObjs) {
+        QTB_ASSERT(pPdmTreeObj != NULL);
+        CATListPtrQTBPdmTreeRel RelsOfObj;
+        QTB_CALL(pPdmTreeObj->GetAllPdmTreeRelPtrs, &RelsOfObj);
+        pNext->PdmTreeRels.Append(RelsOfObj);
+        CATListValQTBNodeRelationInfo InfosOfObj;
+        QTB_CALL(pPdmTreeObj->GetAllPdmTreeRels, &InfosOfObj);
+        pNext->NodeRelInfos.Append(InfosOfObj);
     }
     return QTB_SUCCESS;
 }

@@ -8,6 +8,7 @@
 #include <gtest/gtest.h>
 
 #include "CATXMLError.h"
+#include "QTBTestEnvironment.h"
 
 using testing::HasSubstr;
 
@@ -228,6 +229,33 @@ TEST_F(XmlFile, ThatCannotBeReadIsNamed)
     const HRESULT hrOfEmpty = CATXMLDocumentFactory::ReadFile(Write(""), &spDocument);
     ASSERT_NE(ErrorOf(hrOfEmpty), nullptr);
     EXPECT_EQ(ErrorOf(hrOfEmpty)->GetLine(), 1);
+}
+
+TEST_F(XmlFile, OfTheLargestSizeIsReadAndOneOfAByteMoreIsNot)
+{
+    const QTBTestEnvironment limit("CAT_MAX_FILE_MB", "1");
+    constexpr std::size_t MOST = 1024 * 1024;
+    const std::string largest = "<a>" + std::string(MOST - 7, 'x') + "</a>";
+    CATIDOMDocument_var spDocument;
+    EXPECT_EQ(CATXMLDocumentFactory::ReadFile(Write(largest), &spDocument), S_OK);
+    EXPECT_EQ(CATXMLDocumentFactory::ReadText(CATUnicodeString(largest), "text", &spDocument), S_OK);
+
+    const HRESULT hrOfFile = CATXMLDocumentFactory::ReadFile(Write(largest + "\n"), &spDocument);
+    ASSERT_NE(ErrorOf(hrOfFile), nullptr);
+    EXPECT_EQ(ErrorOf(hrOfFile)->GetProblem(), "1048577 bytes");
+    EXPECT_EQ(ErrorOf(hrOfFile)->GetExpected(), "at most 1048576 bytes (CAT_MAX_FILE_MB)");
+    const HRESULT hrOfText = CATXMLDocumentFactory::ReadText(CATUnicodeString(largest + "\n"), "text", &spDocument);
+    ASSERT_NE(ErrorOf(hrOfText), nullptr);
+    EXPECT_EQ(ErrorOf(hrOfText)->GetSourceName(), "text");
+}
+
+TEST_F(XmlFile, OfMoreThanAnyMemoryIsRefusedUnread)
+{
+    const CATUnicodeString usPath = Write("<a/>");
+    std::filesystem::resize_file(usPath.ConvertToChar(), 1ULL << 40U);
+    CATIDOMDocument_var spDocument;
+    ASSERT_NE(ErrorOf(CATXMLDocumentFactory::ReadFile(usPath, &spDocument)), nullptr);
+    EXPECT_TRUE(spDocument == NULL_var);
 }
 
 } // namespace

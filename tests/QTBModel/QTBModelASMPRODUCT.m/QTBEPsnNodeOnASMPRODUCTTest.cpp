@@ -8,6 +8,7 @@
 #include "QTBFaultyProducts.h"
 #include "QTBLoadManager.h"
 #include "QTBPdmSessionUtil.h"
+#include "QTBTestEnvironment.h"
 
 using ::testing::Contains;
 using ::testing::ElementsAre;
@@ -552,6 +553,27 @@ TEST_F(PsnNode, AllChildrenOfADeepStructureAreFoundWithoutRecursion)
     ASSERT_EQ(children.Size(), LEVELS - 1);
     EXPECT_EQ(NameOf(children[1]), "I" + std::to_string(LEVELS));
     EXPECT_EQ(NameOf(children[children.Size()]), "I2");
+}
+
+TEST_F(PsnNode, TheChildrenOfALadderOfSharedProductsEndAtTheLimit)
+{
+    std::string ladder;
+    for (int i = 0; i < 40; ++i) {
+        const std::string number = std::to_string(i);
+        const std::string below = std::to_string(i + 1);
+        ladder += "<product id=\"" + number + "\" file=\"" + number + ".CATProduct\" partNumber=\"L" + number +
+                  "\"><instance of=\"" + below + "\" name=\"x\"/><instance of=\"" + below +
+                  "\" name=\"y\"/></product>";
+    }
+    Open(ladder + R"(<product id="40" file="40.CATPart" partNumber="L40"/>)");
+    CATListValCATBaseUnknown_var children;
+    const QTBTestEnvironment limit("QTB_MAX_PRODUCTS", "31");
+    EXPECT_THAT(GetAll(Root("L36"), &children), Succeeds()) << "four levels of two are 31 products with the top";
+    EXPECT_EQ(children.Size(), 30);
+    EXPECT_THAT(GetAll(Root("L35"), &children), FailsWith("MaxProductsReachedERR_2010", "31"));
+    EXPECT_THAT(GetAll(Root("L0"), &children), FailsWith("MaxProductsReachedERR_2010", "31"));
+    EXPECT_THAT(QTBIPsnNode_var(Root("L20"))->GetAllReferenceChildNodes(&children, QTB_BOM_TYPE_ALL, NULL), Succeeds())
+        << "each reference once";
 }
 
 // Reference children.

@@ -1,5 +1,7 @@
 #include "QTBNodeRelationList.h"
 
+#include <vector>
+
 #include <gmock/gmock.h>
 
 #include "CATBaseUnknown.h"
@@ -171,4 +173,29 @@ TEST_F(QTBNodeRelationListTest, TheListKeepsItsNodesAlive)
         EXPECT_EQ(CATBaseUnknown::GetLiveComponentCount(), before + 1);
     }
     EXPECT_EQ(CATBaseUnknown::GetLiveComponentCount(), before);
+}
+
+TEST_F(QTBNodeRelationListTest, AMillionNodesAreAddedFoundAndRemovedInTheirOrder)
+{
+    constexpr std::size_t COUNT = 1000000;
+    std::vector<CATBaseUnknown_var> nodes;
+    nodes.reserve(COUNT);
+    for (std::size_t i = 0; i < COUNT; ++i) {
+        nodes.push_back(m_LateType.Create());
+    }
+    QTBNodeRelationList list("PartPart", nodes[0]);
+    for (std::size_t i = 1; i < COUNT; ++i) {
+        ASSERT_EQ(list.AddValueAtEnd(nodes[i]), S_OK);
+    }
+    EXPECT_EQ(list.GetValues().Size(), static_cast<int>(COUNT));
+    EXPECT_TRUE(FAILED(list.AddValueAtEnd(nodes[COUNT / 2])));
+    EXPECT_EQ(list.ContainsValue(nodes[COUNT - 1]), TRUE);
+    EXPECT_EQ(list.ContainsValue(m_spA), FALSE);
+    for (std::size_t i = 0; i < COUNT; i += 2) {
+        ASSERT_EQ(list.RemoveValue(nodes[i]), S_OK);
+    }
+    const CATListValCATBaseUnknown_var values = list.GetValues();
+    ASSERT_EQ(values.Size(), static_cast<int>(COUNT / 2));
+    EXPECT_TRUE(values[1] == nodes[1]);
+    EXPECT_TRUE(values[static_cast<int>(COUNT / 2)] == nodes[COUNT - 1]);
 }

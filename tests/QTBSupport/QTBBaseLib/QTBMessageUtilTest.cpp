@@ -48,6 +48,8 @@ TEST_F(MessageUtil, MakesWarnings)
            "Product 'Rod' is left out because of its type: Broken link.");
     Expect(QTBMessageUtil::MaxExpansionLevelReached(7), "QTBWarning",
            "The maximum expansion level 7 was reached. Deeper levels are not shown.");
+    Expect(QTBMessageUtil::MaxRepNodesReached(7), "QTBWarning",
+           "The tree has more than 7 nodes. What is shown ends there; QTB_MAX_REP_NODES sets the limit.");
 }
 
 TEST_F(MessageUtil, MakesInformation)

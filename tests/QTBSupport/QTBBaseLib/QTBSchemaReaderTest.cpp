@@ -244,6 +244,16 @@ TEST_F(SchemaReader, RelationsNeedBothEndsAndKnownClasses)
                   "a class that does not stand here already, itself or by a class above it");
 }
 
+TEST_F(SchemaReader, ClassesHaveNoneOfTheNamesThatLinkRepNodes)
+{
+    for (const char* name : {"PdmToRep", "RepToRep"}) {
+        ExpectRefusal(Schema(PART, "<relation name=\"" + std::string(name) +
+                                       R"("><left class="Part"/><right class="Part"/></relation>)"),
+                      7, "the value \"" + std::string(name) + "\" of the attribute \"name\"",
+                      "a name that the session does not use itself");
+    }
+}
+
 TEST_F(SchemaReader, TreesNameKnownClassesOnly)
 {
     const std::string relation = R"(<relation name="PartPart"><left class="Part"/><right class="Part"/></relation>)";

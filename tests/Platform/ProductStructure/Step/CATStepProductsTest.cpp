@@ -1,5 +1,7 @@
 #include "CATStepProducts.h"
 
+#include <sys/stat.h>
+
 #include <algorithm>
 #include <cstdlib>
 #include <filesystem>
@@ -15,6 +17,7 @@
 
 #include "CATProductTestSession.h"
 #include "CATStepAssembly.h"
+#include "QTBTestEnvironment.h"
 
 using testing::HasSubstr;
 
@@ -357,6 +360,25 @@ TEST_F(StepProducts, WhatIsNoStepFileIsRefusedWithItsLine)
     EXPECT_THAT(MessageOf(TryOpenFile(Write("x.stp", head + "DATA;\n#1=PERSON('','','',$,$,$);\n" + end))),
                 HasSubstr("the file holds no product"));
     EXPECT_EQ(SessionFiles(), "");
+}
+
+TEST_F(StepProducts, APipeIsNoFileAndNotWaitedFor)
+{
+    const std::string path = (m_Directory / "pipe.step").string();
+    ASSERT_EQ(mkfifo(path.c_str(), 0600), 0);
+    EXPECT_THAT(MessageOf(TryOpenFile(path)), HasSubstr("the file cannot be read"));
+}
+
+TEST_F(StepProducts, AFileOfTheLargestSizeIsReadAndOneOfAByteMoreIsNot)
+{
+    StepText text;
+    text.AddProduct("A", "a");
+    std::string content = text.ToString();
+    const QTBTestEnvironment limit("CAT_MAX_FILE_MB", "1");
+    content.insert(content.find("DATA;"), std::string((1 << 20) - content.size(), ' '));
+    EXPECT_EQ(TryOpenFile(Write("largest.step", content)), S_OK);
+    EXPECT_THAT(MessageOf(TryOpenFile(Write("larger.step", content + "\n"))),
+                HasSubstr("1048577 bytes; expected were at most 1048576 bytes (CAT_MAX_FILE_MB)"));
 }
 
 TEST_F(StepProducts, OccurrencesAreCountedWithoutVisitingThem)

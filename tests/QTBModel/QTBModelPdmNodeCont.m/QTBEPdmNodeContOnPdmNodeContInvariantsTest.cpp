@@ -8,6 +8,7 @@
 #include "QTBIPdmObjNode.h"
 #include "QTBIPdmRelNode.h"
 #include "QTBInfoUtil.h"
+#include "QTBInvariants.h"
 #include "QTBMatchers.h"
 #include "QTBPdmNodeContAccess.h"
 
@@ -227,6 +228,7 @@ TEST_P(PdmGraphInvariants, HoldAfterEveryAnswerOfARandomSequence)
         CheckRelations(expected);
         CheckLinks();
         CheckStamps(answer);
+        EXPECT_THAT(QTBFindBrokenInvariants(), ::testing::IsEmpty());
     }
 }
 

@@ -6,6 +6,7 @@
 
 #include "CATFrmWindow.h"
 #include "QTBERepNodeContOnRepNodeCont.h"
+#include "QTBInvariants.h"
 #include "QTBRepTreeSession.h"
 #include "QTBTestWindow.h"
 
@@ -247,6 +248,7 @@ TEST_P(RepTreeInvariants, HoldAfterEveryStep)
         SCOPED_TRACE("step " + std::to_string(step));
         Step();
         CheckAll();
+        EXPECT_THAT(QTBFindBrokenInvariants(m_Conts), ::testing::IsEmpty());
     }
 }
 

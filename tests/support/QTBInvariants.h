@@ -1,0 +1,35 @@
+#pragma once
+
+#include <string>
+#include <vector>
+
+#include "QTBIRepNodeCont.h"
+
+// What has to hold in a session whenever no operation is running, however the last one ended. The answer names each
+// broken invariant in a sentence with the keys of the nodes concerned; it is empty when all hold:
+//
+//     EXPECT_THAT(QTBFindBrokenInvariants(), IsEmpty());
+//
+// Of the PDM graph:
+//   - each node listed has a key and its hash, no two have the same, and the look-up by key finds just the nodes
+//   listed;
+//   - each node knows the container, and its action index is none of the future;
+//   - every link is known to both its ends, stands once and leads to a node that a container holds;
+//   - objects are linked to relations only, and a relation to one object on each side, or to none at all.
+// Of the rep trees of every open window and every container that a rep node of the graph belongs to:
+//   - keys and look-up as above; each node knows its container and the container's window, which is open;
+//   - each node stands for at most one PDM node, which is in the graph and has it among its rep nodes;
+//   - each node has at most one parent, of the same container, and hangs below a root: there are no circles;
+//   - objects and relations alternate, the PDM nodes of parent and child are linked, no PDM node is twice below a
+//   parent,
+//     and a relation has at most one object below it.
+// Of the load manager:
+//   - what it finds by part number and by instance is in the graph and fits.
+//
+// Looks at nodes through their interfaces, with operations that change nothing, and asks the load manager, which brings
+// its indexes up to date. Keys and part numbers seen by earlier calls of the same session are asked for again: those of
+// nodes that are gone must not be found. No fault may be set (see QTBFault). The time taken is linear in the number of
+// nodes and links.
+//
+// Containers without window and without nodes of the graph are in nobody's reach; they can be given.
+std::vector<std::string> QTBFindBrokenInvariants(const std::vector<QTBIRepNodeCont_var>& furtherRepNodeConts = {});

@@ -14,6 +14,7 @@ int s_Depth = 0;
 
 int QTBDebugUtil::s_GlobalTraceLevel = 0;
 unsigned char QTBDebugUtil::s_bGlobalDebugStatus = FALSE;
+QTBDebugUtil::Observer QTBDebugUtil::s_pObserver = nullptr;
 
 void QTBDebugUtil::Enter(const char* name, unsigned char bAlways)
 {

@@ -33,6 +33,22 @@ public:
     static int s_GlobalTraceLevel;
     static unsigned char s_bGlobalDebugStatus;
 
+    // Told of every check that fails, with its text, and of every line of debug output that is written, without; kind
+    // is one of the OBSERVED texts. Null unless a program of tests wants to know.
+    using Observer = void (*)(const char* kind, const char* text, const char* file, int line);
+    static Observer s_pObserver;
+    static constexpr const char* OBSERVED_ASSERTION = "assertion";
+    static constexpr const char* OBSERVED_INTERFACE = "interface";
+    static constexpr const char* OBSERVED_RESULT = "result";
+    static constexpr const char* OBSERVED_TRACE = "trace";
+
+    static void Observe(const char* kind, const char* text, const char* file, int line)
+    {
+        if (s_pObserver != nullptr) [[unlikely]] {
+            s_pObserver(kind, text, file, line);
+        }
+    }
+
 private:
     void Enter(const char* name, unsigned char bAlways);
     void Leave() const;

@@ -21,8 +21,7 @@
 //   - each node stands for at most one PDM node, which is in the graph and has it among its rep nodes;
 //   - each node has at most one parent, of the same container, and hangs below a root: there are no circles;
 //   - objects and relations alternate, no PDM node is twice below a parent, and a relation belongs to the object that
-//   it
-//     is shown below.
+//     it is shown below.
 // Of the load manager:
 //   - what it finds by part number and by instance is in the graph and fits.
 //

@@ -30,17 +30,15 @@ struct ReferenceAttribute
     const char* setText;
 };
 
-#define QTB_REFERENCE_ATTRIBUTE(type, name)                                                                            \
-    {                                                                                                                  \
-        type, &CATIProduct::Get##name, "spIProductOnThis->Get" #name, &CATIPrdProperties::Set##name,                   \
-            "spIPrdPropertiesOnThis->Set" #name                                                                        \
-    }
 constexpr ReferenceAttribute REFERENCE_ATTRIBUTES[] = {
-    QTB_REFERENCE_ATTRIBUTE(QTB_PSNATTR_NOMENCLATURE, Nomenclature),
-    QTB_REFERENCE_ATTRIBUTE(QTB_PSNATTR_DESCRIPTION_REF, DescriptionRef),
-    QTB_REFERENCE_ATTRIBUTE(QTB_PSNATTR_DEFINITION, Definition),
-    QTB_REFERENCE_ATTRIBUTE(QTB_PSNATTR_REVISION, Revision)};
-#undef QTB_REFERENCE_ATTRIBUTE
+    {QTB_PSNATTR_NOMENCLATURE, &CATIProduct::GetNomenclature, "spIProductOnThis->GetNomenclature",
+     &CATIPrdProperties::SetNomenclature, "spIPrdPropertiesOnThis->SetNomenclature"},
+    {QTB_PSNATTR_DESCRIPTION_REF, &CATIProduct::GetDescriptionRef, "spIProductOnThis->GetDescriptionRef",
+     &CATIPrdProperties::SetDescriptionRef, "spIPrdPropertiesOnThis->SetDescriptionRef"},
+    {QTB_PSNATTR_DEFINITION, &CATIProduct::GetDefinition, "spIProductOnThis->GetDefinition",
+     &CATIPrdProperties::SetDefinition, "spIPrdPropertiesOnThis->SetDefinition"},
+    {QTB_PSNATTR_REVISION, &CATIProduct::GetRevision, "spIProductOnThis->GetRevision", &CATIPrdProperties::SetRevision,
+     "spIPrdPropertiesOnThis->SetRevision"}};
 
 void TraceSame(const CATUnicodeString& usOldValue, const CATUnicodeString& usNewValue)
 {

@@ -36,18 +36,21 @@ namespace QTBCheck {
 
 CATError* AssertionFailed(const Site& site)
 {
+    QTBDebugUtil::Observe(QTBDebugUtil::OBSERVED_ASSERTION, site.text, site.file, site.line);
     WriteDiagnosis(" : assertion FAILED", site);
     return CreateError("AssertionFailedERR_1003", site);
 }
 
 CATError* NoInterface(const Site& site)
 {
+    QTBDebugUtil::Observe(QTBDebugUtil::OBSERVED_INTERFACE, site.text, site.file, site.line);
     WriteDiagnosis(" == NULL_var", site);
     return CreateError("NoInterfaceERR_1002", site);
 }
 
 CATError* ResultFailed(HRESULT hr, const Site& site)
 {
+    QTBDebugUtil::Observe(QTBDebugUtil::OBSERVED_RESULT, site.text, site.file, site.line);
     CATError* pError = CATError::CATGetLastError(hr, NULL);
     if (pError == NULL) {
         pError = CreateError("HResultFailedERR_1001", site);

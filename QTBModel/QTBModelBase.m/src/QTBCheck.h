@@ -103,6 +103,7 @@
     do {                                                                                                               \
         if (QTBDebugUtil::GetDebugStatus()) [[unlikely]] {                                                             \
             std::cout << __VA_ARGS__ << std::endl;                                                                     \
+            QTBDebugUtil::Observe(QTBDebugUtil::OBSERVED_TRACE, "", __FILE__, __LINE__);                               \
         }                                                                                                              \
     } while (false)
 

@@ -185,7 +185,7 @@ TEST_F(Vanishing, RepNodesThatAreHeldOutliveTheirWindowWithoutHarm)
 TEST_F(Vanishing, ProductsThatAreHeldOutliveTheirDocumentsWithoutHarm)
 {
     const CATIProduct_var spIProduct = At("A", {"B.1"});
-    CATDocumentServices::RemoveAll();
+    CATDocumentServices::Remove(*DocumentOf(Root("A")));
     CATFrmWindow* pWindow = nullptr;
     QTBILinkToQtb_var(spIProduct)->HighlightProdStrucNode(TRUE, TRUE, &pWindow);
     EXPECT_EQ(spIProduct->GetPartNumber(), "B");

@@ -1,6 +1,7 @@
 #include <gmock/gmock.h>
 
 #include "QTBERepNodeContOnRepNodeCont.h"
+#include "QTBExpandCommands.h"
 #include "QTBInfoListEntry.h"
 #include "QTBInvariants.h"
 #include "QTBRepTreeSession.h"
@@ -56,6 +57,19 @@ protected:
             items += PartPart("R" + Number(i), "C" + Number(i), "C" + Number((i + 1) % length));
         }
         Update(items);
+    }
+
+    // So many levels of sub-parts, as the schema writes them down in a tree.
+    static std::string NestedRelations(int levels)
+    {
+        std::string structure;
+        for (int i = 0; i < levels; ++i) {
+            structure += R"(<rel name="PartPart" direction="LeftToRight"><obj class="Part">)";
+        }
+        for (int i = 0; i < levels; ++i) {
+            structure += "</obj></rel>";
+        }
+        return structure;
     }
 
     static int CountMessages(const char* piece)
@@ -185,14 +199,7 @@ TEST_F(RepTreeLimits, ACircleOfTenThousandPartsEndsWithOneMessage)
 TEST_F(RepTreeLimits, AFilteredStructureMayBeAsDeepAsTheSchemaSays)
 {
     constexpr int LEVELS = 20000;
-    std::string structure;
-    for (int i = 0; i < LEVELS; ++i) {
-        structure += R"(<rel name="PartPart" direction="LeftToRight"><obj class="Part">)";
-    }
-    for (int i = 0; i < LEVELS; ++i) {
-        structure += "</obj></rel>";
-    }
-    LoadEditedSchema({{"<partToFile>", "<partToFile>" + structure}});
+    LoadEditedSchema({{"<partToFile>", "<partToFile>" + NestedRelations(LEVELS)}});
     UpdateLadder(LEVELS, 1);
     QTBIRepNode_var spRoot = CreateRoot("P0");
     EXPECT_THAT(m_spCont->UpdateRepTreeAfterGetFilteredModels(&spRoot, nullptr, nullptr), Succeeds());
@@ -201,14 +208,7 @@ TEST_F(RepTreeLimits, AFilteredStructureMayBeAsDeepAsTheSchemaSays)
 
 TEST_F(RepTreeLimits, TheManySmallUpdatesOfAFilteredStructureCountAsOne)
 {
-    std::string structure;
-    for (int i = 0; i < 40; ++i) {
-        structure += R"(<rel name="PartPart" direction="LeftToRight"><obj class="Part">)";
-    }
-    for (int i = 0; i < 40; ++i) {
-        structure += "</obj></rel>";
-    }
-    LoadEditedSchema({{"<partToFile>", "<partToFile>" + structure}});
+    LoadEditedSchema({{"<partToFile>", "<partToFile>" + NestedRelations(40)}});
     UpdateLadder(40, 2);
     const QTBTestEnvironment limit(LIMIT, "1000");
     QTBIRepNode_var spRoot = CreateRoot("P0");
@@ -216,4 +216,14 @@ TEST_F(RepTreeLimits, TheManySmallUpdatesOfAFilteredStructureCountAsOne)
     EXPECT_THAT(hr, FailsWith(REACHED, "1000"));
     EXPECT_EQ(CountAll(), 1001);
     EXPECT_THAT(ShowTrees("P39", Relations({PARTS})), Succeeds()) << "later updates count for themselves";
+}
+
+TEST_F(RepTreeLimits, ThoseOfATreeOfTheSchemaCountAsOneToo)
+{
+    const std::string whereUsed = R"(<rel name="PartPart" direction="RightToLeft"/>)";
+    LoadEditedSchema({{whereUsed, NestedRelations(40)}});
+    UpdateLadder(40, 2);
+    const QTBTestEnvironment limit(LIMIT, "1000");
+    EXPECT_THAT(QTBExpandCommands::ExpandPdmTree(CreateRoot("P0"), "WhereUsed"), FailsWith(REACHED, "1000"));
+    EXPECT_EQ(CountAll(), 1005) << "the update that reached it ended";
 }

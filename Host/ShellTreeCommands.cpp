@@ -127,6 +127,8 @@ void ShellTreeCommands::Fold(const ShellArguments& arguments)
     QTBIRepNode_var spIRepNode = m_Context.GetNode(arguments[0]);
     QTBIRepNodeCont_var spIRepNodeCont;
     HostSession::Require(spIRepNode->GetRepNodeContainer(&spIRepNodeCont), ExitCode::Failure, "window");
+    // Its node may be among those that go.
+    m_Context.menu.Close();
     HostSession::Require(spIRepNodeCont->DeExpand(&spIRepNode), ExitCode::Failure, arguments[0]);
     // The box asks anew what it shows.
     unsigned char bFalse = FALSE;

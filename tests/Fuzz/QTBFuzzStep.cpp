@@ -4,7 +4,7 @@
 #include "QTBFuzzSession.h"
 
 // The STEP library makes tables when it is used that it never frees.
-extern "C" const char* __lsan_default_suppressions();
+extern "C" [[gnu::visibility("default")]] const char* __lsan_default_suppressions();
 extern "C" const char* __lsan_default_suppressions()
 {
     return "leak:libTK";

@@ -40,11 +40,35 @@ std::string SessionMaker::AnyRelationsToExpand()
     return relations;
 }
 
+const char* SessionMaker::ClassOf(const std::string& relationKey)
+{
+    if (m_Answers == QTBAnswers::Contradict || relationKey[0] != 'R') {
+        return AnyOf({"PartPart", "PartPart", "PartPart", "PartPart", "StandardPartUsage", "PartFile", "PartDocument"});
+    }
+    switch (relationKey[1]) {
+    case '7':
+        return "StandardPartUsage";
+    case '8':
+        return "PartFile";
+    case '9':
+        return "PartDocument";
+    default:
+        return "PartPart";
+    }
+}
+
+std::string SessionMaker::AnyPredecessor(const std::string& relationKey)
+{
+    const std::string key = AnyRelation();
+    return m_Answers == QTBAnswers::Contradict || std::string(ClassOf(key)) == ClassOf(relationKey) ? key : relationKey;
+}
+
 std::string SessionMaker::MakeObject(const std::string& key)
 {
     std::string info;
     if (Chance(15)) {
-        info += "<nv name=\"QtbKey\">" + key + "</nv><nv name=\"QtbSupersedes\">" + AnyKey() + "</nv>";
+        info += "<nv name=\"QtbKey\">" + key + "</nv><nv name=\"QtbSupersedes\">" +
+                (m_Answers == QTBAnswers::Contradict ? AnyKey() : AnyObject()) + "</nv>";
     }
     if (Chance(10)) {
         info += "<nv name=\"QtbVersion\">" + std::to_string(Random(3)) + "</nv><nv name=\"QtbIsNewestVersion\">" +
@@ -64,13 +88,12 @@ std::string SessionMaker::MakeObject(const std::string& key)
 
 std::string SessionMaker::MakeRelation(const std::string& key)
 {
-    const char* className =
-        AnyOf({"PartPart", "PartPart", "PartPart", "PartPart", "StandardPartUsage", "PartFile", "PartDocument"});
+    const char* className = ClassOf(key);
     return "<r>" + Attribute("Class", className) + Attribute("Key", key) + Attribute("Relation", className) +
            Attribute("Left", AnyObject()) + Attribute("Right", AnyObject()) +
            (Chance(60) ? Attribute("InstanceName", AnyOf({"I.1", "I.2", "I.3"})) : "") +
            (Chance(8) ? "<a name=\"QtbInfo\" type=\"nvlist\"><nv name=\"QtbKey\">" + key +
-                            "</nv><nv name=\"QtbSupersedes\">" + AnyRelation() + "</nv></a>"
+                            "</nv><nv name=\"QtbSupersedes\">" + AnyPredecessor(key) + "</nv></a>"
                       : "") +
            "</r>\n";
 }
@@ -84,7 +107,7 @@ std::string SessionMaker::MakeItems()
     for (std::size_t i = Random(9); i > 0; --i) {
         items += MakeRelation(AnyRelation());
     }
-    if (Chance(3)) {
+    if (m_Answers == QTBAnswers::Contradict && Chance(3)) {
         // The key of an object for a relation, and the other way round.
         items += MakeRelation(AnyObject()) + MakeObject(AnyRelation());
     }
@@ -97,8 +120,14 @@ std::string SessionMaker::MakeItems()
 
 SessionStep SessionMaker::MakeAnswer()
 {
-    const std::string name = "answer-" + std::to_string(++m_Files) + ".xml";
-    return {"answer " + name, name, "<answer><function name=\"session\">\n" + MakeItems() + "</function></answer>\n"};
+    return MakeAnswerStep("answer ", "answer-");
+}
+
+SessionStep SessionMaker::MakeAnswerStep(const std::string& command, const std::string& kind)
+{
+    const std::string name = kind + std::to_string(++m_Files) + ".xml";
+    return {command + name, name, "<answer><function name=\"session\">\n" + MakeItems() + "</function></answer>\n",
+            m_Answers};
 }
 
 std::string SessionMaker::MakeProducts()
@@ -131,11 +160,8 @@ SessionStep SessionMaker::MakeStoreRequest()
     switch (Random(12)) {
     case 0:
     case 1:
-    case 2: {
-        const std::string name = "import-" + std::to_string(++m_Files) + ".xml";
-        return {"store import " + name, name,
-                "<answer><function name=\"session\">\n" + MakeItems() + "</function></answer>\n"};
-    }
+    case 2:
+        return MakeAnswerStep("store import ", "import-");
     case 3:
         return {"store checkout " + key, "", ""};
     case 4:

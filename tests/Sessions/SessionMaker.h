@@ -11,7 +11,11 @@
 class SessionMaker
 {
 public:
-    explicit SessionMaker(unsigned int seed) : m_Random(seed) {}
+    // In every other session answers may contradict each other.
+    explicit SessionMaker(unsigned int seed)
+        : m_Random(seed), m_Answers(seed % 2 == 0 ? QTBAnswers::Contradict : QTBAnswers::MoveRelations)
+    {
+    }
 
     SessionSteps Make(std::size_t count);
 
@@ -27,15 +31,21 @@ private:
     std::string AnyNode() { return Chance(60) ? AnyKey() : std::to_string(1 + Random(12)); }
     std::string AnyRelationsToExpand();
 
+    // The class of a relation, and one that it may supersede.
+    const char* ClassOf(const std::string& relationKey);
+    std::string AnyPredecessor(const std::string& relationKey);
+
     std::string MakeObject(const std::string& key);
     std::string MakeRelation(const std::string& key);
     std::string MakeItems();
     std::string MakeProducts();
     SessionStep MakeAnswer();
+    SessionStep MakeAnswerStep(const std::string& command, const std::string& kind);
     SessionStep MakeAssembly();
     SessionStep MakeStoreRequest();
     SessionStep MakeStep();
 
     std::mt19937 m_Random;
+    QTBAnswers m_Answers;
     int m_Files = 0;
 };

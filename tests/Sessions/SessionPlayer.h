@@ -48,6 +48,8 @@ private:
 
     std::string m_Folder;
     std::ostringstream m_Output;
+    // The worst of the answers so far.
+    QTBAnswers m_Answers = QTBAnswers::Agree;
     std::unique_ptr<HostSession> m_pSession;
     std::unique_ptr<Shell> m_pShell;
     std::unique_ptr<QTBPdmStore> m_pStore;

@@ -77,7 +77,7 @@ struct Memory
 class Inspection
 {
 public:
-    explicit Inspection(Memory& memory) : m_Memory(memory) {}
+    Inspection(Memory& memory, QTBAnswers answers) : m_Memory(memory), m_Answers(answers) {}
 
     void InspectGraph()
     {
@@ -355,7 +355,7 @@ private:
                 }
             }
         }
-        if (isRelation && (counts[LEFT] != counts[RIGHT] || counts[LEFT] > 1)) {
+        if (m_Answers != QTBAnswers::Contradict && isRelation && (counts[LEFT] != counts[RIGHT] || counts[LEFT] > 1)) {
             Tell("relation " + KeyOf(spNode) + " has " + std::to_string(counts[LEFT]) + " objects on its left and " +
                  std::to_string(counts[RIGHT]) + " on its right");
         }
@@ -368,7 +368,7 @@ private:
                                  KeyOf(spNeighbour) + ", which is ";
         if (!IsInGraph(spNeighbour.Get())) {
             Tell("PDM " + text + "not in the graph");
-        } else if (isRelation == (QTBIPdmRelNode_var(spNeighbour) != NULL_var)) {
+        } else if (m_Answers != QTBAnswers::Contradict && isRelation == (QTBIPdmRelNode_var(spNeighbour) != NULL_var)) {
             Tell("PDM " + text + "of the same kind");
         }
     }
@@ -489,9 +489,12 @@ private:
             if (!shown.insert(spChildPdmNode.Get()).second) {
                 Tell(text + " shows " + KeyOf(spChildPdmNode) + " twice");
             }
+            if (m_Answers == QTBAnswers::Contradict) {
+                continue;
+            }
             if (isRelation == (QTBIPdmRelNode_var(spChildPdmNode) != NULL_var)) {
                 Tell(text + " has the child " + KeyOf(spChild) + " of the same kind");
-            } else if (!isRelation && !AreLinked(spChildPdmNode, spPdmNode)) {
+            } else if (m_Answers == QTBAnswers::Agree && !isRelation && !AreLinked(spChildPdmNode, spPdmNode)) {
                 Tell(text + " has the child " + KeyOf(spChild) + ", and their PDM nodes are not linked");
             }
         }
@@ -626,6 +629,7 @@ private:
     }
 
     Memory& m_Memory;
+    QTBAnswers m_Answers;
     QTBIPdmNodeCont_var m_spGraph;
     Nodes m_PdmNodes;
     std::unordered_set<Identity> m_Graph;
@@ -643,10 +647,11 @@ private:
 
 } // namespace
 
-std::vector<std::string> QTBFindBrokenInvariants(const std::vector<QTBIRepNodeCont_var>& furtherRepNodeConts)
+std::vector<std::string> QTBFindBrokenInvariants(const std::vector<QTBIRepNodeCont_var>& furtherRepNodeConts,
+                                                 QTBAnswers answers)
 {
     static Memory s_Memory;
-    Inspection inspection(s_Memory);
+    Inspection inspection(s_Memory, answers);
     inspection.InspectGraph();
     inspection.InspectTrees(furtherRepNodeConts);
     inspection.InspectLinks();

@@ -5,6 +5,18 @@
 
 #include "QTBIRepNodeCont.h"
 
+// How far the answers of a session agree about a key. A node that is read again inherits the links of the node whose
+// place it takes, so what the PDM system says about a key decides what can hold.
+enum class QTBAnswers
+{
+    // A relation keeps its objects.
+    Agree,
+    // A relation may get other objects: where it was shown it stays until its object is folded.
+    MoveRelations,
+    // A key may be that of a relation of another class or of an item of another kind: nodes have links of both.
+    Contradict
+};
+
 // What has to hold in a session whenever no operation is running, however the last one ended. The answer names each
 // broken invariant in a sentence with the keys of the nodes concerned; it is empty when all hold:
 //
@@ -21,7 +33,7 @@
 //   - each node stands for at most one PDM node, which is in the graph and has it among its rep nodes;
 //   - each node has at most one parent, of the same container, and hangs below a root: there are no circles;
 //   - objects and relations alternate, no PDM node is twice below a parent, and a relation belongs to the object that
-//     it is shown below.
+//     it is shown below (see QTBAnswers).
 // Of the load manager:
 //   - what it finds by part number and by instance is in the graph and fits.
 //
@@ -31,4 +43,5 @@
 // nodes and links.
 //
 // Containers without window and without nodes of the graph are in nobody's reach; they can be given.
-std::vector<std::string> QTBFindBrokenInvariants(const std::vector<QTBIRepNodeCont_var>& furtherRepNodeConts = {});
+std::vector<std::string> QTBFindBrokenInvariants(const std::vector<QTBIRepNodeCont_var>& furtherRepNodeConts = {},
+                                                 QTBAnswers answers = QTBAnswers::Agree);

@@ -162,9 +162,6 @@ private:
 
     void RemoveOlderRelationsOf(const QTBIPdmObjNode_var& spIPdmObjNode, const unsigned char& bKeepNodeInContainer,
                                 const unsigned char& bInformUser);
-    static HRESULT RemoveMisplacedRepNodes(const QTBIPdmNode_var& spIPdmNodeOnRelation,
-                                           const QTBIPdmNode_var& spIPdmNodeOnLeftObject,
-                                           const QTBIPdmNode_var& spIPdmNodeOnRightObject);
     HRESULT RemoveRepNodesOf(QTBIPdmNode_var* pspIPdmNode, const unsigned char& bInformUser);
 
     QTBSchema* m_pSchema;

@@ -7,12 +7,9 @@
 #include "QTBEPdmNodeContOnPdmNodeCont.h"
 #include "QTBICommunicationServices.h"
 #include "QTBINodeAttributes.h"
-#include "QTBINodeRelations.h"
 #include "QTBIPdmNodeCont.h"
 #include "QTBIPdmObjNode.h"
 #include "QTBIPdmRelNode.h"
-#include "QTBIRepNode.h"
-#include "QTBIRepNodeCont.h"
 #include "QTBLoadManager.h"
 #include "QTBPdmGraphUtil.h"
 #include "QTBTraceUtil.h"
@@ -65,57 +62,6 @@ private:
     std::vector<bool> m_IsRejected;
 };
 
-// The sides of a relation node: which operations belong to a side, and its texts.
-struct LeftSide
-{
-    static constexpr const char* NAMES_CALL = "spINodeRelationsOnRelation->GetLeftRelationNames";
-    static constexpr const char* NODE_LIST_CALL = "spINodeRelationsOnRelation->GetLeftNodeList";
-    static constexpr const char* SET_NODE_LIST_CALL = "spINodeRelationsOnRelation->SetLeftNodeList";
-    static constexpr auto NAMES = &QTBINodeRelations::GetLeftRelationNames;
-    static constexpr auto NODE_LIST = &QTBINodeRelations::GetLeftNodeList;
-    static constexpr auto SET_NODE_LIST = &QTBINodeRelations::SetLeftNodeList;
-};
-
-struct RightSide
-{
-    static constexpr const char* NAMES_CALL = "spINodeRelationsOnRelation->GetRightRelationNames";
-    static constexpr const char* NODE_LIST_CALL = "spINodeRelationsOnRelation->GetRightNodeList";
-    static constexpr const char* SET_NODE_LIST_CALL = "spINodeRelationsOnRelation->SetRightNodeList";
-    static constexpr auto NAMES = &QTBINodeRelations::GetRightRelationNames;
-    static constexpr auto NODE_LIST = &QTBINodeRelations::GetRightNodeList;
-    static constexpr auto SET_NODE_LIST = &QTBINodeRelations::SetRightNodeList;
-};
-
-// A relation that is read again has the links of the node whose place it took. If it was of another class then, these
-// would stay beside those that it gets now. *pHasMoved is set when it led to anything but the object.
-template <class Side>
-HRESULT LeaveFormerObjects(const QTBINodeRelations_var& spINodeRelationsOnRelation,
-                           const CATUnicodeString& usRelationName, const CATBaseUnknown_var& spObject, bool* pHasMoved)
-{
-    CATListValCATUnicodeString Names;
-    QTB_RESULT_AS(Side::NAMES_CALL, ((*spINodeRelationsOnRelation).*Side::NAMES)(&Names, TRUE));
-    for (const CATUnicodeString& usName : Names) {
-        CATListValCATBaseUnknown_var FormerObjects;
-        QTB_RESULT_AS(Side::NODE_LIST_CALL,
-                      ((*spINodeRelationsOnRelation).*Side::NODE_LIST)(usName, &FormerObjects, ALL_NODES));
-        if (FormerObjects.Size() == 0) {
-            continue;
-        }
-        const bool isOwnClass = usName == usRelationName;
-        *pHasMoved = *pHasMoved || !isOwnClass || FormerObjects.Size() > 1 || !(FormerObjects[1] == spObject);
-        if (!isOwnClass) {
-            QTB_RESULT_AS(Side::SET_NODE_LIST_CALL,
-                          ((*spINodeRelationsOnRelation).*Side::SET_NODE_LIST)(usName, CATListValCATBaseUnknown_var()));
-        }
-    }
-    return QTB_SUCCESS;
-}
-
-bool IsRelation(const CATBaseUnknown_var& spBaseUnknownOnNode)
-{
-    return QTBIPdmRelNode_var(spBaseUnknownOnNode) != NULL_var;
-}
-
 } // namespace
 
 HRESULT QTBEPdmNodeContOnPdmNodeCont::ReplaceNodesIfNecessary(CATListValCATBaseUnknown_var ListOfNodes)
@@ -167,12 +113,8 @@ HRESULT QTBEPdmNodeContOnPdmNodeCont::SupersedeIfNecessary(int i, const CATBaseU
 
     CATBaseUnknown_var spBaseUnknownOnOldNode(spIPdmNodeOnOldNode);
     CATBaseUnknown_var spBaseUnknownOnNewNode(spBaseUnknownOnNode);
-    // An object has no use for the links of a relation, nor the other way round.
-    if (IsRelation(spBaseUnknownOnOldNode) != IsRelation(spBaseUnknownOnNewNode)) {
-        return QTB_SUCCESS;
-    }
     if (QTBDebugUtil::GetDebugStatus()) {
-        if (IsRelation(spBaseUnknownOnNewNode)) {
+        if (QTBIPdmRelNode_var(spBaseUnknownOnOldNode) != NULL_var && QTBIPdmRelNode_var(spIPdmNode) != NULL_var) {
             QTB_TRACE("QTBEPdmNodeContOnPdmNodeCont::ReplaceNodesIfNecessary -> replacing relation ");
             QTBTraceUtil::PrintPdmNodeInfo(spIPdmNodeOnOldNode, "");
             QTB_TRACE("with");
@@ -248,44 +190,8 @@ HRESULT QTBEPdmNodeContOnPdmNodeCont::UpdateNodeRelations(QTBIPdmRelNode_var* ps
                   "QTBPdmGraphUtil::GetCorrespondingObjNodesByPdmKey not successful, returning !");
         return QTB_QUIET_FAILURE;
     }
-    const QTBINodeRelations_var spINodeRelationsOnRelation(*pspIPdmRelNodeOnNode);
-    QTB_INTERFACE(spINodeRelationsOnRelation);
-    CATUnicodeString usRelationName;
-    QTB_CALL((*pspIPdmRelNodeOnNode)->GetRelationAttr, &usRelationName, NULL);
-    bool hasMoved = false;
-    QTB_CALL(LeaveFormerObjects<LeftSide>, spINodeRelationsOnRelation, usRelationName, spIPdmNodeOnLeftObject,
-             &hasMoved);
-    QTB_CALL(LeaveFormerObjects<RightSide>, spINodeRelationsOnRelation, usRelationName, spIPdmNodeOnRightObject,
-             &hasMoved);
     QTB_CALL((*pspIPdmRelNodeOnNode)->SetLeftObject, spIPdmNodeOnLeftObject);
     QTB_CALL((*pspIPdmRelNodeOnNode)->SetRightObject, spIPdmNodeOnRightObject);
-    return hasMoved ? RemoveMisplacedRepNodes(spIPdmNodeOnRelation, spIPdmNodeOnLeftObject, spIPdmNodeOnRightObject)
-                    : QTB_SUCCESS;
-}
-
-// Where a relation is shown below an object that it no longer belongs to, nothing would ever take it away. An object
-// that it no longer leads to goes when the relation's rep node is asked for its children.
-HRESULT QTBEPdmNodeContOnPdmNodeCont::RemoveMisplacedRepNodes(const QTBIPdmNode_var& spIPdmNodeOnRelation,
-                                                              const QTBIPdmNode_var& spIPdmNodeOnLeftObject,
-                                                              const QTBIPdmNode_var& spIPdmNodeOnRightObject)
-{
-    CATListValCATBaseUnknown_var RepNodes;
-    QTB_CALL(spIPdmNodeOnRelation->GetRepNodes, &RepNodes, NULL_var);
-    for (const CATBaseUnknown_var& spRepNode : RepNodes) {
-        const QTBIRepNode_var spIRepNode(spRepNode);
-        QTB_INTERFACE(spIRepNode);
-        QTBIRepNode_var spIRepNodeOnParent;
-        QTBIPdmNode_var spIPdmNodeOnParent;
-        if (FAILED(spIRepNode->GetParent(&spIRepNodeOnParent)) || spIRepNodeOnParent == NULL_var ||
-            FAILED(spIRepNodeOnParent->GetPdmNode(&spIPdmNodeOnParent, FALSE, NULL)) ||
-            spIPdmNodeOnParent == spIPdmNodeOnLeftObject || spIPdmNodeOnParent == spIPdmNodeOnRightObject) {
-            continue;
-        }
-        QTBIRepNodeCont_var spIRepNodeCont;
-        QTB_CALL(spIRepNode->GetRepNodeContainer, &spIRepNodeCont);
-        unsigned char bInformUser = FALSE;
-        QTB_CALL(spIRepNodeCont->RecursiveRemoveRepTree, spIRepNode, &bInformUser);
-    }
     return QTB_SUCCESS;
 }
 

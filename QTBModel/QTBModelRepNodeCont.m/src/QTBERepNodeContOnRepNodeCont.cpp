@@ -34,6 +34,14 @@ constexpr int EXPANSION_TABLE_BUCKETS = 100;
 int g_NextContainerId = 0;
 int g_RepKeyCounter = 0;
 
+// A rep node that somebody still holds may outlive the window.
+void ForgetWindow(const QTBIRepNode_var& spIRepNode)
+{
+    if (spIRepNode != NULL_var) {
+        spIRepNode->SetFrmWindowPtr(NULL);
+    }
+}
+
 } // namespace
 
 QTBERepNodeContOnRepNodeCont::QTBERepNodeContOnRepNodeCont()
@@ -245,6 +253,7 @@ HRESULT QTBERepNodeContOnRepNodeCont::RemoveRepNodeFromContainer(QTBIRepNode_var
     QTB_CALL((*pspIRepNode)->IsRepDefaultNode, &bIsRepDefaultNode);
     CATBaseUnknown_var spBaseUnknownOnRepNode(*pspIRepNode);
     QTB_CALL(RemoveNodeFromContainer, &spBaseUnknownOnRepNode, NULL);
+    ForgetWindow(spBaseUnknownOnRepNode);
     return QTB_SUCCESS;
 }
 
@@ -364,6 +373,7 @@ HRESULT QTBERepNodeContOnRepNodeCont::Cleanup()
     for (const CATBaseUnknown_var& spRemainingNode : RemainingNodes) {
         CATBaseUnknown_var spBaseUnknownOnRepNode(spRemainingNode);
         QTB_CALL(RemoveNodeFromContainer, &spBaseUnknownOnRepNode, NULL);
+        ForgetWindow(spBaseUnknownOnRepNode);
     }
     return QTB_SUCCESS;
 }

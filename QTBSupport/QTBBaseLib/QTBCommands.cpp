@@ -14,6 +14,7 @@
 #include "QTBExpandCommands.h"
 #include "QTBIRepNode.h"
 #include "QTBItemCommands.h"
+#include "QTBRelationCommands.h"
 #include "QTBRequestCommands.h"
 #include "QTBTreeCommands.h"
 
@@ -64,8 +65,8 @@ const Command COMMANDS[] = {
     {"QTBPdmWksCtxCheckOutCmdHdr", UI, "QTB_Ctx_CheckOut", &QTBRequestCommands::CheckOut, ""},
     {"QTBPdmWksCtxPromoteCmdHdr", UI, "QTB_Ctx_Promote", &QTBRequestCommands::Promote, ""},
     {"QTBPdmWksCtxReviseCmdHdr", UI, "QTB_Ctx_Revise", &QTBRequestCommands::Revise, ""},
-    {"QTBPdmWksCtxUpdateSubCmpRelsCmdHdr", UI, "", nullptr, "UpdateRelations"},
-    {"QTBPdmWksCtxUpdateParentCmpRelCmdHdr", UI, "", nullptr, "UpdateRelations"},
+    {"QTBPdmWksCtxUpdateSubCmpRelsCmdHdr", UI, "", &QTBRelationCommands::UpdateBelow, ""},
+    {"QTBPdmWksCtxUpdateParentCmpRelCmdHdr", UI, "", &QTBRelationCommands::UpdateParent, ""},
     {"QTBPdmWksCtxLoadStructureCmdHdr", "QTBCtxLoadStructureCmdHdr", "QTB_Ctx_LoadStructure", nullptr, "GetFiles"},
     {"QTBPdmWksCtxAddTempCmdHdr", "QTBCtxAddTempCmdHdr", "QTB_Ctx_AddTemp", nullptr, "GetFiles"},
     {"QTBPdmWksCtxOpenCmdHdr", "QTBCtxOpenCmdHdr", "QTB_Ctx_Open", nullptr, "GetFiles"},

@@ -77,6 +77,11 @@ CATError* QTBMessageUtil::MaxProductsReachedError(int iMaxProducts)
     return Make<QTBUserError>("MaxProductsReachedERR_2010", ToText(iMaxProducts));
 }
 
+CATError* QTBMessageUtil::NoCorrespondingProductError(const CATUnicodeString& usNodeText)
+{
+    return Make<QTBUserError>("NoCorrespondingProductERR_2011", usNodeText);
+}
+
 CATError* QTBMessageUtil::CircleInRecursiveExpandWarning(const CATUnicodeString& usNodeText)
 {
     return Make<QTBWarning>("CircleInRecursiveExpandWRN_2101", usNodeText);
@@ -86,6 +91,12 @@ CATError* QTBMessageUtil::IgnoredInvalidNodeWarning(const CATUnicodeString& usNo
                                                     const CATUnicodeString& usTypeText)
 {
     return Make<QTBWarning>("IgnoredInvalidNodeWRN_2102", usNodeText, usTypeText);
+}
+
+CATError* QTBMessageUtil::PartNotInPdmWarning(const CATUnicodeString& usInstanceName,
+                                              const CATUnicodeString& usPartNumber)
+{
+    return Make<QTBWarning>("PartNotInPdmWRN_2105", usInstanceName, usPartNumber);
 }
 
 CATError* QTBMessageUtil::MaxExpansionLevelReached(int iMaxExpansionLevel)

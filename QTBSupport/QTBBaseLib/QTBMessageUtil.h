@@ -28,10 +28,13 @@ public:
     static CATError* CommandTextNotKnownError(const CATUnicodeString& usCommandText);
     // A product structure has more places than a walk through it may pass (QTBLimits).
     static CATError* MaxProductsReachedError(int iMaxProducts);
+    // A command needs the product in the CAD session that corresponds to a PDM node.
+    static CATError* NoCorrespondingProductError(const CATUnicodeString& usNodeText);
 
     // Warnings (QTBWarning).
     static CATError* CircleInRecursiveExpandWarning(const CATUnicodeString& usNodeText);
     static CATError* IgnoredInvalidNodeWarning(const CATUnicodeString& usNodeText, const CATUnicodeString& usTypeText);
+    static CATError* PartNotInPdmWarning(const CATUnicodeString& usInstanceName, const CATUnicodeString& usPartNumber);
     static CATError* MaxExpansionLevelReached(int iMaxExpansionLevel);
     // A tree has more nodes than an update may pass (QTBLimits).
     static CATError* MaxRepNodesReached(int iMaxRepNodes);

@@ -250,6 +250,52 @@ TEST(Shell, UnknownActionsAndRelationsWithoutNamesAreLeftOutOfMenus)
                             "   └─ [3] as1.CATProduct            CATProductFile  QTBCATProduct  249 locked\n");
 }
 
+// The CAD session renamed an instance, added one and one of a part that the PDM system does not know.
+TEST_F(ShellOfTest, RelationsFollowTheStructureOfTheProducts)
+{
+    std::string products = ReadFile("examples/as1/products.xml");
+    const auto replace = [&products](const std::string& old, const std::string& by) {
+        const std::size_t position = products.find(old);
+        ASSERT_NE(position, std::string::npos) << old;
+        products.replace(position, old.size(), by);
+    };
+    replace("<instance of=\"p3\" name=\"rod_1\">", "<instance of=\"p9\" name=\"plate_5\"/><instance of=\"new\" "
+                                                   "name=\"new_1\"/><instance of=\"p3\" name=\"rod_9\">");
+    replace("</products>", "<product id=\"new\" file=\"new.CATPart\" partNumber=\"new\"/></products>");
+    std::ofstream("products.xml") << products;
+    Run("newstore pdm.store kim");
+    Run("import examples/as1/structure.xml");
+    Run("query Part PartNumber=as1");
+    Run("expand as1 PartPart");
+    Run("expand rod-assembly PartPart");
+    EXPECT_EQ(Run("do rod-assembly \"Update Relations to Components\""),
+              "error: Update Relations to Components: Part 'rod-assembly, rod-assembly' has no product in the CAD "
+              "session.\n");
+    Run("assembly products.xml");
+    EXPECT_EQ(Run("do rod-assembly \"Update Relations to Components\""), "Update Relations to Components: done\n");
+    EXPECT_EQ(Run("messages"), "warning: The instance \"new_1\" is left out: the PDM system has no part \"new\".\n");
+    const std::string tree = Run("tree all rod-assembly");
+    for (const char* name : {"(nut_1)", "(nut_2)", "(rod_9)", "(plate_5)"}) {
+        EXPECT_NE(tree.find(name), std::string::npos) << name << '\n' << tree;
+    }
+    EXPECT_EQ(tree.find("(rod_1)"), std::string::npos) << tree;
+    EXPECT_EQ(std::count(tree.begin(), tree.end(), '\n'), 9) << tree;
+    EXPECT_NE(Run("properties PartPart/1/rod-assembly").find("1 0 0 0 1 0 0 0 1 -10 -7.5 185"), std::string::npos);
+    const std::string again = Run("tree");
+    EXPECT_EQ(Run("do rod-assembly \"Update Relations to Components\""), "Update Relations to Components: done\n");
+    EXPECT_EQ(Run("tree"), again) << "nothing is left to do";
+    // One usage alone; and a refusal.
+    Run("update PartPart/1/rod-assembly Position=elsewhere");
+    EXPECT_EQ(Run("do PartPart/1/rod-assembly \"Update Relation to Parent\""), "Update Relation to Parent: done\n");
+    EXPECT_NE(Run("properties PartPart/1/rod-assembly").find("1 0 0 0 1 0 0 0 1 -10 -7.5 185"), std::string::npos);
+    Run("update PartPart/1/rod-assembly Position=elsewhere");
+    Run("user lee");
+    Run("checkout rod-assembly");
+    Run("user kim");
+    EXPECT_EQ(Run("do rod-assembly \"Update Relations to Components\""),
+              "error: Update Relations to Components: \"rod-assembly\" is checked out by lee.\n");
+}
+
 // What ./run plays. Its one refusal is meant.
 TEST_F(ShellOfTest, CircleOfTheExamplesPlays)
 {

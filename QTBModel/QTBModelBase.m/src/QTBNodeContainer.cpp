@@ -205,12 +205,16 @@ void QTBNodeContainer::RemoveBucketPosition(int bucket, int position)
 {
     CATListValCATBaseUnknown_var& Bucket = m_NodeBuckets[AsOffset(bucket)];
     std::vector<std::uint64_t>& Numbers = m_BucketNumbers[AsOffset(bucket)];
-    // The entry is found by the node's hash as it was filed; an element without entry was never indexed.
+    // The entry is found by the node's hash as it was filed; an element without entry was never indexed. A node that
+    // has another hash by now must not leave its entry behind, which would outlive it.
     const CATBaseUnknown_var spBaseUnknownOnNode = Bucket[position];
     const QTBINodeAttributes_var spINodeAttributes(spBaseUnknownOnNode);
     const QTBNodeKeyIndex::Entry* pEntry = NULL;
     if (spINodeAttributes != NULL_var) {
         pEntry = m_Index.FindNode(spBaseUnknownOnNode.Get(), *spINodeAttributes->GetHashKey());
+    }
+    if (pEntry == NULL) {
+        pEntry = m_Index.FindNode(spBaseUnknownOnNode.Get());
     }
     if (pEntry != NULL) {
         m_Index.Remove(pEntry);

@@ -1,5 +1,6 @@
 #include "QTBNodeKeyIndex.h"
 
+#include <algorithm>
 #include <utility>
 
 const QTBNodeKeyIndex::Entry* QTBNodeKeyIndex::Find(const CATUnicodeString& usKey, unsigned int hashKey) const
@@ -33,6 +34,13 @@ const QTBNodeKeyIndex::Entry* QTBNodeKeyIndex::FindNode(const CATBaseUnknown* pN
         }
     }
     return NULL;
+}
+
+const QTBNodeKeyIndex::Entry* QTBNodeKeyIndex::FindNode(const CATBaseUnknown* pNode) const
+{
+    const auto entry = std::find_if(m_Entries.begin(), m_Entries.end(),
+                                    [pNode](const Entry& candidate) { return candidate.pNode == pNode; });
+    return entry != m_Entries.end() ? &*entry : NULL;
 }
 
 void QTBNodeKeyIndex::Insert(const Entry& entry)

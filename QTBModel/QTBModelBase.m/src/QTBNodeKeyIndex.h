@@ -24,6 +24,8 @@ public:
     const Entry* Find(const CATUnicodeString& usKey, unsigned int hashKey) const;
     // The entry of that very node, filed under that hash.
     const Entry* FindNode(const CATBaseUnknown* pNode, unsigned int hashKey) const;
+    // The same for a node that has another hash now, or does not tell it: looks through the whole index.
+    const Entry* FindNode(const CATBaseUnknown* pNode) const;
 
     void Insert(const Entry& entry);
     // entry is one of Find or FindNode.

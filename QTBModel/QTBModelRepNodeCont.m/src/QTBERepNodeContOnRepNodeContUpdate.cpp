@@ -1,6 +1,7 @@
 // The part of QTBERepNodeContOnRepNodeCont that lets the trees follow the PDM graph.
 
 #include <iostream>
+#include <memory>
 #include <utility>
 #include <vector>
 
@@ -373,8 +374,10 @@ HRESULT QTBERepNodeContOnRepNodeCont::EnterLevel(const Expansion& expansion, Exp
     QTBIPdmNode_var spIPdmNodeOnParent;
     QTB_CALL((*pspIRepNodeOnParent)->GetPdmNode, &spIPdmNodeOnParent, TRUE, NULL);
 
-    auto* pEntry = new QTBHashTableQtbNodeAttribute(pLevel->usPdmKey, spIPdmNodeOnParent);
-    QTB_CALL(QTBHashTableUtil::Insert, pEntry, &m_ExpansionTable, TRUE, FALSE);
+    // The table takes the entry only when it was inserted.
+    auto pEntry = std::make_unique<QTBHashTableQtbNodeAttribute>(pLevel->usPdmKey, spIPdmNodeOnParent);
+    QTB_CALL(QTBHashTableUtil::Insert, pEntry.get(), &m_ExpansionTable, TRUE, FALSE);
+    static_cast<void>(pEntry.release());
     pLevel->isOnPath = true;
     return ExpandLevel(expansion, pLevel);
 }

@@ -403,4 +403,13 @@ TEST_F(PdmGraphRemoval, CleaningUpDissolvesAllLinks)
     EXPECT_EQ(iCount, 0);
 }
 
+// The index of a container must not outlive the nodes in it.
+TEST_F(PdmGraphRemoval, CleaningUpForgetsANodeWhoseKeyWasChangedWhileItWasFiled)
+{
+    EXPECT_THAT(QTBINodeAttributes_var(FindNode("A"))->SetKey("B"), Succeeds());
+    EXPECT_THAT(GetPdmNodeCont()->Cleanup(), Succeeds());
+    EXPECT_TRUE(FindNode("A") == NULL_var);
+    EXPECT_TRUE(FindNode("B") == NULL_var);
+}
+
 } // namespace

@@ -1,9 +1,12 @@
+#include <algorithm>
 #include <cstdio>
+#include <cstdlib>
 #include <fstream>
 #include <iterator>
 
 #include <gmock/gmock.h>
 
+#include "CATInstantiateComponent.h"
 #include "QTBINode.h"
 #include "QTBINodeAttributes.h"
 #include "QTBINodeRelations.h"
@@ -345,6 +348,22 @@ TEST_F(PdmNodeContStore, AnUnknownPartNumberIsAnError)
     EXPECT_THAT(GetPdmNodeCont()->GetPdmPartByPartNumber("100", &spIPdmNode), FailsCall("GetPdmNode"));
     EXPECT_THAT(GetPdmNodeCont()->GetPdmPartByPartNumber("", &spIPdmNode), FailsAssertion("usPartNumber != \"\""));
     EXPECT_THAT(GetPdmNodeCont()->GetPdmPartByPartNumber("100", nullptr), FailsAssertion("pspIPdmNodeOnPart != NULL"));
+}
+
+// Runs in a process of its own, which has loaded no schema.
+TEST(PdmNodeContDeathTest, WithoutASchemaTheContainerSaysSo)
+{
+    ::testing::FLAGS_gtest_death_test_style = "threadsafe";
+    const auto createWithoutSchema = [] {
+        const DebugCapture capture;
+        void* pCont = nullptr;
+        ::CATInstantiateComponent("QTBPdmNodeCont", IID_QTBIPdmNodeCont, &pCont);
+        const std::vector<std::string> lines = capture.Lines();
+        const bool isTold =
+            std::find(lines.begin(), lines.end(), "QTBSchemaUtil::GetCurrentSchemaPtr FAILED") != lines.end();
+        std::_Exit(pCont != nullptr && isTold ? 0 : 1);
+    };
+    EXPECT_EXIT(createWithoutSchema(), ::testing::ExitedWithCode(0), "");
 }
 
 } // namespace

@@ -1,0 +1,119 @@
+#include "QTBFaultPoint.h"
+
+#include <dlfcn.h>
+#include <execinfo.h>
+
+#include <cstdio>
+#include <cstdlib>
+#include <functional>
+
+#include "CATBaseUnknown.h"
+#include "CATInstantiateComponent.h"
+
+void QTBFaultPoint::Arm(Points points, int n, Kind kind)
+{
+    s_bArmed = true;
+    s_bRecords = false;
+    s_Points = points;
+    s_Kind = kind;
+    s_Operation.clear();
+    s_bDoesNothing = false;
+    s_PointsBefore = n - 1;
+    s_Struck.clear();
+    s_pError = nullptr;
+}
+
+void QTBFaultPoint::ArmToRecord(Points points)
+{
+    Arm(points, 1, FAILS);
+    s_bRecords = true;
+    s_Places.clear();
+}
+
+void QTBFaultPoint::ArmOperation(const std::string& operation, bool bDoesNothing, int callsBefore)
+{
+    Arm(CALLS, callsBefore + 1, FAILS);
+    s_Operation = operation;
+    s_bDoesNothing = bDoesNothing;
+}
+
+void QTBFaultPoint::Disarm()
+{
+    s_bArmed = false;
+}
+
+bool QTBFaultPoint::Strikes(Points points, const char* name)
+{
+    if (s_Points != points || s_ServiceDepth > 0 || s_OperationDepth == 0) {
+        return false;
+    }
+    if (s_bRecords) {
+        s_Places.push_back(WhereFrom());
+        return false;
+    }
+    const bool isMeant = s_Operation.empty() ? s_Struck.empty() : s_Operation == name;
+    if (!isMeant || s_PointsBefore-- > 0) {
+        return false;
+    }
+    s_PointsBefore = 0;
+    s_Struck = name;
+    return true;
+}
+
+std::size_t QTBFaultPoint::WhereFrom()
+{
+    constexpr int DEPTH = 14;
+    void* callers[DEPTH];
+    const int count = ::backtrace(callers, DEPTH);
+    std::size_t number = 0;
+    for (int i = 0; i < count; ++i) {
+        number = number * 31 + std::hash<void*>()(callers[i]);
+    }
+    return number;
+}
+
+HRESULT QTBFaultPoint::Result()
+{
+    if (s_bDoesNothing) {
+        return S_OK;
+    }
+    if (s_Kind == FAILS) {
+        return E_FAIL;
+    }
+    auto* pError = new CATInternalError("FaultERR_1", "QTBFault");
+    s_pError = pError;
+    return CATError::GetReturn(2, pError, nullptr, __FILE__, __LINE__);
+}
+
+void* QTBFaultPoint::FindReal(const void* pReplacement)
+{
+    Dl_info info = {};
+    void* pReal =
+        ::dladdr(pReplacement, &info) != 0 && info.dli_sname != nullptr ? ::dlsym(RTLD_NEXT, info.dli_sname) : nullptr;
+    if (pReal == nullptr || pReal == pReplacement) {
+        std::fprintf(stderr, "A service of the base library is replaced that is not there.\n");
+        std::abort();
+    }
+    return pReal;
+}
+
+// Stands in the place of the platform's.
+HRESULT CATBaseUnknown::QueryInterface(const IID& iid, void** ppv)
+{
+    using Query = HRESULT (*)(CATBaseUnknown*, const IID&, void**);
+    static const auto s_pReal =
+        reinterpret_cast<Query>(::dlsym(RTLD_NEXT, "_ZN14CATBaseUnknown14QueryInterfaceERK3IIDPPv"));
+    if (QTBFaultPoint::StrikesQuery()) {
+        *ppv = nullptr;
+        return E_NOINTERFACE;
+    }
+    return s_pReal(this, iid, ppv);
+}
+
+HRESULT CATInstantiateComponent(const char* lateTypeName, const IID& iid, void** ppv)
+{
+    using Instantiate = HRESULT (*)(const char*, const IID&, void**);
+    static const auto s_pReal =
+        reinterpret_cast<Instantiate>(QTBFaultPoint::FindReal(reinterpret_cast<const void*>(&CATInstantiateComponent)));
+    return QTBFaultPoint::Service("CATInstantiateComponent", [&] { return s_pReal(lateTypeName, iid, ppv); });
+}

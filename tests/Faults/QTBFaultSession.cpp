@@ -1,0 +1,433 @@
+#include "QTBFaultSession.h"
+
+#include <algorithm>
+#include <map>
+
+#include <gmock/gmock.h>
+
+#include "CATComponent.h"
+#include "CATDocumentServices.h"
+#include "CATFrmEditor.h"
+#include "CATFrmNavigGraphicWindow.h"
+#include "CATFrmObjectEditor.h"
+#include "CATInstantiateComponent.h"
+#include "CATLateType.h"
+#include "QTBConstants.h"
+#include "QTBDiagnosis.h"
+#include "QTBEditedSchema.h"
+#include "QTBInvariants.h"
+#include "QTBProductSession.h"
+#include "QTBReplacedExtension.h"
+#include "TIECATIPrdProperties.h"
+#include "TIECATIProduct.h"
+
+namespace {
+
+using ::testing::IsEmpty;
+
+// What a session with products offers its own tests.
+class Products : public QTBProductSession
+{
+public:
+    using QTBProductSession::At;
+    using QTBProductSession::DocumentOf;
+    using QTBProductSession::Open;
+    using QTBProductSession::Root;
+};
+
+constexpr const char* PRODUCTS = R"(
+    <product id="a" file="a.CATProduct" partNumber="N1">
+      <instance of="b" name="B.1"><property name="QtbRelationKey">FAB</property></instance><instance of="n" name="N.1"/>
+    </product>
+    <product id="b" file="b.CATProduct" partNumber="N2"><instance of="c" name="C.1"/></product>
+    <product id="c" file="c.CATPart" partNumber="N3" dirty="true"/>
+    <product id="n" file="n.CATPart" partNumber="New"/>
+    <product id="x" file="x.CATProduct" partNumber="X"><instance of="f" name="F.1"/></product>
+    <product id="f" file="f.CATProduct" partNumber="FOLDER_1">
+      <instance of="y" name="Y.1"/><instance of="y" name="Y.1"/><instance of="l" name="L.1"/>
+      <instance of="v" name="V.1"/><instance of="g" name="G.1"/>
+    </product>
+    <product id="y" file="y.CATPart" partNumber="Y"/>
+    <product id="l" file="l.CATPart" link="broken"/>
+    <product id="v" file="v.CATPart" link="visualization" shape="v.cgr"/>
+    <product id="g" file="g.cgr" partNumber="G"/>)";
+
+// Where the display name of a value cannot be told, the value stands for itself.
+const std::set<std::string> DISPLAY_VALUES{"QTBSchemaUtil::ShowDataSourceNlsValues", "QTBSchemaUtil::GetAttributePtr",
+                                           "QTBSchemaUtil::GetDataSourcePtr", "QTBSchemaDataSource::GetValuePtr"};
+
+bool EndsWith(const std::string& text, const std::string& end)
+{
+    return text.size() >= end.size() && text.compare(text.size() - end.size(), end.size(), end) == 0;
+}
+
+// The operation of "Class::Operation".
+std::string OperationOf(const std::string& name)
+{
+    const std::size_t colons = name.rfind(':');
+    return colons == std::string::npos ? name : name.substr(colons + 1);
+}
+
+// Stands before the platform's interface object, which does the work.
+template <class InterfaceType>
+class ForwardTie : public InterfaceType
+{
+public:
+    using Interface = InterfaceType;
+
+    ForwardTie(CATComponent* pComponent, CATBaseUnknown* pReal)
+        : InterfaceType(pComponent), m_pReal(static_cast<InterfaceType*>(pReal))
+    {
+    }
+    ~ForwardTie() override { delete m_pReal; }
+
+    InterfaceType* Target() { return m_pReal; }
+
+private:
+    InterfaceType* m_pReal;
+};
+
+template <template <class...> class Tie, class Interface>
+class ForwardedInterface
+{
+public:
+    explicit ForwardedInterface(const char* lateType)
+    {
+        for (const CATLateType::Registration* pRegistration : CATLateType::Find(lateType)->GetOwnRegistrations()) {
+            if (pRegistration->pInterface == Interface::MetaObject()) {
+                s_RealFactory = pRegistration->factory;
+            }
+        }
+        m_pReplaced = std::make_unique<QTBReplacedExtension>(lateType, Interface::MetaObject(), &Create);
+    }
+
+private:
+    static CATBaseUnknown* Create(CATComponent* pComponent)
+    {
+        CATBaseUnknown* pReal = s_RealFactory(pComponent);
+        pComponent->Detach(pReal);
+        auto* pTie = new Tie<ForwardTie<Interface>>(pComponent, pReal);
+        pComponent->Attach(Interface::GetIID(), pTie);
+        return pTie;
+    }
+
+    inline static CATInterfaceObjectFactory s_RealFactory = nullptr;
+
+    std::unique_ptr<QTBReplacedExtension> m_pReplaced;
+};
+
+} // namespace
+
+// What the platform does for products can go wrong too.
+class QTBFaultSession::FaultyProducts
+{
+private:
+    ForwardedInterface<TIECATIProduct, CATIProduct> m_Product{"ASMPRODUCT"};
+    ForwardedInterface<TIECATIPrdProperties, CATIPrdProperties> m_Properties{"ASMPRODUCT"};
+};
+
+const QTBNodeRelationInfo QTBFaultSession::PARTS{"PartPart", usLEFT_TO_RIGHT};
+const QTBNodeRelationInfo QTBFaultSession::FILES{"PartFile", usLEFT_TO_RIGHT};
+
+void QTBFaultSession::SetUp()
+{
+    const auto classes = [](const char* left, const char* right) {
+        return Attribute("Class1", left) + Attribute("Class2", right);
+    };
+    m_pFaultyProducts = std::make_shared<FaultyProducts>();
+    QTBTestSession::SetUp();
+    if (!UsesBomPartStructure()) {
+        QTBLoadEditedSchema({{R"(bomPartStructure="true")", R"(bomPartStructure="false")"}});
+    }
+    m_pCommunication = std::make_unique<QTBFakeCommunication>();
+    Update(
+        Part(
+            "A",
+            Attribute("PartNumber", "N1") + Attribute("Name", "Axle") + Attribute("State", "10") +
+                R"(<a name="List" type="list"><v>one</v></a><a name="Table" type="table"><row><cell>x</cell></row></a>)" +
+                R"(<a name="Owner" type="object"><o><a name="Class">Person</a><a name="Key">E</a>)" +
+                R"(<a name="FullName">Somebody</a></o></a>)" +
+                R"(<a name="Second" type="object"><embedded><a name="Class">Person</a></embedded></a>)" +
+                Info({{"QtbVersion", "1"}, {"QtbIsEditAllowed", "true"}})) +
+        Part("B", Attribute("PartNumber", "N2") + Attribute("Name", "Axle")) +
+        Part("C", Attribute("PartNumber", "N3")) +
+        Object("CATProductFile", "FA", Attribute("FileName", "a.CATProduct")) +
+        Object("CATProductFile", "FB",
+               Attribute("FileName", "b.CATProduct") + Attribute("PartNumber", "N2") + Info({{"QtbVersion", "1"}})) +
+        Object("CATPartFile", "FC", Attribute("FileName", "c.CATPart")) +
+        Object("CGRFile", "FG", Attribute("FileName", "g.cgr")) +
+        Object("Document", "D", Attribute("DocumentNumber", "4711")) +
+        PartPart("AB", "A", "B", Attribute("InstanceName", "B.1")) +
+        PartPart("BC", "B", "C",
+                 Attribute("InstanceName", "C.1") + "<parentClasses><class>Usage</class></parentClasses>") +
+        Relation("PartFile", "AFA", "A", "FA", classes("Part", "CATProductFile")) +
+        Relation("PartFile", "BFB", "B", "FB", classes("Part", "CATProductFile")) +
+        Relation("PartFile", "CFC", "C", "FC", classes("Part", "CATPartFile")) +
+        Relation("FileFile", "FAB", "FA", "FB",
+                 classes("CATProductFile", "CATProductFile") + Attribute("InstanceName", "B.1")) +
+        Relation("PartDocument", "AD", "A", "D", classes("Part", "Document")));
+
+    m_pWindow = std::make_unique<QTBTestWindow>();
+    m_pWindow->Show(FindNode("A"), {"PartPart", "PartFile"});
+    if (!UsesBomPartStructure()) {
+        m_pWindow->Show(FindNode("FA"), {"FileFile"});
+    }
+
+    void* pCont = nullptr;
+    EXPECT_THAT(::CATInstantiateComponent("QTBRepNodeCont", IID_QTBIRepNodeCont, &pCont), Succeeds());
+    m_spCont = QTBIRepNodeCont_var::Adopt(static_cast<QTBIRepNodeCont*>(pCont));
+    NodesToRetrieve allNodes = ALL_NODES;
+    EXPECT_THAT(m_spCont->SetPdmNodesToConsider(&allNodes), Succeeds());
+    unsigned char bOneLevelOnly = FALSE;
+    unsigned char bAddNewNodes = TRUE;
+    EXPECT_THAT(m_spCont->UpdateRepTrees(FindNode("A"), InfoList({PARTS, FILES}), &bOneLevelOnly, nullptr, nullptr,
+                                         &bAddNewNodes),
+                Succeeds());
+
+    Products::Open(PRODUCTS);
+    CATDocument* pDocument = Products::DocumentOf(Product("A"));
+    EXPECT_NE(CATFrmNavigGraphicWindow::Create(pDocument->GetStorageName(), CATFrmObjectEditor::Create(pDocument)),
+              nullptr);
+}
+
+void QTBFaultSession::TearDown()
+{
+    QTBFaultPoint::Disarm();
+    Forget();
+    m_spCont = NULL_var;
+    m_pWindow.reset();
+    m_pCommunication.reset();
+    CATDocumentServices::RemoveAll();
+    QTBTestSession::TearDown();
+    m_pFaultyProducts.reset();
+}
+
+CATIProduct_var QTBFaultSession::Product(const std::string& name)
+{
+    static const std::map<std::string, std::pair<const char*, std::vector<std::string>>> s_Paths{
+        {"A", {"N1", {}}},
+        {"B", {"N1", {"B.1"}}},
+        {"C", {"N1", {"B.1", "C.1"}}},
+        {"N", {"N1", {"N.1"}}},
+        {"X", {"X", {}}},
+        {"F", {"X", {"F.1"}}},
+        {"Y", {"X", {"F.1", "Y.1"}}},
+        {"V", {"X", {"F.1", "V.1"}}},
+        {"G", {"X", {"F.1", "G.1"}}}};
+    const auto& [root, path] = s_Paths.at(name);
+    return Products::At(root, path);
+}
+
+QTBIRepNode_var QTBFaultSession::InCont(const char* key) const
+{
+    CATListValCATBaseUnknown_var repNodes;
+    EXPECT_THAT(PdmNode(key)->GetRepNodes(&repNodes, m_spCont), Succeeds());
+    return repNodes.Size() > 0 ? QTBIRepNode_var(repNodes[1]) : QTBIRepNode_var();
+}
+
+CATBaseUnknown_var QTBFaultSession::Subject(const std::string& name) const
+{
+    const std::size_t colon = name.find(':');
+    const std::string key = name.substr(colon + 1);
+    if (name.rfind("window:", 0) == 0) {
+        return InWindow(key.c_str());
+    }
+    if (name.rfind("cont:", 0) == 0) {
+        return InCont(key.c_str());
+    }
+    if (name.rfind("product:", 0) == 0) {
+        return Product(key);
+    }
+    if (name == "graph") {
+        return GetPdmNodeCont();
+    }
+    if (name == "window" || name == "cont") {
+        return name == "cont" ? m_spCont : m_pWindow->GetCont();
+    }
+    return FindNode(name.c_str());
+}
+
+CATListValQTBNodeRelationInfo QTBFaultSession::InfoList(std::initializer_list<QTBNodeRelationInfo> infos)
+{
+    CATListValQTBNodeRelationInfo list;
+    for (const QTBNodeRelationInfo& info : infos) {
+        list.Append(info);
+    }
+    return list;
+}
+
+void QTBFaultSession::Run(const QTBScenario& scenario)
+{
+    SCOPED_TRACE(scenario.name);
+    Outcome ofCalls;
+    RunAll(scenario, QTBFaultPoint::CALLS, &ofCalls);
+    if (!scenario.bNeverFails && !scenario.bDepends) {
+        EXPECT_EQ(ofCalls.tolerated, scenario.tolerated);
+        EXPECT_EQ(ofCalls.absent, scenario.absent);
+    }
+    EXPECT_THAT(ofCalls.surprises, IsEmpty());
+    // A component that does not answer is something else than it was; what that does to the result depends on the
+    // place.
+    Outcome ofQueries;
+    RunAll(scenario, QTBFaultPoint::QUERIES, &ofQueries);
+    EXPECT_THAT(ofQueries.surprises, IsEmpty());
+}
+
+// Calls that the same calls lead to are one place, of which the first call goes wrong.
+void QTBFaultSession::RunAll(const QTBScenario& scenario, QTBFaultPoint::Points points, Outcome* pOutcome)
+{
+    QTBFaultPoint::ArmToRecord(points);
+    RunOnce(scenario, points, pOutcome);
+    const std::vector<std::size_t> places = QTBFaultPoint::GetPlaces();
+    std::set<std::size_t> seen;
+    for (std::size_t i = 0; i < places.size() && !HasFatalFailure(); ++i) {
+        if (!seen.insert(places[i]).second) {
+            continue;
+        }
+        const int n = static_cast<int>(i) + 1;
+        const bool areBothMeant = !scenario.bChanges && points == QTBFaultPoint::CALLS;
+        if (areBothMeant || seen.size() % 2 == 0) {
+            QTBFaultPoint::Arm(points, n, QTBFaultPoint::FAILS_WITH_ERROR);
+            RunOnce(scenario, points, pOutcome);
+        }
+        if (areBothMeant || seen.size() % 2 == 1) {
+            QTBFaultPoint::Arm(points, n, QTBFaultPoint::FAILS);
+            RunOnce(scenario, points, pOutcome);
+        }
+    }
+}
+
+void QTBFaultSession::RunOnce(const QTBScenario& scenario, QTBFaultPoint::Points points, Outcome* pOutcome)
+{
+    HRESULT hr = E_FAIL;
+    std::vector<std::string> diagnoses;
+    {
+        QTBFaultPoint::Hold();
+        const CATBaseUnknown_var spSubject = Subject(scenario.subject);
+        m_spSecond = scenario.second.empty() ? CATBaseUnknown_var() : Subject(scenario.second);
+        const DebugCapture capture;
+        QTBFaultPoint::Release();
+        try {
+            hr = scenario.run(spSubject);
+        } catch (const CATXHException& exception) {
+            hr = exception.GetResult();
+        }
+        QTBFaultPoint::Disarm();
+        m_spSecond = NULL_var;
+        diagnoses = QTBDiagnosis::DiagnosesIn(capture);
+    }
+    const std::string& struck = QTBFaultPoint::GetStruck();
+    const std::string place = struck + ": ";
+    if (!struck.empty()) {
+        Judge(scenario, hr, diagnoses, place, pOutcome);
+    } else if (!scenario.bDepends) {
+        EXPECT_THAT(hr, Succeeds()) << "without a fault";
+    }
+    if (!scenario.bStopsHalfWay) {
+        for (const std::string& broken : QTBFindBrokenInvariants({m_spCont})) {
+            pOutcome->surprises.push_back(place + broken);
+        }
+    } else {
+        if (!struck.empty()) {
+            ExpectUsable(place, pOutcome);
+        }
+        DissolveLinks();
+    }
+    if (scenario.bChanges) {
+        SCOPED_TRACE(place + QTBDescribeResult(hr) + (diagnoses.empty() ? "" : " - " + diagnoses.front()));
+        m_bMayLeaveComponents = scenario.bStopsHalfWay && points == QTBFaultPoint::QUERIES;
+        TearDown();
+        m_bMayLeaveComponents = false;
+        SetUp();
+    }
+}
+
+HRESULT QTBFaultSession::RunWithout(const char* silentCall, const QTBScenario& scenario, int callsBefore)
+{
+    const CATBaseUnknown_var spSubject = Subject(scenario.subject);
+    m_spSecond = scenario.second.empty() ? CATBaseUnknown_var() : Subject(scenario.second);
+    QTBFaultPoint::ArmOperation(silentCall, true, callsBefore);
+    const HRESULT hr = scenario.run(spSubject);
+    QTBFaultPoint::Disarm();
+    m_spSecond = NULL_var;
+    return hr;
+}
+
+// The graph reads an answer and finds what it read.
+void QTBFaultSession::ExpectUsable(const std::string& place, Outcome* pOutcome)
+{
+    if (FAILED(TryUpdate(Answer(Part("Y1") + Part("Y2") + PartPart("Y", "Y1", "Y2")))) ||
+        RightKeys("Y1", "PartPart") != std::vector<std::string>{"Y"}) {
+        pOutcome->surprises.push_back(place + "the graph does not read an answer");
+    }
+}
+
+// The clean-up of a session stops at a failure too. With its links gone it fails nowhere, however they stood.
+void QTBFaultSession::DissolveLinks() const
+{
+    CATListValCATBaseUnknown_var nodes;
+    EXPECT_THAT(GetPdmNodeCont()->GetAllPdmNodes(&nodes), Succeeds());
+    for (const QTBIRepNodeCont_var& spCont : {m_spCont, m_pWindow->GetCont()}) {
+        CATListValCATBaseUnknown_var repNodes;
+        EXPECT_THAT(spCont->GetAllRepNodes(&repNodes), Succeeds());
+        nodes.Append(repNodes);
+    }
+    std::set<const CATBaseUnknown*> seen;
+    for (int i = 1; i <= nodes.Size(); ++i) {
+        const QTBINodeRelations_var spINodeRelations(nodes[i]);
+        if (!seen.insert(nodes[i].Get()).second || spINodeRelations == NULL_var) {
+            continue;
+        }
+        EXPECT_THAT(spINodeRelations->GetAllLeftRelations(&nodes, FALSE, ALL_NODES), Succeeds());
+        EXPECT_THAT(spINodeRelations->GetAllRightRelations(&nodes, FALSE, ALL_NODES), Succeeds());
+    }
+    for (const CATBaseUnknown_var& spNode : nodes) {
+        if (const QTBINodeRelations_var spINodeRelations(spNode); spINodeRelations != NULL_var) {
+            EXPECT_THAT(spINodeRelations->RemoveAllRels(nullptr), Succeeds());
+        }
+    }
+    EXPECT_THAT(m_spCont->Cleanup(), Succeeds());
+    EXPECT_THAT(m_pWindow->GetCont()->Cleanup(), Succeeds());
+}
+
+void QTBFaultSession::Judge(const QTBScenario& scenario, HRESULT hr, const std::vector<std::string>& diagnoses,
+                            const std::string& place, Outcome* pOutcome)
+{
+    const std::string& struck = QTBFaultPoint::GetStruck();
+    const CATError* pError = FAILED(hr) ? CATError::CATGetLastError(hr, nullptr) : nullptr;
+    if (scenario.bNeverFails) {
+        // A handle that was left empty is not looked through; it raises.
+        if (FAILED(hr) && struck != "QueryInterface") {
+            pOutcome->surprises.push_back(place + QTBDescribeResult(hr));
+        }
+        return;
+    }
+    if (SUCCEEDED(hr)) {
+        if (DISPLAY_VALUES.count(struck) == 0) {
+            pOutcome->tolerated.insert(struck);
+        }
+        return;
+    }
+    if (pError == nullptr) {
+        pOutcome->absent.insert(struck);
+        return;
+    }
+    if (QTBFaultPoint::GetError() != nullptr && pError == QTBFaultPoint::GetError()) {
+        return;
+    }
+    const std::string text =
+        pError->GetNLSParameters().empty() ? "" : std::string(pError->GetNLSParameters()[0].View());
+    if (pError->GetMsgCatalog() != "QTBDebugErrors") {
+        // A handle that a call left empty is not looked through; it raises.
+        if (struck == "QueryInterface" || scenario.bDepends) {
+            return;
+        }
+        pOutcome->surprises.push_back(place + QTBDescribeResult(hr));
+    } else if (std::none_of(diagnoses.begin(), diagnoses.end(),
+                            [&](const std::string& diagnosis) { return diagnosis.rfind(text, 0) == 0; })) {
+        pOutcome->surprises.push_back(place + "fails with [" + text + "], of which the debug output says nothing");
+    } else if (struck != "QueryInterface" && !scenario.bDepends && scenario.renamed.count(struck) == 0 &&
+               (pError->GetMsgId() != "HResultFailedERR_1001" || !EndsWith(text, OperationOf(struck)))) {
+        pOutcome->surprises.push_back(place + QTBDescribeResult(hr));
+    }
+}

@@ -1,0 +1,117 @@
+#pragma once
+
+#include <cstddef>
+#include <string>
+#include <vector>
+
+#include "CATError.h"
+
+// Lets one call go wrong that the library makes while an operation runs: the n-th call of an operation of an interface,
+// of a service of the base library, or the n-th query for an interface. The program that runs these faults is built
+// with ties and services that ask here before they do their work (see tools/generate-fault-points).
+//
+//     QTBFaultPoint::Arm(QTBFaultPoint::CALLS, n, QTBFaultPoint::FAILS);
+//     const HRESULT hr = spNode->GetParent(&spParent);
+//     QTBFaultPoint::Disarm();
+//
+// What a service does by itself is its own affair: calls from inside a service are no points, and neither is the call
+// with which the operation is begun.
+class QTBFaultPoint
+{
+public:
+    enum Points
+    {
+        CALLS,
+        QUERIES
+    };
+    enum Kind
+    {
+        // Without an error object. A query always ends like that.
+        FAILS,
+        // With the error FaultERR_1 of the catalog "QTBFault".
+        FAILS_WITH_ERROR
+    };
+
+    // The n-th point from here on goes wrong, the first being 1.
+    static void Arm(Points points, int n, Kind kind);
+    // Nothing goes wrong; GetPlaces tells afterwards where something could have.
+    static void ArmToRecord(Points points);
+    // The points passed since then, in order, each by a number that stands for the calls that led to it.
+    static const std::vector<std::size_t>& GetPlaces() { return s_Places; }
+    // A named operation goes wrong, from the given call on: "QTBSchemaUtil::GetClassAttr". Succeeds without having done
+    // anything when bDoesNothing.
+    static void ArmOperation(const std::string& operation, bool bDoesNothing, int callsBefore = 0);
+    static void Disarm();
+    // Between the two nothing is struck or recorded, and it is armed as before.
+    static void Hold() { s_bArmed = false; }
+    static void Release() { s_bArmed = true; }
+
+    // What went wrong, empty when nothing did: "QTBINode::GetPdmClass", "QueryInterface" for a query.
+    static const std::string& GetStruck() { return s_Struck; }
+    // The error that went with it, null when it had none.
+    static const CATError* GetError() { return s_pError; }
+
+    // A call of an operation of an interface. operation is begun when it runs in no other one.
+    template <class Call>
+    static HRESULT Operation(const char* name, Call call)
+    {
+        if (s_bArmed && Strikes(CALLS, name)) {
+            return Result();
+        }
+        const Depth depth(&s_OperationDepth);
+        return call();
+    }
+    // The same for an operation that has no result; it is never struck.
+    template <class Call>
+    static decltype(auto) OperationWithoutResult(Call call)
+    {
+        const Depth depth(&s_OperationDepth);
+        return call();
+    }
+    template <class Call>
+    static HRESULT Service(const char* name, Call call)
+    {
+        if (s_bArmed && Strikes(CALLS, name)) {
+            return Result();
+        }
+        const Depth depth(&s_ServiceDepth);
+        return call();
+    }
+    template <class Call>
+    static decltype(auto) ServiceWithoutResult(Call call)
+    {
+        const Depth depth(&s_ServiceDepth);
+        return call();
+    }
+    static bool StrikesQuery() { return s_bArmed && Strikes(QUERIES, "QueryInterface"); }
+
+    // The function behind one that this program has put in its place.
+    static void* FindReal(const void* pReplacement);
+
+private:
+    struct Depth
+    {
+        explicit Depth(int* pDepth) : m_pDepth(pDepth) { ++*m_pDepth; }
+        Depth(const Depth&) = delete;
+        Depth& operator=(const Depth&) = delete;
+        ~Depth() { --*m_pDepth; }
+        int* m_pDepth;
+    };
+
+    static bool Strikes(Points points, const char* name);
+    static std::size_t WhereFrom();
+    static HRESULT Result();
+
+    inline static bool s_bArmed = false;
+    inline static bool s_bRecords = false;
+    inline static std::vector<std::size_t> s_Places;
+    inline static Points s_Points = CALLS;
+    inline static Kind s_Kind = FAILS;
+    inline static std::string s_Operation;
+    inline static bool s_bDoesNothing = false;
+    inline static int s_PointsBefore = 0;
+    inline static std::string s_Struck;
+    inline static const CATError* s_pError = nullptr;
+    inline static int s_OperationDepth = 0;
+    inline static int s_ServiceDepth = 0;
+};

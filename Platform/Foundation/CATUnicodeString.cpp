@@ -148,8 +148,7 @@ CATUnicodeString& CATUnicodeString::operator+=(const CATUnicodeString& tail)
     if (m_pRep == nullptr) {
         return *this = tail;
     }
-    const CATUnicodeString keepAlive(tail);
-    AppendValidBytes(keepAlive.View());
+    AppendValidBytes(tail.View());
     return *this;
 }
 

@@ -55,7 +55,7 @@ public:
     const char* ConvertToChar() const;
     std::string_view View() const
     {
-        return m_pRep != nullptr ? std::string_view(m_pRep->Text(), m_pRep->bytes) : std::string_view("", 0);
+        return m_pRep != nullptr ? std::string_view(m_pRep->Text(), m_pRep->bytes) : std::string_view("");
     }
 
     // Position of the first occurrence of sub at or behind startPos, -1 when there is none.

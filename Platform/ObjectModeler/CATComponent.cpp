@@ -8,8 +8,7 @@
 #include "CATLateType.h"
 #include "CATMetaClass.h"
 
-namespace
-{
+namespace {
 
 int s_LiveComponents = 0;
 

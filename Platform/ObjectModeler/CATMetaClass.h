@@ -40,6 +40,7 @@ private:
 };
 
 // The class record of that name, made on first use; the same record on later calls. kind is the number of a
-// CATClassKind. text is "External"; it and the constant identify the object modeler's class macros and are not looked at.
+// CATClassKind. text is "External"; it and the constant identify the object modeler's class macros and are not looked
+// at.
 PLATFORM_API CATMetaClass* fct_RetrieveMetaObject(const char* name, int kind, CATMetaClass* pBase, const char* lateType,
                                                   const char* text, int constant);

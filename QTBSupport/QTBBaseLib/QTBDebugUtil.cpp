@@ -3,8 +3,7 @@
 #include <iostream>
 #include <string>
 
-namespace
-{
+namespace {
 
 constexpr int LEVEL_OF_SCOPES = 2;
 

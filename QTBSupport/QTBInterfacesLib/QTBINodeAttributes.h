@@ -21,10 +21,10 @@ inline constexpr IID IID_QTBINodeAttributes{"QTBINodeAttributes"};
 
 // Key, XML element and typed attributes of a node, and its CATIA attributes, which the load manager keeps per key.
 //
-// Call SetKey before the node is filed in a container, SetXmlElement whenever its record arrives or is replaced. Pointers
-// to attributes stay valid until the next SetXmlElement or the node's end; callers never delete them, and the pointer
-// that receives one must be null on entry. A look-up of an attribute that is not defined fails with a message for the
-// user, except where an operation says otherwise.
+// Call SetKey before the node is filed in a container, SetXmlElement whenever its record arrives or is replaced.
+// Pointers to attributes stay valid until the next SetXmlElement or the node's end; callers never delete them, and the
+// pointer that receives one must be null on entry. A look-up of an attribute that is not defined fails with a message
+// for the user, except where an operation says otherwise.
 class QTBINTERFACESLIB_API QTBINodeAttributes : public CATBaseUnknown
 {
     CATDeclareInterface(QTBINodeAttributes, CATBaseUnknown)
@@ -60,8 +60,7 @@ public:
     virtual HRESULT GetStringAttributes(CATListPtrQTBStringAttr* pStringAttrs) = 0;
 
     virtual HRESULT GetSimpleListAttributeNames(CATListValCATUnicodeString* pNames) = 0;
-    virtual HRESULT GetSimpleListAttributePtr(const CATUnicodeString& usName,
-                                              QTBSimpleListAttr** ppSimpleListAttr) = 0;
+    virtual HRESULT GetSimpleListAttributePtr(const CATUnicodeString& usName, QTBSimpleListAttr** ppSimpleListAttr) = 0;
     virtual HRESULT GetSimpleListAttributes(CATListPtrQTBSimpleListAttr* pSimpleListAttrs) = 0;
 
     virtual HRESULT GetNameValueListAttributeNames(CATListValCATUnicodeString* pNames) = 0;

@@ -53,7 +53,8 @@ public:
                                            const CATUnicodeString* pusDeleteOption) = 0;
 
     // Fails with an error when no part has that number.
-    virtual HRESULT GetPdmPartByPartNumber(const CATUnicodeString& usPartNumber, QTBIPdmNode_var* pspIPdmNodeOnPart) = 0;
+    virtual HRESULT GetPdmPartByPartNumber(const CATUnicodeString& usPartNumber,
+                                           QTBIPdmNode_var* pspIPdmNodeOnPart) = 0;
     // The node of that class with that attribute value; of several the one of the newest action. None: quiet failure.
     virtual HRESULT GetPdmNode(const CATUnicodeString& usClassName, const CATUnicodeString& usAttrName,
                                const CATUnicodeString& usAttrValue, QTBIPdmNode_var* pspIPdmNode) = 0;

@@ -16,9 +16,9 @@ public:
     // Whether the object has no current relation on its left.
     virtual HRESULT IsPdmRootNode(unsigned char* pbIsPdmRootNode) = 0;
 
-    // The relation nodes of that relation on one side and, parallel to them when pPdmObjs is given, the objects at their
-    // other ends. Optionally with the relation's subclasses, only objects of the given classes (all for an empty list),
-    // only the newest version of each object.
+    // The relation nodes of that relation on one side and, parallel to them when pPdmObjs is given, the objects at
+    // their other ends. Optionally with the relation's subclasses, only objects of the given classes (all for an empty
+    // list), only the newest version of each object.
     virtual HRESULT GetRightNodes(const CATUnicodeString& usRelationName, CATListValCATBaseUnknown_var* pPdmRels,
                                   CATListValCATBaseUnknown_var* pPdmObjs, const NodesToRetrieve& mode,
                                   const unsigned char& bIncludeRelationSubclasses,

@@ -74,7 +74,8 @@ public:
     virtual HRESULT RecursiveRemoveRepTree(const QTBIRepNode_var& spIRepNode, unsigned char* pbInformUser) = 0;
 
     // Has the PDM system relate the objects of two rep nodes; the trees follow when the graph does.
-    virtual HRESULT CreateRelation(const CATUnicodeString& usRelationClass, const QTBIRepNode_var& spIRepNodeOnLeftObject,
+    virtual HRESULT CreateRelation(const CATUnicodeString& usRelationClass,
+                                   const QTBIRepNode_var& spIRepNodeOnLeftObject,
                                    const QTBIRepNode_var& spIRepNodeOnRightObject,
                                    const CATUnicodeString& usRelationXml) = 0;
 

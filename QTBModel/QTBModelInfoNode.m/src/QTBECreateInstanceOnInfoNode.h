@@ -1,7 +1,7 @@
 #pragma once
 
-#include "QTBInfoNode.h"
 #include "QTBCreateInstance.h"
+#include "QTBInfoNode.h"
 
 // Factory of the late type QTBInfoNode.
 class QTBECreateInstanceOnInfoNode : public QTBCreateInstance<QTBInfoNode>

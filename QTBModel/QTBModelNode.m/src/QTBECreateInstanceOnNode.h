@@ -1,7 +1,7 @@
 #pragma once
 
-#include "QTBNode.h"
 #include "QTBCreateInstance.h"
+#include "QTBNode.h"
 
 // Factory of the late type QTBNode.
 class QTBECreateInstanceOnNode : public QTBCreateInstance<QTBNode>

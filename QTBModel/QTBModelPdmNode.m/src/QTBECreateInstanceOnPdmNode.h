@@ -1,7 +1,7 @@
 #pragma once
 
-#include "QTBPdmNode.h"
 #include "QTBCreateInstance.h"
+#include "QTBPdmNode.h"
 
 // Factory of the late type QTBPdmNode.
 class QTBECreateInstanceOnPdmNode : public QTBCreateInstance<QTBPdmNode>

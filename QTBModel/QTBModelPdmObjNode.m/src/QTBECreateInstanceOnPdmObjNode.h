@@ -1,7 +1,7 @@
 #pragma once
 
-#include "QTBPdmObjNode.h"
 #include "QTBCreateInstance.h"
+#include "QTBPdmObjNode.h"
 
 // Factory of the late type QTBPdmObjNode.
 class QTBECreateInstanceOnPdmObjNode : public QTBCreateInstance<QTBPdmObjNode>

@@ -1,7 +1,7 @@
 #pragma once
 
-#include "QTBPdmRelNode.h"
 #include "QTBCreateInstance.h"
+#include "QTBPdmRelNode.h"
 
 // Factory of the late type QTBPdmRelNode.
 class QTBECreateInstanceOnPdmRelNode : public QTBCreateInstance<QTBPdmRelNode>

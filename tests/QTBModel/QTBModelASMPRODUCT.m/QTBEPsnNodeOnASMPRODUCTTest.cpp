@@ -562,8 +562,7 @@ TEST_F(PsnNode, TheChildrenOfALadderOfSharedProductsEndAtTheLimit)
         const std::string number = std::to_string(i);
         const std::string below = std::to_string(i + 1);
         ladder += "<product id=\"" + number + "\" file=\"" + number + ".CATProduct\" partNumber=\"L" + number +
-                  "\"><instance of=\"" + below + "\" name=\"x\"/><instance of=\"" + below +
-                  "\" name=\"y\"/></product>";
+                  "\"><instance of=\"" + below + "\" name=\"x\"/><instance of=\"" + below + "\" name=\"y\"/></product>";
     }
     Open(ladder + R"(<product id="40" file="40.CATPart" partNumber="L40"/>)");
     CATListValCATBaseUnknown_var children;

@@ -19,6 +19,9 @@ constexpr const char* NAME_OF_REMOVED = "#removed";
 // Documents with more different tags are walked through for each of them.
 constexpr std::size_t MOST_TAG_NAMES = 64;
 
+// Up to here looking through an element that is taken out costs less than looking through what is left as well.
+constexpr int STEPS_ALONE = 256;
+
 int s_LiveStores = 0;
 
 // Frees a node and everything below it, from the bottom up: the parser's own removal recurses.
@@ -87,6 +90,9 @@ private:
 
 } // namespace
 
+int CATDOMStore::s_BulkReleases = 0;
+std::vector<CATDOMStore*> CATDOMStore::s_Waiting;
+
 CATDOMStore::CATDOMStore(std::unique_ptr<pugi::xml_document> pDocument)
     : m_pDocument(std::move(pDocument)), m_pMain(NewBranch(m_pDocument->internal_object()))
 {
@@ -96,6 +102,12 @@ CATDOMStore::CATDOMStore(std::unique_ptr<pugi::xml_document> pDocument)
 
 CATDOMStore::~CATDOMStore()
 {
+    if (!m_Unreachable.empty()) {
+        s_Waiting[m_PlaceAmongWaiting] = nullptr;
+    }
+    for (CATDOMBranch* pBranch : m_Unreachable) {
+        DropReference(pBranch);
+    }
     DropReference(m_pMain);
     --s_LiveStores;
 }
@@ -343,8 +355,11 @@ void CATDOMStore::Separate(CATDOMElement* pElement)
     HandleSearch rest(pugi::xml_node(pBranch->pRoot), m_Handles);
     const auto allFound = [&] { return below.GetFound().size() + rest.GetFound().size() == handles; };
 
-    // Both parts are searched in step, so that the smaller one decides how long it takes. Its handle objects go to the
-    // new record; the larger part keeps the old one.
+    // Beyond a few steps both parts are searched in step, so that the smaller one decides how long it takes. Its handle
+    // objects go to the new record; the larger part keeps the old one.
+    for (int i = 0; i < STEPS_ALONE && !below.IsDone() && !allFound(); ++i) {
+        below.Step();
+    }
     while (!below.IsDone() && !rest.IsDone() && !allFound()) {
         below.Step();
         rest.Step();
@@ -399,6 +414,45 @@ void CATDOMStore::FreeIfUnreachable(CATDOMBranch* pBranch)
     if (pBranch->handles > 0 || pBranch->pRoot == nullptr) {
         return;
     }
+    if (s_BulkReleases > 0) {
+        NoteUnreachable(pBranch);
+    } else {
+        Free(pBranch);
+    }
+}
+
+void CATDOMStore::NoteUnreachable(CATDOMBranch* pBranch)
+{
+    if (m_Unreachable.empty()) {
+        m_PlaceAmongWaiting = s_Waiting.size();
+        s_Waiting.push_back(this);
+    }
+    m_Unreachable.push_back(pBranch);
+    ++pBranch->references;
+}
+
+void CATDOMStore::EndBulkRelease()
+{
+    if (--s_BulkReleases > 0) {
+        return;
+    }
+    for (CATDOMStore* pStore : std::exchange(s_Waiting, {})) {
+        if (pStore != nullptr) {
+            pStore->FreeUnreachable();
+        }
+    }
+}
+
+void CATDOMStore::FreeUnreachable()
+{
+    for (CATDOMBranch* pBranch : std::exchange(m_Unreachable, {})) {
+        FreeIfUnreachable(pBranch);
+        DropReference(pBranch);
+    }
+}
+
+void CATDOMStore::Free(CATDOMBranch* pBranch)
+{
     if (pBranch == m_pMain) {
         if (pugi::xml_node_struct* pElement = FindDocumentElement(); pElement != nullptr) {
             FreeNode(pugi::xml_node(pElement));

@@ -59,6 +59,10 @@ public:
     void Forget(CATDOMElement* pElement);
     void Forget(CATDOMDocument* pDocument);
 
+    // Between the two calls, which may be nested, unreachable branches are only noted (CATDOMBulkRelease).
+    static void BeginBulkRelease() { ++s_BulkReleases; }
+    static void EndBulkRelease();
+
 private:
     explicit CATDOMStore(std::unique_ptr<pugi::xml_document> pDocument);
     ~CATDOMStore();
@@ -84,6 +88,9 @@ private:
     void Merge(CATDOMBranch* pBranch, CATDOMBranch* pInto);
     void MoveLeaf(pugi::xml_node_struct* pParent, CATDOMBranch* pBranch, CATDOMElement* pChild);
     void FreeIfUnreachable(CATDOMBranch* pBranch);
+    void Free(CATDOMBranch* pBranch);
+    void NoteUnreachable(CATDOMBranch* pBranch);
+    void FreeUnreachable();
     void ForgetHandle(CATDOMBranch* pBranch);
 
     std::unique_ptr<pugi::xml_document> m_pDocument;
@@ -95,4 +102,13 @@ private:
     // Tag names in the document, those of removed elements too; empty until all elements were walked through. They
     // spare the walk for a tag that the document does not have.
     std::vector<std::string> m_TagNames;
+
+    // Branches to be freed when the bulk release ends, kept by a reference, and the place among the stores that have
+    // some.
+    std::vector<CATDOMBranch*> m_Unreachable;
+    std::size_t m_PlaceAmongWaiting = 0;
+
+    static int s_BulkReleases;
+    // Null where a store has gone.
+    static std::vector<CATDOMStore*> s_Waiting;
 };

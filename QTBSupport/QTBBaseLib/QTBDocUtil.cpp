@@ -1,5 +1,7 @@
 #include "QTBDocUtil.h"
 
+#include <algorithm>
+
 #include "CATDocument.h"
 #include "CATDocumentServices.h"
 #include "CATError.h"
@@ -81,6 +83,15 @@ HRESULT QTBDocUtil::GetPsnDocumentInSession(const CATUnicodeString& usPartNumber
 {
     return pspIProductOnRoot != nullptr ? CATProductServices::FindRootProduct(usPartNumber, pspIProductOnRoot)
                                         : E_POINTER;
+}
+
+bool QTBDocUtil::HasPsnDocumentInSession()
+{
+    return std::ranges::any_of(CATDocumentServices::GetDocuments(), [](const CATBaseUnknown_var& spDocument) {
+        CATIProduct_var spIProductOnRoot;
+        return SUCCEEDED(
+            CATProductServices::GetRootProduct(*CATDocument::FromComponent(spDocument.Get()), &spIProductOnRoot));
+    });
 }
 
 HRESULT QTBDocUtil::GetDocumentRootProduct(const CATDocument& document, CATIProduct_var* pspIProductOnRoot)

@@ -29,6 +29,9 @@ public:
     // opened first. E_FAIL when there is none.
     static HRESULT GetPsnDocumentInSession(const CATUnicodeString& usPartNumber, CATIProduct_var* pspIProductOnRoot);
 
+    // Whether some document in session has a product at its top.
+    static bool HasPsnDocumentInSession();
+
     // The product at the top of a document. E_FAIL for a document without product.
     static HRESULT GetDocumentRootProduct(const CATDocument& document, CATIProduct_var* pspIProductOnRoot);
 

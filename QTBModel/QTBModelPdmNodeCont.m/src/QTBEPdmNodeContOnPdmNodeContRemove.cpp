@@ -1,5 +1,6 @@
 #include <algorithm>
 
+#include "CATDOMBulkRelease.h"
 #include "QTBCheck.h"
 #include "QTBCommUtil.h"
 #include "QTBEPdmNodeContOnPdmNodeCont.h"
@@ -228,6 +229,8 @@ HRESULT QTBEPdmNodeContOnPdmNodeCont::Cleanup()
     }
     m_RepNodeContainers.RemoveAll();
 
+    // The documents of the answers go with the last of their nodes.
+    const CATDOMBulkRelease bulkRelease;
     for (int bucket = 0; bucket < BUCKET_COUNT; ++bucket) {
         const CATListValCATBaseUnknown_var& Bucket = m_NodeBuckets[static_cast<std::size_t>(bucket)];
         while (Bucket.Size() > 0) {

@@ -57,17 +57,20 @@ HRESULT QTBELinkToPsnOnRepNode::CorrespondingPsnNodesExist(unsigned char* pbExis
     QTB_SCOPE("QTBELinkToPsnOnRepNode::CorrespondingPsnNodesExist");
     QTB_ASSERT(pbExist != NULL);
     *pbExist = FALSE;
+    // A window that closes asks this for each of its nodes, and the way to the root is as long as the tree is deep.
+    // Without a product document it leads nowhere, and only the debug output tells of it.
+    const bool mayCorrespond = QTBDebugUtil::GetDebugStatus() != FALSE || QTBDocUtil::HasPsnDocumentInSession();
     CATIProduct_var spIProductOnDocRootProduct;
     CATListValCATBaseUnknown_var PsnNodes;
     if (QTBPdmSessionUtil::UseBomPartStructure() != FALSE) {
-        if (FAILED(FindByPartStructure(&spIProductOnDocRootProduct, &PsnNodes))) {
+        if (!mayCorrespond || FAILED(FindByPartStructure(&spIProductOnDocRootProduct, &PsnNodes))) {
             return QTB_SUCCESS;
         }
     } else {
         // An empty handle is reported as a condition that does not hold; meant.
         const QTBIRepNode_var spIRepNodeOnThis(this);
         QTB_ASSERT_AS("spIRepNodeOnThis", spIRepNodeOnThis != NULL_var);
-        if (FAILED(FindByFileStructure(&spIProductOnDocRootProduct, &PsnNodes))) {
+        if (!mayCorrespond || FAILED(FindByFileStructure(&spIProductOnDocRootProduct, &PsnNodes))) {
             return QTB_SUCCESS;
         }
     }

@@ -7,6 +7,7 @@
 
 #include <gtest/gtest.h>
 
+#include "CATDOMBulkRelease.h"
 #include "CATIDOMNodeList.h"
 #include "CATXMLDocumentFactory.h"
 #include "CATXMLWriter.h"
@@ -431,6 +432,46 @@ TEST_F(DomElement, RemovedElementsThatNobodyHoldsGiveTheirMemoryBack)
         addAndRemove();
     }
     EXPECT_LT(mallinfo2().uordblks, before + 1000000);
+    {
+        const CATDOMBulkRelease outer;
+        const CATDOMBulkRelease bulkRelease;
+        for (int i = 0; i < 100; ++i) {
+            addAndRemove();
+        }
+    }
+    EXPECT_LT(mallinfo2().uordblks, before + 1000000) << "let go of together";
+}
+
+TEST_F(DomElement, ElementsLetGoOfTogetherTakeNothingAlongThatIsHeld)
+{
+    Read("<r><a><b/></a><c><d/></c><e/></r>");
+    const CATIDOMElement_var spB = Find("b");
+    CATIDOMElement_var spD = Find("d");
+    {
+        const CATDOMBulkRelease bulkRelease;
+        EXPECT_EQ(m_spRoot->RemoveChild(Find("a")), S_OK);
+        EXPECT_EQ(m_spRoot->RemoveChild(Find("c")), S_OK);
+        EXPECT_EQ(Find("e")->AppendChild(spD), S_OK);
+        EXPECT_EQ(Xml(m_spRoot), "<r><e><d></d></e></r>");
+        spD = NULL_var;
+        EXPECT_EQ(m_spRoot->RemoveChild(Find("e")), S_OK);
+        m_spRoot = NULL_var;
+        m_spDocument = NULL_var;
+    }
+    EXPECT_EQ(Xml(Parent(spB)), "<a><b></b></a>");
+    EXPECT_TRUE(Parent(Parent(spB)) == NULL_var);
+    EXPECT_TRUE(NextSibling(Parent(spB)) == NULL_var);
+}
+
+TEST_F(DomElement, ADocumentLetGoOfElementByElementGoesBeforeTheOthersDo)
+{
+    Read("<r><a/><b/></r>");
+    const CATDOMBulkRelease bulkRelease;
+    EXPECT_EQ(m_spRoot->RemoveChild(Find("a")), S_OK);
+    EXPECT_EQ(m_spRoot->RemoveChild(Find("b")), S_OK);
+    m_spRoot = NULL_var;
+    m_spDocument = NULL_var;
+    EXPECT_EQ(CATXMLDocumentFactory::GetLiveDocumentCount(), m_LiveBefore);
 }
 
 TEST_F(DomElement, AViewLeadsBackToHandles)

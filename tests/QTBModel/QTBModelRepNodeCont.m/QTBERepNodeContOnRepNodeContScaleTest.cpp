@@ -6,6 +6,7 @@
 #include "QTBILinkToPsn.h"
 #include "QTBPartInstanceInfo.h"
 #include "QTBRepTreeSession.h"
+#include "QTBTestWindow.h"
 
 namespace {
 
@@ -18,21 +19,32 @@ std::string Number(int number)
     return std::to_string(number);
 }
 
-// Parts P0 to P100000, each below the one before it.
+// Parts P0, P1, ... each below the one before it.
 class ChainOfParts : public QTBRepTreeSession
 {
 protected:
-    void SetUp() override
+    void ReadChain(int levels)
     {
-        QTBRepTreeSession::SetUp();
         std::string items = Part("P0", Attribute("PartNumber", "P0"));
-        for (int i = 1; i <= COUNT; ++i) {
+        for (int i = 1; i <= levels; ++i) {
             const std::string key = "P" + Number(i);
             items += Part(key, Attribute("PartNumber", key)) +
                      PartPart("R" + Number(i), "P" + Number(i - 1), key, Attribute("InstanceName", key + ".1"));
         }
         Update(items);
-        Consider(ALL_NODES);
+    }
+
+    // Seconds of the processor, so that a busy machine does not matter.
+    double MeasureClosingOfWindow(int levels)
+    {
+        QTBGlobVarsUtil::EndSession();
+        ReadChain(levels);
+        QTBTestWindow window;
+        window.Show(FindNode("P0"), {"PartPart"});
+        EXPECT_EQ(AllRepNodesOf(window.GetCont()).Size(), 2 * levels + 2);
+        const std::clock_t begin = std::clock();
+        window.Close();
+        return static_cast<double>(std::clock() - begin) / CLOCKS_PER_SEC;
     }
 
     int CountMarked() const
@@ -50,6 +62,8 @@ protected:
 
 TEST_F(ChainOfParts, IsExpandedWalkedMarkedCleanedUpFoldedAndRemoved)
 {
+    ReadChain(COUNT);
+    Consider(ALL_NODES);
     unsigned char bTrue = TRUE;
     unsigned char bFalse = FALSE;
     EXPECT_THAT(ShowTrees("P0", Relations({PARTS})), Succeeds());
@@ -100,6 +114,14 @@ TEST_F(ChainOfParts, IsExpandedWalkedMarkedCleanedUpFoldedAndRemoved)
     EXPECT_EQ(Cont()->GetExpansionPathLength(), 0);
     EXPECT_THAT(m_spCont->Cleanup(), Succeeds());
     EXPECT_EQ(CountAll(), 0);
+}
+
+TEST_F(ChainOfParts, InAWindowThatClosesCostsNoMorePerLevel)
+{
+    constexpr int LEVELS = 10000;
+    const double few = MeasureClosingOfWindow(LEVELS / 10);
+    // Ten times the levels take about ten times as long; a hundred times would be quadratic.
+    EXPECT_LT(MeasureClosingOfWindow(LEVELS), 50 * few);
 }
 
 // Places of parts in one assembly A.

@@ -39,7 +39,7 @@ Json ToJson(const CATListValCATUnicodeString& texts)
 
 QTBIPsnNode_var GetPsnNode(const CATIProduct_var& spIProduct)
 {
-    const QTBIPsnNode_var spIPsnNode(spIProduct);
+    QTBIPsnNode_var spIPsnNode(spIProduct);
     if (spIPsnNode == NULL_var) {
         throw HostError(ExitCode::Failure, "products do not answer the PDM interfaces");
     }

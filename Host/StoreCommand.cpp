@@ -120,8 +120,8 @@ public:
         query.newestVersionsOnly = !m_Options.allVersions;
         query.maxCount = m_Options.limit;
         for (const std::string& text : m_Options.attributes) {
-            const auto [usName, usValue] = StoreInput::ParseAttribute(text);
-            query.conditions.push_back({usName, usValue});
+            const auto attribute = StoreInput::ParseAttribute(text);
+            query.conditions.push_back({attribute.first, attribute.second});
         }
         PrintAnswer([&query](QTBPdmStore& store, const QTBPdmStore::Receiver& receiver) {
             return store.Query(query, receiver);

@@ -32,7 +32,7 @@ CATBaseUnknown_var CreateComponent(const CATUnicodeString& lateType)
 // The component of a document of the type; a type with an alias stands for the late type that the alias names.
 CATBaseUnknown_var CreateDocument(const CATUnicodeString& type)
 {
-    const CATBaseUnknown_var spOfType = CreateComponent(type);
+    CATBaseUnknown_var spOfType = CreateComponent(type);
     const CATIDocAlias_var spIDocAlias(spOfType);
     if (spIDocAlias == NULL_var) {
         return spOfType;

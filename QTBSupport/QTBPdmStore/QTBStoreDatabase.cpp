@@ -3,6 +3,7 @@
 #include <fcntl.h>
 #include <unistd.h>
 
+#include <algorithm>
 #include <cerrno>
 #include <cstring>
 #include <filesystem>
@@ -112,7 +113,7 @@ void QTBStoreDatabase::Configure(const Options& options)
     // A change that was reported as done survives a power failure.
     Execute("PRAGMA synchronous = FULL");
     if (options.maxBytes > 0) {
-        const std::int64_t pageSize = GetNumber("PRAGMA page_size");
+        const std::int64_t pageSize = std::max<std::int64_t>(GetNumber("PRAGMA page_size"), 1);
         Execute(("PRAGMA max_page_count = " + std::to_string(options.maxBytes / pageSize + 1)).c_str());
     }
     // The first access to the file tells whether it can be read at all.

@@ -652,6 +652,7 @@ HRESULT QTBENodeAttributesOnNode::AddAttributesToXmlString(const CATListValCATUn
     for (const CATUnicodeString& usName : AttributeNames) {
         QTBNodeAttr* pNodeAttr = NULL;
         QTB_CALL(GetAttribute, usName, &pNodeAttr);
+        // GetAttribute has failed for a name that the node does not have. NOLINTNEXTLINE(clang-analyzer-core.*)
         const QTBNodeAttr& CurrentAttribute = *pNodeAttr;
         CATUnicodeString usAttributeXml;
         QTB_CALL(CurrentAttribute.WriteXmlToString, &usAttributeXml, FALSE);

@@ -535,16 +535,14 @@ HRESULT QTBERepNodeContOnRepNodeCont::GetPdmNodesToBeShownAsChildren(
     for (const QTBNodeRelationInfo& NodeRelationInfo : ListOfRelsToBeUpdated) {
         const CATUnicodeString usDirection = NodeRelationInfo.GetRelationDirection();
         const CATUnicodeString usRelationName = NodeRelationInfo.GetRelationName();
-        CATListValCATBaseUnknown_var Neighbours;
-        HRESULT hr = QTB_SUCCESS;
-        if (usDirection == usLEFT_TO_RIGHT) {
-            hr = GetNeighbours<LeftToRight>(spIPdmNode, usRelationName, &Neighbours);
-        } else if (usDirection == usRIGHT_TO_LEFT) {
-            hr = GetNeighbours<RightToLeft>(spIPdmNode, usRelationName, &Neighbours);
-        } else {
+        const bool isLeftToRight = usDirection == usLEFT_TO_RIGHT;
+        if (!isLeftToRight && !(usDirection == usRIGHT_TO_LEFT)) {
             return QTB_QUIET_FAILURE;
         }
-        if (FAILED(hr)) {
+        CATListValCATBaseUnknown_var Neighbours;
+        if (const HRESULT hr = isLeftToRight ? GetNeighbours<LeftToRight>(spIPdmNode, usRelationName, &Neighbours)
+                                             : GetNeighbours<RightToLeft>(spIPdmNode, usRelationName, &Neighbours);
+            FAILED(hr)) {
             return hr;
         }
         for (const CATBaseUnknown_var& spNeighbour : Neighbours) {

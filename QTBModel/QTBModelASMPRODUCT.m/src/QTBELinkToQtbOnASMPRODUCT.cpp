@@ -314,6 +314,13 @@ HRESULT QTBELinkToQtbOnASMPRODUCT::FileStrucPdmNodeExists(unsigned char* pbExist
     if (!IsInstance(spIProductOnThis) || QTBPdmSessionUtil::UseBomPartStructure() != FALSE) {
         return QTB_SUCCESS;
     }
+    // What was written to an instance stays when its document is lost.
+    const QTBIPsnNode_var spIPsnNodeOnThis(this);
+    CATUnicodeString usPsnNodeType;
+    if (spIPsnNodeOnThis != NULL_var && SUCCEEDED(spIPsnNodeOnThis->GetPsnNodeType(&usPsnNodeType, NULL)) &&
+        usPsnNodeType == usBROKENLINK) {
+        return QTB_SUCCESS;
+    }
     CATUnicodeString usAttribute1;
     CATUnicodeString usAttribute2;
     if (FAILED(QTBPsnTreeUtil::GetInstanceAttributes(spIProductOnThis, &usAttribute1, &usAttribute2)) ||

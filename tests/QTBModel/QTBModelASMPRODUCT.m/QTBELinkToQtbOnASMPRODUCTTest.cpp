@@ -2,16 +2,20 @@
 
 #include <gmock/gmock.h>
 
+#include "QTBEditedSchema.h"
+#include "QTBFakeProduct.h"
 #include "QTBILinkToQtb.h"
 #include "QTBMatchers.h"
 #include "QTBProductSession.h"
-#include "QTBTestWindow.h"
+#include "QTBPsnTreeUtil.h"
 
 namespace {
 
 using ::testing::Contains;
+using ::testing::HasSubstr;
 using ::testing::IsEmpty;
 using ::testing::IsSupersetOf;
+using ::testing::Not;
 
 constexpr const char* GET = "QTBELinkToQtbOnASMPRODUCT::GetCatiaPartNumberForLink -> ";
 
@@ -42,6 +46,66 @@ protected:
         EXPECT_THAT(QTBILinkToQtb_var(spProduct)->SetCatiaPartNumberForLink(partNumber), Succeeds());
     }
     static std::string WithPrefix(const std::string& text) { return GET + text; }
+
+    // The structure node with the part behind it: "AB>B", "B>B".
+    static std::string StructureOf(const CATIProduct_var& spProduct)
+    {
+        unsigned char bExists = 7;
+        QTBIPdmNode_var spIPdmNode;
+        QTBIPdmObjNode_var spIPdmObjNodeOnPart;
+        EXPECT_THAT(QTBILinkToQtb_var(spProduct)->ProdStrucPdmNodeExists(&bExists, &spIPdmNode, &spIPdmObjNodeOnPart),
+                    Succeeds());
+        EXPECT_LE(bExists, TRUE);
+        EXPECT_EQ(bExists != FALSE, spIPdmNode != NULL_var);
+        EXPECT_EQ(bExists != FALSE, spIPdmObjNodeOnPart != NULL_var);
+        return bExists != FALSE ? KeyOf(spIPdmNode) + ">" + KeyOf(spIPdmObjNodeOnPart) : "none";
+    }
+    static std::string FileNodeOf(const CATIProduct_var& spProduct)
+    {
+        unsigned char bExists = 7;
+        QTBIPdmNode_var spIPdmNode;
+        EXPECT_THAT(QTBILinkToQtb_var(spProduct)->CatiaFilePdmNodeExists(&bExists, &spIPdmNode), Succeeds());
+        EXPECT_LE(bExists, TRUE);
+        EXPECT_EQ(bExists != FALSE, spIPdmNode != NULL_var);
+        return bExists != FALSE ? KeyOf(spIPdmNode) : "none";
+    }
+    // The file-to-file relation, with "differs" behind it when name or version do.
+    static std::string FileStructureOf(const CATIProduct_var& spProduct)
+    {
+        unsigned char bExists = 7;
+        unsigned char bDiffers = 7;
+        QTBIPdmNode_var spIPdmNode;
+        EXPECT_THAT(QTBILinkToQtb_var(spProduct)->FileStrucPdmNodeExists(&bExists, &spIPdmNode, &bDiffers), Succeeds());
+        EXPECT_LE(bExists, TRUE);
+        EXPECT_LE(bDiffers, TRUE);
+        EXPECT_EQ(bExists != FALSE, spIPdmNode != NULL_var);
+        return (bExists != FALSE ? KeyOf(spIPdmNode) : "none") + (bDiffers != FALSE ? " differs" : "");
+    }
+    // Relation, part and file that correspond, "-" for each that does not; "none" in front when nothing does.
+    static std::string AllNodesOf(const CATIProduct_var& spProduct)
+    {
+        unsigned char bExist = 7;
+        QTBIPdmRelNode_var spRelation = RelNode("AB");
+        QTBIPdmObjNode_var spPart = ObjNode("A");
+        QTBIPdmObjNode_var spFile = spPart;
+        EXPECT_THAT(QTBILinkToQtb_var(spProduct)->CorrespondingPdmNodesExist(&bExist, &spRelation, &spPart, &spFile),
+                    Succeeds());
+        EXPECT_LE(bExist, TRUE);
+        const auto keyOf = [](const CATBaseUnknown_var& spNode) { return spNode != NULL_var ? KeyOf(spNode) : "-"; };
+        return (bExist != FALSE ? "" : "none ") + keyOf(spRelation) + " " + keyOf(spPart) + " " + keyOf(spFile);
+    }
+
+    static void UseFileStructure()
+    {
+        QTBLoadEditedSchema({{R"(bomPartStructure="true")", R"(bomPartStructure="false")"}});
+    }
+    static std::string FileUsage(std::string_view key, std::string_view leftKey, std::string_view rightKey,
+                                 std::string_view instanceName)
+    {
+        return Relation("FileFile", key, leftKey, rightKey,
+                        Attribute("Class1", "CATProductFile") + Attribute("Class2", "CATPartFile") +
+                            Attribute("InstanceName", instanceName));
+    }
 };
 
 TEST_F(LinkToQtb, SettingANumberWritesItToTheProductAndTellsOfAChange)
@@ -100,46 +164,176 @@ TEST_F(LinkToQtb, AProductWithoutNumberAndFileHasNone)
                                                WithPrefix("usFileName == \"\" !")}));
 }
 
+TEST_F(LinkToQtb, AProductThatLostItsNumberHasTheOneItHadBeforeTheOneItWasLinkedTo)
+{
+    const QTBFakeProducts fakes;
+    const CATBaseUnknown_var spProduct = fakes.Create({.usPartNumber = "R"});
+    EXPECT_EQ(PartNumberOf(spProduct), "R");
+    Link(spProduct, "L");
+    QTBFakeProducts::DataOf(spProduct).usPartNumber = "";
+    const DebugCapture capture;
+    EXPECT_EQ(PartNumberOf(spProduct, TRUE), "R");
+    EXPECT_THAT(capture.Lines(), IsSupersetOf({WithPrefix("CATPart in visualization mode"),
+                                               WithPrefix("part number (PDM):[L], part number (PSN):[R]")}));
+    EXPECT_THAT(capture.Lines(), Not(Contains(WithPrefix("loading the CATIA document"))));
+}
+
+TEST_F(LinkToQtb, AProductThatNeverHadANumberHasTheOneItWasLinkedToBeforeItsDocumentIsLoaded)
+{
+    const QTBFakeProducts fakes;
+    const CATBaseUnknown_var spProduct = fakes.Create({});
+    Link(spProduct, "L");
+    const DebugCapture capture;
+    EXPECT_EQ(PartNumberOf(spProduct, TRUE), "L");
+    EXPECT_THAT(capture.Lines(), Not(Contains(WithPrefix("loading the CATIA document"))));
+}
+
 TEST_F(LinkToQtb, ARelationOfTheInstanceNameIsRejectedWhenItPlacesAnotherPart)
 {
     Update(NumberedPart("A", "N1") + NumberedPart("B", "N2") + NumberedPart("C", "Other") +
            Usage("AC", "A", "C", "B.1"));
     const DebugCapture capture;
-    unsigned char bExists = FALSE;
-    QTBIPdmNode_var spIPdmNode;
-    EXPECT_THAT(QTBILinkToQtb_var(At("N1", {"B.1"}))->ProdStrucPdmNodeExists(&bExists, &spIPdmNode, nullptr),
-                Succeeds());
-    // The part itself stands in.
-    EXPECT_EQ(bExists, TRUE);
-    EXPECT_EQ(KeyOf(spIPdmNode), "B");
+    EXPECT_EQ(StructureOf(At("N1", {"B.1"})), "B>B") << "the part itself stands in";
     EXPECT_THAT(capture.Lines(),
                 IsSupersetOf({"QTBELinkToQtbOnASMPRODUCT::GetQtbStructureNodes -> ",
                               "Wrong part number (same instance name, different part numbers -> different nodes)",
                               "part numbers:'N2'(PSN) / 'Other'(PDM)"}));
 }
 
-TEST_F(LinkToQtb, ThePlaceInTheTreeIsFoundByInstanceNameAndOnlyWhenItIsTheOnlyOne)
+TEST_F(LinkToQtb, ARelationOfTheInstanceNameIsGivenWithItsPartWhenItPlacesThatPart)
 {
-    constexpr const char* EXPAND = "QTBELinkToQtbOnASMPRODUCT::ExpandToChildPart -> ";
     Update(NumberedPart("A", "N1") + NumberedPart("B", "N2") + Usage("AB", "A", "B", "B.1"));
-    const QTBTestWindow window;
-    const auto highlight = [&] {
-        return QTBILinkToQtb_var(At("N1", {"B.1"}))->HighlightProdStrucNode(TRUE, FALSE, nullptr);
-    };
-    {
-        // The tree shows the part alone.
-        window.Show(FindNode("A"), {});
-        const DebugCapture capture;
-        EXPECT_THAT(highlight(), FailsAssertion("ProdStrucRepNodes.Size() > 0"));
-        EXPECT_THAT(capture.Lines(), Contains(EXPAND + std::string("instance name [B.1] not found, returning")));
-    }
-    window.Show(FindNode("A"), {"PartPart"});
-    EXPECT_THAT(highlight(), Succeeds());
-    Update(Usage("AB2", "A", "B", "B.1"));
-    window.Show(FindNode("A"), {"PartPart"});
     const DebugCapture capture;
-    EXPECT_THAT(highlight(), FailsAssertion("ProdStrucRepNodes.Size() > 0"));
-    EXPECT_THAT(capture.Lines(), Contains(EXPAND + std::string("instance name [B.1] found more than once, returning")));
+    EXPECT_EQ(StructureOf(At("N1", {"B.1"})), "AB>B");
+    EXPECT_EQ(AllNodesOf(At("N1", {"B.1"})), "AB B -");
+    EXPECT_THAT(capture.Text(), Not(HasSubstr("Wrong part number")));
+}
+
+TEST_F(LinkToQtb, AnInstanceWithoutReadableTypeAndFatherMakesTheQuestionForItsStructureFail)
+{
+    const QTBFakeProducts fakes;
+    for (const bool isReference : {false, true}) {
+        // Whatever the product is: of an unknown type it counts as an instance.
+        const CATBaseUnknown_var spProduct =
+            fakes.Create({.isReference = isReference, .usPartNumber = "N1", .linkResult = E_FAIL});
+        unsigned char bExists = TRUE;
+        const DebugCapture capture;
+        EXPECT_THAT(QTBILinkToQtb_var(spProduct)->ProdStrucPdmNodeExists(&bExists, nullptr, nullptr),
+                    FailsCall("spIPsnNodeOnThis->GetFatherProduct"));
+        EXPECT_EQ(bExists, FALSE);
+        EXPECT_THAT(
+            capture.Lines(),
+            Contains("QTBELinkToQtbOnASMPRODUCT::ProdStrucPdmNodeExists -> spIPsnNodeOnThis->GetPsnNodeType !"));
+    }
+}
+
+// A product that is there beside one whose document is missing, with counterparts in the graph of both.
+class LinkToQtbOfBrokenLink : public LinkToQtb
+{
+protected:
+    static void OpenBoth()
+    {
+        Open(R"(
+            <product id="w" file="w.CATProduct" partNumber="W">
+              <instance of="x" name="X.1"/><instance of="y" name="Y.1"/>
+            </product>
+            <product id="x" file="x.CATPart" link="broken"/>
+            <product id="y" file="y.CATPart" partNumber="y"/>)");
+        Update(NumberedPart("A", "W") + File("CATProductFile", "FA", "w.CATProduct"));
+        for (const std::string name : {"X", "Y"}) {
+            const std::string number = name == "X" ? "x" : "y";
+            Update(NumberedPart(name, number) + Usage("A" + name, "A", name, name + ".1") +
+                   File("CATPartFile", "F" + name, number + ".CATPart", Attribute("PartNumber", number)) +
+                   FileUsage("FA" + name, "FA", "F" + name, name + ".1"));
+            EXPECT_THAT(QTBPsnTreeUtil::SetInstanceAttributes(At("W", {name + ".1"}), ("FA" + name).c_str(),
+                                                              (name + ".1").c_str()),
+                        Succeeds());
+        }
+    }
+};
+
+TEST_F(LinkToQtbOfBrokenLink, HasNeitherStructureNorFileWhateverTheGraphHolds)
+{
+    OpenBoth();
+    EXPECT_EQ(StructureOf(At("W", {"Y.1"})), "AY>Y");
+    EXPECT_EQ(FileNodeOf(At("W", {"Y.1"})), "FY");
+    EXPECT_EQ(StructureOf(At("W", {"X.1"})), "none");
+    EXPECT_EQ(FileNodeOf(At("W", {"X.1"})), "none");
+    EXPECT_EQ(FileStructureOf(At("W", {"X.1"})), "none");
+    EXPECT_EQ(AllNodesOf(At("W", {"X.1"})), "none - - -");
+}
+
+TEST_F(LinkToQtbOfBrokenLink, HasNoPlaceInTheFileStructureEither)
+{
+    UseFileStructure();
+    OpenBoth();
+    EXPECT_EQ(FileStructureOf(At("W", {"Y.1"})), "FAY");
+    EXPECT_EQ(FileStructureOf(At("W", {"X.1"})), "none");
+    EXPECT_EQ(AllNodesOf(At("W", {"X.1"})), "none - - -");
+}
+
+TEST_F(LinkToQtb, ADrawingIsFoundByItsFileNameAndOtherwiseByItsPartNumber)
+{
+    Open(R"(<product id="d" file="d.CATDrawing" partNumber="ND"/>)");
+    EXPECT_EQ(FileNodeOf(Root("ND")), "none");
+    Update(File("CATPartFile", "ByNumber", "other.CATPart", Attribute("PartNumber", "ND")));
+    EXPECT_EQ(FileNodeOf(Root("ND")), "ByNumber");
+    Update(File("CATDrawingFile", "ByName", "d.CATDrawing"));
+    EXPECT_EQ(FileNodeOf(Root("ND")), "ByName");
+    Update(File("CATPartFile", "ByNumber", "other.CATPart", Attribute("PartNumber", "ND")));
+    EXPECT_EQ(FileNodeOf(Root("ND")), "ByName") << "the name comes first, whatever was read last";
+}
+
+TEST_F(LinkToQtb, AFileInAnotherVersionThanThatOfItsNumberIsToldAndCountsAsNoPart)
+{
+    UseFileStructure();
+    const auto file = [](std::string_view key, std::string_view version) {
+        return File("CATPartFile", key, "b.CATPart", Attribute("PartNumber", "N2") + Info({{"QtbVersion", version}}));
+    };
+    Update(File("CATProductFile", "FA", "p.CATProduct") + file("FB1", "1") + FileUsage("FAB", "FA", "FB1", "B.1"));
+    const CATIProduct_var spProduct = At("N1", {"B.1"});
+    EXPECT_THAT(QTBPsnTreeUtil::SetInstanceAttributes(spProduct, "FAB", "B.1"), Succeeds());
+    EXPECT_EQ(FileStructureOf(spProduct), "FAB");
+    EXPECT_EQ(AllNodesOf(spProduct), "FAB FB1 FB1");
+
+    Update(file("FB2", "2"));
+    {
+        const DebugCapture capture;
+        EXPECT_EQ(FileStructureOf(spProduct), "FAB differs");
+        EXPECT_THAT(capture.Lines(), Contains("QTBELinkToQtbOnASMPRODUCT::CheckNameAndVersion -> '1' / '2'"));
+    }
+    EXPECT_EQ(AllNodesOf(spProduct), "- - FB2");
+    unsigned char bExist = TRUE;
+    QTBIPdmRelNode_var spRelation = RelNode("FAB");
+    QTBIPdmObjNode_var spPart = ObjNode("FB1");
+    EXPECT_THAT(QTBILinkToQtb_var(spProduct)->CorrespondingPdmNodesExist(&bExist, &spRelation, &spPart, nullptr),
+                Succeeds());
+    EXPECT_EQ(bExist, FALSE);
+    EXPECT_TRUE(spRelation == NULL_var);
+    EXPECT_TRUE(spPart == NULL_var);
+}
+
+TEST_F(LinkToQtb, WhoAsksForTheFileAloneLooksUpNoStructure)
+{
+    Update(NumberedPart("A", "N1") + NumberedPart("B", "N2") + Usage("AB", "A", "B", "B.1") +
+           File("CATPartFile", "FB", "b.CATPart", Attribute("PartNumber", "N2")));
+    const CATIProduct_var spProduct = At("N1", {"B.1"});
+    unsigned char bExist = FALSE;
+    QTBIPdmObjNode_var spFile;
+    const DebugCapture capture(2);
+    EXPECT_THAT(QTBILinkToQtb_var(spProduct)->CorrespondingPdmNodesExist(&bExist, nullptr, nullptr, &spFile),
+                Succeeds());
+    EXPECT_EQ(bExist, TRUE);
+    EXPECT_EQ(KeyOf(spFile), "FB");
+    EXPECT_THAT(capture.Lines(), Contains(" -> QTBELinkToQtbOnASMPRODUCT::CatiaFilePdmNodeExists"));
+    for (const char* operation :
+         {"ProdStrucPdmNodeExists", "FileStrucPdmNodeExists", "GetQtbStructureNodes", "GetFatherProduct"}) {
+        EXPECT_THAT(capture.Text(), Not(HasSubstr(operation)));
+    }
+    UseFileStructure();
+    EXPECT_THAT(QTBILinkToQtb_var(spProduct)->CorrespondingPdmNodesExist(&bExist, nullptr, nullptr, &spFile),
+                Succeeds());
+    EXPECT_THAT(capture.Text(), Not(HasSubstr("FileStrucPdmNodeExists")));
 }
 
 } // namespace

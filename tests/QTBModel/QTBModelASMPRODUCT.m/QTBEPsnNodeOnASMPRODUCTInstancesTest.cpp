@@ -212,9 +212,10 @@ TEST_F(ChildInstances, TheFirstListSavedForAPartNumberIsKept)
     EXPECT_THAT(SavedFor("P"), ElementsAre("/A.1", "/B.1"));
 }
 
-TEST_F(ChildInstances, AnythingButACatProductSavesNothing)
+TEST_F(ChildInstances, AnythingButACatProductSavesAndComparesNothing)
 {
-    Open(R"(<product id="a" file="a.CATPart" partNumber="PA"/>)");
+    Open(R"(<product id="a" file="a.CATPart" partNumber="PA"><instance of="b" name="B.1"/></product>
+            <product id="b" file="b.CATPart" partNumber="PB"/>)");
     Save(Root("PA"));
     EXPECT_THAT(SavedFor("PA"), ElementsAre("none"));
     EXPECT_THAT(Check(Root("PA")).additional, IsEmpty());

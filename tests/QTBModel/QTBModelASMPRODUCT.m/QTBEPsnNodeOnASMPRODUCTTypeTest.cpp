@@ -185,6 +185,9 @@ TEST_F(PsnNodeType, BelowAnArchiveRootTheTypeIsThatOfArchivesAndNoTypeIsOffered)
     EXPECT_EQ(TypeOf(At("P", {"A", "AC"})), "CMIArchiveFile derived");
     EXPECT_THAT(CommandsOf(At("P", {"A", "AC"})), IsEmpty());
     EXPECT_EQ(TypeOf(Root("PC")), "Part");
+    Update(NumberedPart("1", "PC", "StandardPart"));
+    EXPECT_EQ(TypeOf(At("P", {"A", "AC"})), "CMIArchiveFile derived") << "whatever the graph holds";
+    EXPECT_THAT(CommandsOf(At("P", {"A", "AC"})), IsEmpty());
 }
 
 TEST_F(PsnNodeType, ARecordedTypeIsDerivedWhenItIsTheClassOfFiles)

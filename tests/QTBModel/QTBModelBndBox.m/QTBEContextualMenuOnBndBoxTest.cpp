@@ -1,11 +1,18 @@
 #include "QTBEContextualMenuOnBndBox.h"
 
+#include <string>
+#include <vector>
+
+#include <gmock/gmock.h>
+
 #include "CATCmdContainer.h"
 #include "CATCmdSeparator.h"
 #include "CATCmdStarter.h"
 #include "CATIContextualMenu.h"
 #include "CATMsgCatalog.h"
 #include "QTBBndBoxTestBox.h"
+
+using ::testing::ElementsAre;
 
 namespace {
 
@@ -59,7 +66,12 @@ TEST_F(BndBoxMenu, IsAnotherOneEachTime)
     CATCmdAccess* pSecond = GetMenu();
     EXPECT_NE(pFirst, pSecond);
     CATCmdContainer::Dismiss(pFirst);
-    EXPECT_EQ(pSecond->GetChild()->GetName(), "NULL") << "each belongs to its caller";
+    std::vector<std::string> names;
+    for (const CATCmdAccess* pItem = pSecond->GetChild(); pItem != nullptr; pItem = pItem->GetNext()) {
+        names.emplace_back(pItem->GetName().View());
+    }
+    EXPECT_THAT(names, ElementsAre("NULL", "QTBMarkBndBoxSubMenuStr", "QTBUnMarkBndBoxSubMenuStr"))
+        << "each belongs to its caller";
     CATCmdContainer::Dismiss(pSecond);
 }
 

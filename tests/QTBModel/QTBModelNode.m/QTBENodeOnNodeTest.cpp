@@ -3,6 +3,7 @@
 #include <gmock/gmock.h>
 
 #include "CATInstantiateComponent.h"
+#include "QTBENodeAttributesOnNode.h"
 #include "QTBEPdmNodeOnPdmNode.h"
 #include "QTBERepNodeOnRepNode.h"
 #include "QTBINode.h"
@@ -14,6 +15,8 @@
 #include "QTBRepTreeSession.h"
 #include "QTBTestLateType.h"
 #include "QTBTestSession.h"
+#include "TIEQTBINode.h"
+#include "TIEQTBINodeAttributes.h"
 #include "TIEQTBIPdmNode.h"
 #include "TIEQTBIRepNode.h"
 
@@ -46,6 +49,17 @@ class FakeRepNode : public QTBERepNodeOnRepNode
 public:
     HRESULT GetDisplayString(CATUnicodeString* pusText) { return Answer(pusText); }
     HRESULT GetPdmNodeClassName(CATUnicodeString* pusText) { return Answer(pusText); }
+};
+
+// Extensions of which it is counted how many there are.
+template <class Extension>
+class Counted : public Extension
+{
+public:
+    inline static int s_Count = 0;
+
+    Counted() { ++s_Count; }
+    ~Counted() override { --s_Count; }
 };
 
 class QTBENodeOnNodeTest : public QTBTestSession
@@ -203,15 +217,24 @@ TEST_F(QTBENodeOnNodeTest, TwoQueriesReachOneExtensionAndTwoNodesHaveSeparateOne
 
 TEST_F(QTBENodeOnNodeTest, ReleasingTheLastHandleDestroysANodeWithItsExtensions)
 {
+    QTBTestLateType type("TestCountedNode", "QTBPdmObjNode");
+    type.Register<TIEQTBINode, QTBINode, Counted<QTBENodeOnNode>>();
+    type.Register<TIEQTBINodeAttributes, QTBINodeAttributes, Counted<QTBENodeAttributesOnNode>>();
     const int before = CATBaseUnknown::GetLiveComponentCount();
     {
-        const CATBaseUnknown_var spNode = Create("QTBPdmObjNode");
-        QTBINodeAttributes_var spINodeAttributes(spNode);
+        CATBaseUnknown_var spNode = type.Create();
+        const QTBINodeAttributes_var spINodeAttributes(spNode);
         spINodeAttributes->SetKey("K1");
         DescriptionOf(spNode);
         EXPECT_EQ(CATBaseUnknown::GetLiveComponentCount(), before + 1);
+        EXPECT_EQ(Counted<QTBENodeOnNode>::s_Count, 1);
+        EXPECT_EQ(Counted<QTBENodeAttributesOnNode>::s_Count, 1);
+        spNode = NULL_var;
+        EXPECT_EQ(Counted<QTBENodeOnNode>::s_Count, 1) << "another handle is left";
     }
     EXPECT_EQ(CATBaseUnknown::GetLiveComponentCount(), before);
+    EXPECT_EQ(Counted<QTBENodeOnNode>::s_Count, 0);
+    EXPECT_EQ(Counted<QTBENodeAttributesOnNode>::s_Count, 0);
 }
 
 TEST_F(QTBENodeOnNodeTest, AnObjectNodeAnswersTheNodeInterfaceThroughItsBaseLateType)
@@ -220,6 +243,9 @@ TEST_F(QTBENodeOnNodeTest, AnObjectNodeAnswersTheNodeInterfaceThroughItsBaseLate
     const QTBINode_var spINode(spNode);
     ASSERT_TRUE(spINode != NULL_var);
     EXPECT_TRUE(spINode == spNode);
+    auto* pTie = dynamic_cast<TIEQTBINode<CATDataTie<QTBINode, QTBENodeOnNode>>*>(spINode.Get());
+    ASSERT_NE(pTie, nullptr) << "the extension of plain nodes";
+    EXPECT_TRUE(CATBaseUnknown_var(pTie->Target()) == spNode) << "on this node";
     CATUnicodeString usText;
     EXPECT_THAT(spINode->GetPdmClass(&usText), Succeeds());
 }

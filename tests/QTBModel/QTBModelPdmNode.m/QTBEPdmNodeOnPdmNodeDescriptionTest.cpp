@@ -4,6 +4,7 @@
 #include "QTBEditedSchema.h"
 #include "QTBFaultyPdmSession.h"
 #include "QTBINodeAttributes.h"
+#include "QTBMessageUtil.h"
 #include "QTBTestLateType.h"
 #include "QTBXmlElement.h"
 #include "TIEQTBIPdmNode.h"
@@ -202,6 +203,9 @@ TEST_F(PdmNodeDescription, AnObjectThatMayNeitherBeEditedNorCheckedOutNamesTheUs
               "P-1, Bracket (checked out by Jo Doe)");
     EXPECT_EQ(DescribePart(Numbered(Info({{"QtbCheckedOutBy", "Jo Doe"}}))), "P-1, Bracket (checked out by Jo Doe)")
         << "a right that was not granted";
+    const HRESULT hr =
+        CATError::GetReturn(2, QTBMessageUtil::ObjectIsCheckedOutByUser("Jo Doe"), nullptr, __FILE__, __LINE__);
+    EXPECT_EQ(CATError::CATGetLastError(hr, nullptr)->GetNLSMessage(), "checked out by Jo Doe");
 }
 
 TEST_F(PdmNodeDescription, AnObjectThatMayBeEditedOrCheckedOutNamesNobody)

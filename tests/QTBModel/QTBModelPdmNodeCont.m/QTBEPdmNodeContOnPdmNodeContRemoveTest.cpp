@@ -136,9 +136,12 @@ TEST_F(PdmGraphRemoval, RemovingChecksItsHandle)
     EXPECT_THAT(Extension()->RemoveNodeFromPdmSystem(&spIPdmNode, nullptr), FailsAssertion("NULL_var != *pspIPdmNode"));
 }
 
-TEST_F(PdmGraphRemoval, AnUnknownKeyIsTakenOutOfTheContainerQuietly)
+TEST_F(PdmGraphRemoval, TakingAnUnknownKeyOutOfTheContainerFailsQuietly)
 {
+    const DebugCapture capture;
     EXPECT_THAT(Extension()->RemovePdmNodeFromContainer("unknown", FALSE, FALSE), FailsQuietly());
+    EXPECT_EQ(capture.Text(), "");
+    EXPECT_THAT(AllKeys(), ElementsAre("A", "AR", "L", "LA", "LR", "R"));
 }
 
 TEST_F(PdmGraphRemoval, ANodeDeletedInThePdmSystemAlwaysLeavesTheStore)

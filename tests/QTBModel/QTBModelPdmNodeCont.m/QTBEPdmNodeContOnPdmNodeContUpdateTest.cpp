@@ -204,6 +204,7 @@ TEST_F(PdmGraphUpdate, AKeyReadTwiceInOneAnswerReplacesTheNodeCreatedAMomentBefo
     EXPECT_EQ(AttributeOf(FindNode("A"), "Name"), "second");
     EXPECT_THAT(KeysOf(Objects), ElementsAre("A", "B", "A"));
     EXPECT_TRUE(Objects[3] == FindNode("A"));
+    EXPECT_FALSE(Objects[1] == Objects[3]) << "a new node each time";
 }
 
 TEST_F(PdmGraphUpdate, ARelationReadTwiceInOneAnswerIsLinkedOnce)
@@ -232,8 +233,13 @@ TEST_F(PdmGraphUpdate, ElementsOfAnUnknownClassAreIgnored)
 TEST_F(PdmGraphUpdate, AnUnknownClassWithAKnownBaseClassIsReadAndDescribedByThat)
 {
     DebugCapture capture;
-    Update(Object("SpecialPart", "S", Info({{"QtbRelevantBaseClass", "Part"}})));
+    Update(Object("SpecialPart", "S",
+                  Attribute("PartNumber", "P-1") + Attribute("Name", "Bracket") +
+                      Info({{"QtbRelevantBaseClass", "Part"}})));
     EXPECT_EQ(ClassOf("S"), "Part");
+    CATUnicodeString usDescription;
+    EXPECT_THAT(PdmNode("S")->GetDescriptionString(&usDescription), Succeeds());
+    EXPECT_EQ(usDescription, "P-1, Bracket") << "as parts are described";
     QTBSchemaObject* pSchemaObject = nullptr;
     EXPECT_THAT(ObjNode("S")->GetSchemaObjectPtr(&pSchemaObject), Succeeds());
     ASSERT_NE(pSchemaObject, nullptr);

@@ -532,7 +532,7 @@ TEST_F(PdmRelNode, KeepsTheParentClassesThatWereReadOnce)
     EXPECT_THAT(ParentClassesOf(spEmpty), IsEmpty()) << "an empty element was read too";
 }
 
-TEST_F(PdmRelNode, WithTwoParentClassesElementsIsOfNoOtherClassThanItsOwn)
+TEST_F(PdmRelNode, WithTwoParentClassesElementsFailsToTellItsParentClassesAndSoWhatItIs)
 {
     const QTBIPdmRelNode_var spIPdmRelNode = CreateSpecial("<parentClasses><class>PartPart</class></parentClasses>"
                                                            "<parentClasses><class>Usage</class></parentClasses>");

@@ -1,6 +1,7 @@
 #include "QTBChildRepNodeInfo.h"
 
 #include <climits>
+#include <iterator>
 
 #include <gmock/gmock.h>
 
@@ -110,6 +111,18 @@ TEST_F(ChildRepNodeInfo, IsEqualWithTheSameRelationAndTheSameChildrenInOrder)
     EXPECT_FALSE(AreEqual(make(PARTS, {spA, spB}), make(PARTS, {spA})));
     EXPECT_FALSE(AreEqual(make(PARTS, {spA}), make(USED_IN, {spA})));
     EXPECT_FALSE(AreEqual(make(PARTS, {spA}), make(FILES, {spA})));
+}
+
+TEST_F(ChildRepNodeInfo, IsUnequalExactlyWhenItIsNotEqual)
+{
+    const QTBChildRepNodeInfo infos[] = {QTBChildRepNodeInfo(), QTBChildRepNodeInfo(PARTS), QTBChildRepNodeInfo(FILES),
+                                         InfoOn({"A"}), InfoOn({"A", "B"})};
+    for (std::size_t i = 0; i < std::size(infos); ++i) {
+        for (std::size_t j = 0; j < std::size(infos); ++j) {
+            EXPECT_EQ(infos[i] == infos[j], i == j ? 1 : 0) << i << " and " << j;
+            EXPECT_EQ(infos[i] != infos[j], i == j ? 0 : 1) << i << " and " << j;
+        }
+    }
 }
 
 TEST_F(ChildRepNodeInfo, SplitsChildrenByTheLastTwoActions)

@@ -357,6 +357,19 @@ TEST_F(RepTreeUpdate, DoesNotLookForCirclesBelowTheStartItself)
     EXPECT_THAT(InfoList(), IsEmpty());
 }
 
+TEST_F(RepTreeUpdate, ReportsNoCircleThatClosesDirectlyBelowTheStart)
+{
+    Update(Part("P") + Part("Q") + PartPart("PQ", "P", "Q") + PartPart("QP", "Q", "P"));
+    const QTBIRepNode_var spP = CreateRoot("P");
+    EXPECT_THAT(Expand(spP, Relations({PARTS}), TRUE), Succeeds());
+    EXPECT_EQ(TreeOf(spP), "P(PQ(Q))");
+    // P stands above Q, but the update begins at Q.
+    Update(PartPart("QP", "Q", "P"));
+    EXPECT_THAT(Expand(Find("Q"), Relations({PARTS}), TRUE), Succeeds());
+    EXPECT_EQ(TreeOf(spP), "P(PQ(Q(QP(P))))");
+    EXPECT_THAT(InfoList(), IsEmpty());
+}
+
 TEST_F(RepTreeUpdate, NamesTheRelationWhenThatIsOnThePathAlready)
 {
     Update(Part("P") + PartPart("PP", "P", "P", Attribute("InstanceName", "P.1")));
@@ -725,6 +738,7 @@ TEST_F(ChildrenToBeShown, AreToldLineByLine)
 
 TEST_F(ChildrenToBeShown, OfAnUnknownDirectionAreMissedQuietly)
 {
+    EXPECT_THAT(Get(a, Relations({PARTS, UNKNOWN_DIRECTION, FILES})), FailsQuietly());
     EXPECT_TRUE(DiagnosisOfGet(a, Relations({PARTS, UNKNOWN_DIRECTION, FILES})).empty());
     EXPECT_EQ(Diagnosis(a, Relations({UNKNOWN_DIRECTION})), InExpansion({Call("GetPdmNodesToBeShownAsChildren")}, 0));
 }

@@ -57,6 +57,9 @@ HRESULT QTBELinkToPsnOnRepNode::CorrespondingPsnNodesExist(unsigned char* pbExis
     QTB_SCOPE("QTBELinkToPsnOnRepNode::CorrespondingPsnNodesExist");
     QTB_ASSERT(pbExist != NULL);
     *pbExist = FALSE;
+    if (pCorrespondingPsnNodes != NULL) {
+        pCorrespondingPsnNodes->RemoveAll();
+    }
     // A window that closes asks this for each of its nodes, and the way to the root is as long as the tree is deep.
     // Without a product document it leads nowhere, and only the debug output tells of it.
     const bool mayCorrespond = QTBDebugUtil::GetDebugStatus() != FALSE || QTBDocUtil::HasPsnDocumentInSession();

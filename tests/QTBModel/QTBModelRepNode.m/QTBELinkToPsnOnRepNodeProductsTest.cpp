@@ -78,10 +78,12 @@ protected:
         const CATIProduct_var spFather = spProduct->GetFatherProduct();
         return spFather != NULL_var ? PathOf(spFather) + "/" + NameOf(spProduct) : NameOf(spProduct);
     }
+    // What stands in the list before is not among them.
     std::vector<std::string> ProductsOf(const char* key) const
     {
         unsigned char bExist = 7;
         CATListValCATBaseUnknown_var products;
+        products.Append(Root("N1"));
         EXPECT_THAT(LinkOf(key)->CorrespondingPsnNodesExist(&bExist, &products, nullptr), Succeeds());
         EXPECT_EQ(bExist, products.Size() > 0 ? TRUE : FALSE);
         std::vector<std::string> paths;

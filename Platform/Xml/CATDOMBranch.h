@@ -20,4 +20,6 @@ struct CATDOMBranch
     int handles = 0;
     // Handle objects and merged branches that point here; the record goes with the last.
     int references = 0;
+    // Of the branches to be freed when the bulk release ends.
+    CATDOMBranch* pNextUnreachable = nullptr;
 };

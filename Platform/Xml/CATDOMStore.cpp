@@ -91,7 +91,7 @@ private:
 } // namespace
 
 int CATDOMStore::s_BulkReleases = 0;
-std::vector<CATDOMStore*> CATDOMStore::s_Waiting;
+CATDOMStore* CATDOMStore::s_pFirstWaiting = nullptr;
 
 CATDOMStore::CATDOMStore(std::unique_ptr<pugi::xml_document> pDocument)
     : m_pDocument(std::move(pDocument)), m_pMain(NewBranch(m_pDocument->internal_object()))
@@ -102,11 +102,8 @@ CATDOMStore::CATDOMStore(std::unique_ptr<pugi::xml_document> pDocument)
 
 CATDOMStore::~CATDOMStore()
 {
-    if (!m_Unreachable.empty()) {
-        s_Waiting[m_PlaceAmongWaiting] = nullptr;
-    }
-    for (CATDOMBranch* pBranch : m_Unreachable) {
-        DropReference(pBranch);
+    for (CATDOMBranch* pBranch = TakeUnreachable(); pBranch != nullptr;) {
+        DropReference(std::exchange(pBranch, pBranch->pNextUnreachable));
     }
     DropReference(m_pMain);
     --s_LiveStores;
@@ -423,12 +420,27 @@ void CATDOMStore::FreeIfUnreachable(CATDOMBranch* pBranch)
 
 void CATDOMStore::NoteUnreachable(CATDOMBranch* pBranch)
 {
-    if (m_Unreachable.empty()) {
-        m_PlaceAmongWaiting = s_Waiting.size();
-        s_Waiting.push_back(this);
+    if (m_pUnreachable == nullptr) {
+        m_pNextWaiting = std::exchange(s_pFirstWaiting, this);
+        if (m_pNextWaiting != nullptr) {
+            m_pNextWaiting->m_pPreviousWaiting = this;
+        }
     }
-    m_Unreachable.push_back(pBranch);
+    pBranch->pNextUnreachable = std::exchange(m_pUnreachable, pBranch);
     ++pBranch->references;
+}
+
+CATDOMBranch* CATDOMStore::TakeUnreachable()
+{
+    if (m_pUnreachable == nullptr) {
+        return nullptr;
+    }
+    if (m_pNextWaiting != nullptr) {
+        m_pNextWaiting->m_pPreviousWaiting = m_pPreviousWaiting;
+    }
+    (m_pPreviousWaiting != nullptr ? m_pPreviousWaiting->m_pNextWaiting : s_pFirstWaiting) = m_pNextWaiting;
+    m_pNextWaiting = m_pPreviousWaiting = nullptr;
+    return std::exchange(m_pUnreachable, nullptr);
 }
 
 void CATDOMStore::EndBulkRelease()
@@ -436,18 +448,17 @@ void CATDOMStore::EndBulkRelease()
     if (--s_BulkReleases > 0) {
         return;
     }
-    for (CATDOMStore* pStore : std::exchange(s_Waiting, {})) {
-        if (pStore != nullptr) {
-            pStore->FreeUnreachable();
-        }
+    while (s_pFirstWaiting != nullptr) {
+        s_pFirstWaiting->FreeUnreachable();
     }
 }
 
 void CATDOMStore::FreeUnreachable()
 {
-    for (CATDOMBranch* pBranch : std::exchange(m_Unreachable, {})) {
-        FreeIfUnreachable(pBranch);
-        DropReference(pBranch);
+    for (CATDOMBranch* pBranch = TakeUnreachable(); pBranch != nullptr;) {
+        CATDOMBranch* pCurrent = std::exchange(pBranch, pBranch->pNextUnreachable);
+        FreeIfUnreachable(pCurrent);
+        DropReference(pCurrent);
     }
 }
 

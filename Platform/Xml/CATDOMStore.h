@@ -90,6 +90,8 @@ private:
     void FreeIfUnreachable(CATDOMBranch* pBranch);
     void Free(CATDOMBranch* pBranch);
     void NoteUnreachable(CATDOMBranch* pBranch);
+    // The noted branches, of which there are none afterwards.
+    CATDOMBranch* TakeUnreachable();
     void FreeUnreachable();
     void ForgetHandle(CATDOMBranch* pBranch);
 
@@ -103,12 +105,12 @@ private:
     // spare the walk for a tag that the document does not have.
     std::vector<std::string> m_TagNames;
 
-    // Branches to be freed when the bulk release ends, kept by a reference, and the place among the stores that have
-    // some.
-    std::vector<CATDOMBranch*> m_Unreachable;
-    std::size_t m_PlaceAmongWaiting = 0;
+    // Branches to be freed when the bulk release ends, kept by a reference; the stores that have some are neighbours.
+    // Both are chained, since handles are dropped where nothing may fail.
+    CATDOMBranch* m_pUnreachable = nullptr;
+    CATDOMStore* m_pNextWaiting = nullptr;
+    CATDOMStore* m_pPreviousWaiting = nullptr;
 
     static int s_BulkReleases;
-    // Null where a store has gone.
-    static std::vector<CATDOMStore*> s_Waiting;
+    static CATDOMStore* s_pFirstWaiting;
 };

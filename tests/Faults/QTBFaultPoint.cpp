@@ -3,12 +3,27 @@
 #include <dlfcn.h>
 #include <execinfo.h>
 
+#include <cstdint>
 #include <cstdio>
 #include <cstdlib>
 #include <functional>
+#include <new>
+#include <unordered_set>
 
 #include "CATBaseUnknown.h"
 #include "CATInstantiateComponent.h"
+
+namespace {
+
+// The implementation and interface objects that are alive. Written so that the leak detection does not take this for
+// the one who holds them.
+std::unordered_set<std::uintptr_t>& LiveObjects()
+{
+    static std::unordered_set<std::uintptr_t> s_Objects;
+    return s_Objects;
+}
+
+} // namespace
 
 void QTBFaultPoint::Arm(Points points, int n, Kind kind)
 {
@@ -85,6 +100,18 @@ HRESULT QTBFaultPoint::Result()
     return CATError::GetReturn(2, pError, nullptr, __FILE__, __LINE__);
 }
 
+std::vector<CATBaseUnknown*> QTBFaultPoint::GetLiveComponents()
+{
+    std::vector<CATBaseUnknown*> components;
+    for (const std::uintptr_t hidden : LiveObjects()) {
+        auto* pObject = reinterpret_cast<CATBaseUnknown*>(~hidden);
+        if (pObject->GetImpl() == pObject) {
+            components.push_back(pObject);
+        }
+    }
+    return components;
+}
+
 void* QTBFaultPoint::FindReal(const void* pReplacement)
 {
     Dl_info info = {};
@@ -97,7 +124,21 @@ void* QTBFaultPoint::FindReal(const void* pReplacement)
     return pReal;
 }
 
-// Stands in the place of the platform's.
+// What follows stands in the place of the platform's.
+
+void* CATBaseUnknown::operator new(std::size_t size)
+{
+    void* pMemory = ::operator new(size);
+    LiveObjects().insert(~reinterpret_cast<std::uintptr_t>(pMemory));
+    return pMemory;
+}
+
+void CATBaseUnknown::operator delete(void* pMemory)
+{
+    LiveObjects().erase(~reinterpret_cast<std::uintptr_t>(pMemory));
+    ::operator delete(pMemory);
+}
+
 HRESULT CATBaseUnknown::QueryInterface(const IID& iid, void** ppv)
 {
     using Query = HRESULT (*)(CATBaseUnknown*, const IID&, void**);

@@ -277,7 +277,7 @@ void QTBFaultSession::Run(const QTBScenario& scenario)
 void QTBFaultSession::RunAll(const QTBScenario& scenario, QTBFaultPoint::Points points, Outcome* pOutcome)
 {
     QTBFaultPoint::ArmToRecord(points);
-    RunOnce(scenario, points, pOutcome);
+    RunOnce(scenario, pOutcome);
     const std::vector<std::size_t> places = QTBFaultPoint::GetPlaces();
     std::set<std::size_t> seen;
     for (std::size_t i = 0; i < places.size() && !HasFatalFailure(); ++i) {
@@ -288,16 +288,16 @@ void QTBFaultSession::RunAll(const QTBScenario& scenario, QTBFaultPoint::Points 
         const bool areBothMeant = !scenario.bChanges && points == QTBFaultPoint::CALLS;
         if (areBothMeant || seen.size() % 2 == 0) {
             QTBFaultPoint::Arm(points, n, QTBFaultPoint::FAILS_WITH_ERROR);
-            RunOnce(scenario, points, pOutcome);
+            RunOnce(scenario, pOutcome);
         }
         if (areBothMeant || seen.size() % 2 == 1) {
             QTBFaultPoint::Arm(points, n, QTBFaultPoint::FAILS);
-            RunOnce(scenario, points, pOutcome);
+            RunOnce(scenario, pOutcome);
         }
     }
 }
 
-void QTBFaultSession::RunOnce(const QTBScenario& scenario, QTBFaultPoint::Points points, Outcome* pOutcome)
+void QTBFaultSession::RunOnce(const QTBScenario& scenario, Outcome* pOutcome)
 {
     HRESULT hr = E_FAIL;
     std::vector<std::string> diagnoses;
@@ -335,9 +335,7 @@ void QTBFaultSession::RunOnce(const QTBScenario& scenario, QTBFaultPoint::Points
     }
     if (scenario.bChanges) {
         SCOPED_TRACE(place + QTBDescribeResult(hr) + (diagnoses.empty() ? "" : " - " + diagnoses.front()));
-        m_bMayLeaveComponents = scenario.bStopsHalfWay && points == QTBFaultPoint::QUERIES;
         TearDown();
-        m_bMayLeaveComponents = false;
         SetUp();
     }
 }
@@ -362,29 +360,18 @@ void QTBFaultSession::ExpectUsable(const std::string& place, Outcome* pOutcome)
     }
 }
 
-// The clean-up of a session stops at a failure too. With its links gone it fails nowhere, however they stood.
+// The clean-up of a session stops at a failure too. With its links gone it fails nowhere, however they stood. Two nodes
+// may hold each other that no container holds any more.
 void QTBFaultSession::DissolveLinks() const
 {
-    CATListValCATBaseUnknown_var nodes;
-    EXPECT_THAT(GetPdmNodeCont()->GetAllPdmNodes(&nodes), Succeeds());
-    for (const QTBIRepNodeCont_var& spCont : {m_spCont, m_pWindow->GetCont()}) {
-        CATListValCATBaseUnknown_var repNodes;
-        EXPECT_THAT(spCont->GetAllRepNodes(&repNodes), Succeeds());
-        nodes.Append(repNodes);
-    }
-    std::set<const CATBaseUnknown*> seen;
-    for (int i = 1; i <= nodes.Size(); ++i) {
-        const QTBINodeRelations_var spINodeRelations(nodes[i]);
-        if (!seen.insert(nodes[i].Get()).second || spINodeRelations == NULL_var) {
-            continue;
+    std::vector<QTBINodeRelations_var> nodes;
+    for (CATBaseUnknown* pComponent : QTBFaultPoint::GetLiveComponents()) {
+        if (const QTBINodeRelations_var spINodeRelations(pComponent); spINodeRelations != NULL_var) {
+            nodes.push_back(spINodeRelations);
         }
-        EXPECT_THAT(spINodeRelations->GetAllLeftRelations(&nodes, FALSE, ALL_NODES), Succeeds());
-        EXPECT_THAT(spINodeRelations->GetAllRightRelations(&nodes, FALSE, ALL_NODES), Succeeds());
     }
-    for (const CATBaseUnknown_var& spNode : nodes) {
-        if (const QTBINodeRelations_var spINodeRelations(spNode); spINodeRelations != NULL_var) {
-            EXPECT_THAT(spINodeRelations->RemoveAllRels(nullptr), Succeeds());
-        }
+    for (const QTBINodeRelations_var& spINodeRelations : nodes) {
+        EXPECT_THAT(spINodeRelations->RemoveAllRels(nullptr), Succeeds());
     }
     EXPECT_THAT(m_spCont->Cleanup(), Succeeds());
     EXPECT_THAT(m_pWindow->GetCont()->Cleanup(), Succeeds());

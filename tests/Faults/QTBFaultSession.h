@@ -105,9 +105,6 @@ protected:
     void SetUp() override;
     void TearDown() override;
 
-    // A node that does not answer for what it is in the middle of a change may stay linked where nobody finds it.
-    bool MayLeaveComponents() const override { return m_bMayLeaveComponents; }
-
     // Sessions that do not work with the BOM part structure.
     virtual bool UsesBomPartStructure() const { return true; }
 
@@ -154,8 +151,6 @@ protected:
     std::shared_ptr<FaultyProducts> m_pFaultyProducts;
 
 private:
-    bool m_bMayLeaveComponents = false;
-
     struct Outcome
     {
         std::set<std::string> tolerated;
@@ -164,7 +159,7 @@ private:
     };
 
     void RunAll(const QTBScenario& scenario, QTBFaultPoint::Points points, Outcome* pOutcome);
-    void RunOnce(const QTBScenario& scenario, QTBFaultPoint::Points points, Outcome* pOutcome);
+    void RunOnce(const QTBScenario& scenario, Outcome* pOutcome);
     static void ExpectUsable(const std::string& place, Outcome* pOutcome);
     void DissolveLinks() const;
     static void Judge(const QTBScenario& scenario, HRESULT hr, const std::vector<std::string>& diagnoses,

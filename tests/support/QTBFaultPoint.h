@@ -6,6 +6,8 @@
 
 #include "CATError.h"
 
+class CATBaseUnknown;
+
 // Lets one call go wrong that the library makes while an operation runs: the n-th call of an operation of an interface,
 // of a service of the base library, or the n-th query for an interface. The program that runs these faults is built
 // with ties and services that ask here before they do their work (see tools/generate-fault-points).
@@ -68,10 +70,12 @@ public:
         const Depth depth(&s_OperationDepth);
         return call();
     }
+    // pGiven is an error that the service takes over from its caller, in failure too.
     template <class Call>
-    static HRESULT Service(const char* name, Call call)
+    static HRESULT Service(const char* name, Call call, CATError* pGiven = nullptr)
     {
         if (s_bArmed && Strikes(CALLS, name)) {
+            CATError::GetReturn(2, pGiven, nullptr, __FILE__, __LINE__);
             return Result();
         }
         const Depth depth(&s_ServiceDepth);
@@ -84,6 +88,9 @@ public:
         return call();
     }
     static bool StrikesQuery() { return s_bArmed && Strikes(QUERIES, "QueryInterface"); }
+
+    // The implementation objects of all components that are alive, also of those that nothing leads to any more.
+    static std::vector<CATBaseUnknown*> GetLiveComponents();
 
     // The function behind one that this program has put in its place.
     static void* FindReal(const void* pReplacement);

@@ -111,7 +111,7 @@ HRESULT QTBNodeContainer::RemoveNodeFromContainer(CATBaseUnknown_var* pspBaseUnk
     const QTBINodeAttributes_var spINodeAttributesOnNode(*pspBaseUnknownOnNode);
     QTB_INTERFACE(spINodeAttributesOnNode);
     const unsigned int hashKey = *spINodeAttributesOnNode->GetHashKey();
-    const int position = FindPosition(*pspBaseUnknownOnNode, hashKey);
+    const auto [bucket, position] = FindPosition(*pspBaseUnknownOnNode, hashKey);
     if (position == 0) {
         return QTB_SUCCESS;
     }
@@ -127,7 +127,7 @@ HRESULT QTBNodeContainer::RemoveNodeFromContainer(CATBaseUnknown_var* pspBaseUnk
             QTB_CALL(spIDOMNodeOnParent->RemoveChild, spIDOMNode);
         }
     }
-    RemoveBucketPosition(BucketOf(hashKey), position);
+    RemoveBucketPosition(bucket, position);
     return QTB_SUCCESS;
 }
 
@@ -189,16 +189,25 @@ void QTBNodeContainer::FileNode(const CATBaseUnknown_var& spBaseUnknownOnNode)
     m_BucketNumbers[bucket].push_back(entry.number);
 }
 
-int QTBNodeContainer::FindPosition(const CATBaseUnknown_var& spBaseUnknownOnNode, unsigned int hashKey) const
+QTBNodeContainer::Place QTBNodeContainer::FindPosition(const CATBaseUnknown_var& spBaseUnknownOnNode,
+                                                       unsigned int hashKey) const
 {
-    const std::size_t bucket = AsOffset(BucketOf(hashKey));
+    const int bucket = BucketOf(hashKey);
     const QTBNodeKeyIndex::Entry* pEntry = m_Index.FindNode(spBaseUnknownOnNode.Get(), hashKey);
-    if (pEntry == NULL) {
-        return m_ElementsWithoutIndex > 0 ? m_NodeBuckets[bucket].Locate(spBaseUnknownOnNode) : 0;
+    if (pEntry != NULL) {
+        const std::vector<std::uint64_t>& Numbers = m_BucketNumbers[AsOffset(bucket)];
+        const auto number = std::lower_bound(Numbers.begin(), Numbers.end(), pEntry->number);
+        return {bucket, static_cast<int>(number - Numbers.begin()) + 1};
     }
-    const std::vector<std::uint64_t>& Numbers = m_BucketNumbers[bucket];
-    const auto number = std::lower_bound(Numbers.begin(), Numbers.end(), pEntry->number);
-    return static_cast<int>(number - Numbers.begin()) + 1;
+    if (m_ElementsWithoutIndex > 0) {
+        // One that did not tell its hash when it was filed is in the first bucket.
+        for (const int candidate : {bucket, 0}) {
+            if (const int position = m_NodeBuckets[AsOffset(candidate)].Locate(spBaseUnknownOnNode); position > 0) {
+                return {candidate, position};
+            }
+        }
+    }
+    return {bucket, 0};
 }
 
 void QTBNodeContainer::RemoveBucketPosition(int bucket, int position)

@@ -1,17 +1,21 @@
 #include "QTBFaultSession.h"
 
 #include <algorithm>
+#include <iostream>
 #include <map>
+#include <tuple>
 
 #include <gmock/gmock.h>
 
 #include "CATComponent.h"
+#include "CATDocument.h"
 #include "CATDocumentServices.h"
 #include "CATFrmEditor.h"
 #include "CATFrmNavigGraphicWindow.h"
 #include "CATFrmObjectEditor.h"
 #include "CATInstantiateComponent.h"
 #include "CATLateType.h"
+#include "CATNavigBox.h"
 #include "QTBConstants.h"
 #include "QTBDiagnosis.h"
 #include "QTBEditedSchema.h"
@@ -115,6 +119,48 @@ private:
 
     std::unique_ptr<QTBReplacedExtension> m_pReplaced;
 };
+
+// What the scenarios of all tests have driven.
+struct Driven
+{
+    // Late type of the subject, name and slot of the operation.
+    std::set<std::tuple<std::string, std::string, int>> operations;
+    int scenarios = 0;
+    std::map<QTBFaultPoint::Points, int> places;
+};
+Driven s_Driven;
+
+bool IsDriven(const QTBFaultPoint::OfferedOperation& offered)
+{
+    return std::any_of(s_Driven.operations.begin(), s_Driven.operations.end(), [&](const auto& driven) {
+        const auto& [lateType, name, slot] = driven;
+        return name == offered.name && slot == offered.slot &&
+               CATLateType::Find(lateType.c_str())->IsAKindOf(offered.lateType.c_str());
+    });
+}
+
+// Every operation that the library offers is driven by a scenario.
+class EveryOperation : public ::testing::Environment
+{
+public:
+    void TearDown() override
+    {
+        const ::testing::UnitTest& tests = *::testing::UnitTest::GetInstance();
+        if (tests.test_to_run_count() < tests.total_test_count()) {
+            return;
+        }
+        for (const QTBFaultPoint::OfferedOperation& offered : QTBFaultPoint::s_OfferedOperations) {
+            EXPECT_TRUE(IsDriven(offered))
+                << "no scenario drives " << offered.name << offered.parameters << " of " << offered.lateType;
+        }
+        std::cout << QTBFaultPoint::s_OfferedOperations.size() << " operations, " << s_Driven.scenarios
+                  << " scenarios; places: " << s_Driven.places[QTBFaultPoint::CALLS] << " of calls, "
+                  << s_Driven.places[QTBFaultPoint::QUERIES] << " of queries" << std::endl;
+    }
+};
+
+[[maybe_unused]] const ::testing::Environment* const s_pEveryOperation =
+    ::testing::AddGlobalTestEnvironment(new EveryOperation);
 
 } // namespace
 
@@ -238,6 +284,28 @@ CATBaseUnknown_var QTBFaultSession::Subject(const std::string& name) const
     if (name.rfind("product:", 0) == 0) {
         return Product(key);
     }
+    if (name.rfind("navigation:", 0) == 0) {
+        CATNavigBox* pNavigBox = m_pWindow->GetFrmWindow()->GetNavigBox();
+        pNavigBox->Display();
+        return pNavigBox->GetNode(InWindow(key.c_str()));
+    }
+    if (name == "document") {
+        return m_pWindow->GetFrmWindow()->GetEditor()->GetDocument();
+    }
+    if (name == "new document" || name == "alias") {
+        return CATBaseUnknown_var::Adopt(
+            new CATDocument(*CATLateType::Find(name == "alias" ? "QTBDocument" : "QTBDoc")));
+    }
+    if (name == "box" || name == "info") {
+        void* pComponent = nullptr;
+        EXPECT_THAT(
+            ::CATInstantiateComponent(name == "box" ? "QTBBndBox" : "QTBInfoNode", CLSID_CATBaseUnknown, &pComponent),
+            Succeeds());
+        return CATBaseUnknown_var::Adopt(static_cast<CATBaseUnknown*>(pComponent));
+    }
+    if (name.empty()) {
+        return NULL_var;
+    }
     if (name == "graph") {
         return GetPdmNodeCont();
     }
@@ -259,6 +327,7 @@ CATListValQTBNodeRelationInfo QTBFaultSession::InfoList(std::initializer_list<QT
 void QTBFaultSession::Run(const QTBScenario& scenario)
 {
     SCOPED_TRACE(scenario.name);
+    ++s_Driven.scenarios;
     Outcome ofCalls;
     RunAll(scenario, QTBFaultPoint::CALLS, &ofCalls);
     if (!scenario.bNeverFails && !scenario.bDepends) {
@@ -278,12 +347,14 @@ void QTBFaultSession::RunAll(const QTBScenario& scenario, QTBFaultPoint::Points 
 {
     QTBFaultPoint::ArmToRecord(points);
     RunOnce(scenario, pOutcome);
+    s_Driven.operations.emplace(m_LateType, QTBFaultPoint::GetBegunName(), QTBFaultPoint::GetBegunSlot());
     const std::vector<std::size_t> places = QTBFaultPoint::GetPlaces();
     std::set<std::size_t> seen;
     for (std::size_t i = 0; i < places.size() && !HasFatalFailure(); ++i) {
         if (!seen.insert(places[i]).second) {
             continue;
         }
+        ++s_Driven.places[points];
         const int n = static_cast<int>(i) + 1;
         const bool areBothMeant = !scenario.bChanges && points == QTBFaultPoint::CALLS;
         if (areBothMeant || seen.size() % 2 == 0) {
@@ -305,6 +376,7 @@ void QTBFaultSession::RunOnce(const QTBScenario& scenario, Outcome* pOutcome)
         QTBFaultPoint::Hold();
         const CATBaseUnknown_var spSubject = Subject(scenario.subject);
         m_spSecond = scenario.second.empty() ? CATBaseUnknown_var() : Subject(scenario.second);
+        m_LateType = spSubject != NULL_var ? spSubject->IsA() : scenario.lateType;
         const DebugCapture capture;
         QTBFaultPoint::Release();
         try {

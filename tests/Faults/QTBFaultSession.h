@@ -30,6 +30,8 @@ struct QTBScenario
     std::string name;
     std::string subject;
     std::string second = {};
+    // That of the subject, unless the operation is none of a subject's.
+    std::string lateType = {};
     std::function<HRESULT(const CATBaseUnknown_var& spSubject)> run;
 
     // Calls whose failure changes nothing in the result, at one place at least.
@@ -121,8 +123,9 @@ protected:
     static CATIProduct_var Product(const std::string& name);
 
     // An operation of an interface of a subject: the key of a PDM node; that behind "window:" or "cont:" for the node's
-    // rep node in the window and in the container without one; "graph", "window" and "cont" for the containers;
-    // "product:A" for the products.
+    // rep node in the window and in the container without one, behind "navigation:" for its node of the window's tree;
+    // "graph", "window" and "cont" for the containers; "product:A" for the products; "document" for that of the window.
+    // Made anew each time: "new document", "alias", "box", "info" (an info node).
     template <class Interface, class Operation>
     static QTBScenario On(const char* subject, const char* name, Operation operation)
     {
@@ -151,6 +154,9 @@ protected:
     std::shared_ptr<FaultyProducts> m_pFaultyProducts;
 
 private:
+    // That of the last subject.
+    std::string m_LateType;
+
     struct Outcome
     {
         std::set<std::string> tolerated;

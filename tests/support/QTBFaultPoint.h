@@ -53,20 +53,38 @@ public:
     // The error that went with it, null when it had none.
     static const CATError* GetError() { return s_pError; }
 
-    // A call of an operation of an interface. operation is begun when it runs in no other one.
+    // An operation of an interface that the library answers for a late type. Of several operations of one name each has
+    // its own slot.
+    struct OfferedOperation
+    {
+        std::string lateType;
+        std::string name;
+        int slot;
+        // For the text only.
+        std::string parameters;
+    };
+    static const std::vector<OfferedOperation> s_OfferedOperations;
+
+    // The operation that was begun last while it was armed: one that ran in no other one.
+    static const std::string& GetBegunName() { return s_BegunName; }
+    static int GetBegunSlot() { return s_BegunSlot; }
+
+    // A call of an operation of an interface.
     template <class Call>
-    static HRESULT Operation(const char* name, Call call)
+    static HRESULT Operation(const char* name, int slot, Call call)
     {
         if (s_bArmed && Strikes(CALLS, name)) {
             return Result();
         }
+        Begin(name, slot);
         const Depth depth(&s_OperationDepth);
         return call();
     }
     // The same for an operation that has no result; it is never struck.
     template <class Call>
-    static decltype(auto) OperationWithoutResult(Call call)
+    static decltype(auto) OperationWithoutResult(const char* name, int slot, Call call)
     {
+        Begin(name, slot);
         const Depth depth(&s_OperationDepth);
         return call();
     }
@@ -105,6 +123,13 @@ private:
         int* m_pDepth;
     };
 
+    static void Begin(const char* name, int slot)
+    {
+        if (s_bArmed && s_OperationDepth == 0) {
+            s_BegunName = name;
+            s_BegunSlot = slot;
+        }
+    }
     static bool Strikes(Points points, const char* name);
     static std::size_t WhereFrom();
     static HRESULT Result();
@@ -119,6 +144,8 @@ private:
     inline static int s_PointsBefore = 0;
     inline static std::string s_Struck;
     inline static const CATError* s_pError = nullptr;
+    inline static std::string s_BegunName;
+    inline static int s_BegunSlot = 0;
     inline static int s_OperationDepth = 0;
     inline static int s_ServiceDepth = 0;
 };

@@ -126,13 +126,19 @@ TEST_F(AccessFaults, OfRelationsEndInFailures)
             return node.LeftNodeExists("PartPart", m_spSecond, &m_bFlag);
         }).With("A"));
     for (const NodesToRetrieve mode : {ALL_NODES, MOST_RECENTLY_UPDATED_NODES, ONLY_CURRENT_NODES}) {
-        Run(On<Node>("B", "GetLeftNodeList",
-                     [&](Node& node) { return node.GetLeftNodeList("PartPart", &m_Nodes, mode); }));
-        Run(On<Node>("A", "GetAllRightRelations",
-                     [&](Node& node) { return node.GetAllRightRelations(&m_Nodes, TRUE, mode); }));
+        Run(On<Node>("B", "GetLeftNodeList", [&](Node& node) {
+                return node.GetLeftNodeList("PartPart", &m_Nodes, mode);
+            }).Empties(m_Nodes));
+        Run(On<Node>("A", "GetAllRightRelations", [&](Node& node) {
+                return node.GetAllRightRelations(&m_Nodes, TRUE, mode);
+            }).Appends(m_Nodes));
     }
-    Run(On<Node>("A", "GetRightRelationNames", [&](Node& node) { return node.GetRightRelationNames(&m_Texts, TRUE); }));
-    Run(On<Node>("A", "GetLeftRelationNames", [&](Node& node) { return node.GetLeftRelationNames(&m_Texts, FALSE); }));
+    Run(On<Node>("A", "GetRightRelationNames", [&](Node& node) {
+            return node.GetRightRelationNames(&m_Texts, TRUE);
+        }).Empties(m_Texts));
+    Run(On<Node>("A", "GetLeftRelationNames", [&](Node& node) {
+            return node.GetLeftRelationNames(&m_Texts, FALSE);
+        }).Empties(m_Texts));
     Run(On<Node>("A", "GetRightRelationsCount",
                  [&](Node& node) { return node.GetRightRelationsCount(&m_Number, TRUE); }));
     Run(On<Node>("A", "GetLeftRelationsCount",
@@ -203,16 +209,21 @@ TEST_F(AccessFaults, OfPdmNodesEndInFailures)
 TEST_F(AccessFaults, OfTheGraphEndInFailures)
 {
     using Graph = QTBIPdmNodeCont;
-    Run(On<Graph>("graph", "GetAllPdmNodes", [&](Graph& graph) { return graph.GetAllPdmNodes(&m_Nodes); }));
-    Run(On<Graph>("graph", "GetPdmNodes by several attributes", [&](Graph& graph) {
-            CATListValCATUnicodeString names;
-            names.Append("PartNumber");
-            CATListValCATUnicodeString values;
-            values.Append("N1");
-            m_Texts.RemoveAll();
-            m_Texts.Append("Part");
-            return graph.GetPdmNodes(&m_Texts, names, values, &m_Nodes);
-        }).Depends());
+    Run(On<Graph>("graph", "GetAllPdmNodes", [&](Graph& graph) {
+            return graph.GetAllPdmNodes(&m_Nodes);
+        }).Empties(m_Nodes));
+    Run(On<Graph>("graph", "GetPdmNodes by several attributes",
+                  [&](Graph& graph) {
+                      CATListValCATUnicodeString names;
+                      names.Append("PartNumber");
+                      CATListValCATUnicodeString values;
+                      values.Append("N1");
+                      m_Texts.RemoveAll();
+                      m_Texts.Append("Part");
+                      return graph.GetPdmNodes(&m_Texts, names, values, &m_Nodes);
+                  })
+            .Depends()
+            .Empties(m_Nodes));
     Run(On<Graph>("graph", "CreatePdmRelNode",
                   [&](Graph& graph) { return graph.CreatePdmRelNode("N", &m_spNode, FALSE); })
             .Depends()
@@ -321,10 +332,13 @@ TEST_F(AccessFaults, OfRepNodeContainersEndInFailures)
                 RepChildRelationsToUpdate relations = ALL_RELATIONS_STORED_IN_REP_NODE;
                 return cont.SetRepChildRelationsToUpdate(&relations);
             }).Changes());
-        Run(On<Cont>(subject, "GetAllRepNodes", [&](Cont& cont) { return cont.GetAllRepNodes(&m_Nodes); }));
-        Run(On<Cont>(subject, "GetRepNodeByKey", [&](Cont& cont) {
-                return cont.GetRepNodeByKey("no key", &m_spRepNode, &m_bFlag);
-            }).Depends());
+        Run(On<Cont>(subject, "GetAllRepNodes", [&](Cont& cont) {
+                return cont.GetAllRepNodes(&m_Nodes);
+            }).Empties(m_Nodes));
+        Run(On<Cont>(subject, "GetRepNodeByKey",
+                     [&](Cont& cont) { return cont.GetRepNodeByKey("no key", &m_spRepNode, &m_bFlag); })
+                .Depends()
+                .Resets(m_spRepNode));
         Run(On<Cont>(subject, "GetQtbFrmWindowPtr", [](Cont& cont) {
                 CATFrmWindow* pWindow = nullptr;
                 return cont.GetQtbFrmWindowPtr(&pWindow);

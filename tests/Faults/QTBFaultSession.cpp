@@ -377,6 +377,7 @@ void QTBFaultSession::RunOnce(const QTBScenario& scenario, Outcome* pOutcome)
         const CATBaseUnknown_var spSubject = Subject(scenario.subject);
         m_spSecond = scenario.second.empty() ? CATBaseUnknown_var() : Subject(scenario.second);
         m_LateType = spSubject != NULL_var ? spSubject->IsA() : scenario.lateType;
+        scenario.promises.Prepare();
         const DebugCapture capture;
         QTBFaultPoint::Release();
         try {
@@ -394,6 +395,9 @@ void QTBFaultSession::RunOnce(const QTBScenario& scenario, Outcome* pOutcome)
         Judge(scenario, hr, diagnoses, place, pOutcome);
     } else if (!scenario.bDepends) {
         EXPECT_THAT(hr, Succeeds()) << "without a fault";
+    }
+    for (const std::string& broken : scenario.promises.FindBroken(FAILED(hr))) {
+        pOutcome->surprises.push_back(place + broken);
     }
     if (!scenario.bStopsHalfWay) {
         for (const std::string& broken : QTBFindBrokenInvariants({m_spCont})) {
@@ -472,6 +476,10 @@ void QTBFaultSession::Judge(const QTBScenario& scenario, HRESULT hr, const std::
         return;
     }
     if (QTBFaultPoint::GetError() != nullptr && pError == QTBFaultPoint::GetError()) {
+        return;
+    }
+    if (QTBFaultPoint::GetError() != nullptr && !scenario.bDepends && scenario.renamed.count(struck) == 0) {
+        pOutcome->surprises.push_back(place + "its error is lost: " + QTBDescribeResult(hr));
         return;
     }
     const std::string text =

@@ -16,6 +16,7 @@
 #include "QTBIRepNode.h"
 #include "QTBIRepNodeCont.h"
 #include "QTBNodeRelationInfo.h"
+#include "QTBPromises.h"
 #include "QTBTestSession.h"
 #include "QTBTestWindow.h"
 
@@ -49,6 +50,7 @@ struct QTBScenario
     // What it makes of a failure depends on the place: it goes on with the next item, with what it knows, or not at
     // all.
     bool bDepends = false;
+    QTBPromises promises = {};
 
     QTBScenario& Tolerates(const Names& names)
     {
@@ -90,6 +92,36 @@ struct QTBScenario
     QTBScenario& NeverFails()
     {
         bNeverFails = true;
+        return *this;
+    }
+    template <class List>
+    QTBScenario& Empties(List& list)
+    {
+        promises.Empties(list);
+        return *this;
+    }
+    template <class List>
+    QTBScenario& Appends(List& list)
+    {
+        promises.Appends(list);
+        return *this;
+    }
+    template <class Value>
+    QTBScenario& Keeps(Value& value)
+    {
+        promises.Keeps(value);
+        return *this;
+    }
+    template <class Value>
+    QTBScenario& KeepsWithout(const char* call, Value& value)
+    {
+        promises.KeepsWithout(call, value);
+        return *this;
+    }
+    template <class Handle>
+    QTBScenario& Resets(Handle& handle)
+    {
+        promises.Resets(handle);
         return *this;
     }
 };

@@ -1,8 +1,11 @@
 #include "QTBFaultSession.h"
 
 #include <algorithm>
+#include <cstdlib>
 #include <iostream>
 #include <map>
+#include <new>
+#include <optional>
 #include <tuple>
 
 #include <gmock/gmock.h>
@@ -17,6 +20,7 @@
 #include "CATLateType.h"
 #include "CATNavigBox.h"
 #include "QTBConstants.h"
+#include "QTBDebugUtil.h"
 #include "QTBDiagnosis.h"
 #include "QTBEditedSchema.h"
 #include "QTBInvariants.h"
@@ -108,11 +112,13 @@ public:
 private:
     static CATBaseUnknown* Create(CATComponent* pComponent)
     {
-        CATBaseUnknown* pReal = s_RealFactory(pComponent);
-        pComponent->Detach(pReal);
-        auto* pTie = new Tie<ForwardTie<Interface>>(pComponent, pReal);
-        pComponent->Attach(Interface::GetIID(), pTie);
-        return pTie;
+        std::unique_ptr<CATBaseUnknown> pReal(s_RealFactory(pComponent));
+        pComponent->Detach(pReal.get());
+        auto pTie = std::make_unique<Tie<ForwardTie<Interface>>>(pComponent, pReal.get());
+        // The tie deletes it.
+        pReal.release();
+        pComponent->Attach(Interface::GetIID(), pTie.get());
+        return pTie.release();
     }
 
     inline static CATInterfaceObjectFactory s_RealFactory = nullptr;
@@ -126,6 +132,8 @@ struct Driven
     // Late type of the subject, name and slot of the operation.
     std::set<std::tuple<std::string, std::string, int>> operations;
     int scenarios = 0;
+    // Distinct places of allocations, of which some are driven.
+    int allocations = 0;
     std::map<QTBFaultPoint::Points, int> places;
 };
 Driven s_Driven;
@@ -155,7 +163,9 @@ public:
         }
         std::cout << QTBFaultPoint::s_OfferedOperations.size() << " operations, " << s_Driven.scenarios
                   << " scenarios; places: " << s_Driven.places[QTBFaultPoint::CALLS] << " of calls, "
-                  << s_Driven.places[QTBFaultPoint::QUERIES] << " of queries" << std::endl;
+                  << s_Driven.places[QTBFaultPoint::QUERIES] << " of queries, "
+                  << s_Driven.places[QTBFaultPoint::ALLOCATIONS] << " of " << s_Driven.allocations << " of allocations"
+                  << std::endl;
     }
 };
 
@@ -340,6 +350,40 @@ void QTBFaultSession::Run(const QTBScenario& scenario)
     Outcome ofQueries;
     RunAll(scenario, QTBFaultPoint::QUERIES, &ofQueries);
     EXPECT_THAT(ofQueries.surprises, IsEmpty());
+    Outcome ofAllocations;
+    RunAllocations(scenario, &ofAllocations);
+    EXPECT_THAT(ofAllocations.surprises, IsEmpty());
+}
+
+// Of the places that no scenario has come by before, as many as there is time for, in equal steps; all of them when the
+// environment variable QTB_ALL_FAULTS is set.
+void QTBFaultSession::RunAllocations(const QTBScenario& scenario, Outcome* pOutcome)
+{
+    static std::set<std::size_t> s_Seen;
+    QTBFaultPoint::ArmToRecord(QTBFaultPoint::ALLOCATIONS);
+    const HRESULT hr = RunOnce(scenario, pOutcome);
+    const std::vector<std::size_t> places = QTBFaultPoint::GetPlaces();
+    std::vector<int> newPlaces;
+    for (std::size_t i = 0; i < places.size(); ++i) {
+        if (s_Seen.insert(places[i]).second) {
+            newPlaces.push_back(static_cast<int>(i) + 1);
+        }
+    }
+    s_Driven.allocations += static_cast<int>(newPlaces.size());
+    const std::size_t most = scenario.bChanges ? 10 : 40;
+    const std::size_t step = std::getenv("QTB_ALL_FAULTS") != nullptr ? 1 : (newPlaces.size() + most - 1) / most;
+    for (std::size_t i = 0; i < newPlaces.size() && !HasFatalFailure(); i += step) {
+        QTBFaultPoint::Arm(QTBFaultPoint::ALLOCATIONS, newPlaces[i], QTBFaultPoint::FAILS);
+        RunOnce(scenario, pOutcome);
+        s_Driven.places[QTBFaultPoint::ALLOCATIONS] += QTBFaultPoint::GetStruck().empty() ? 0 : 1;
+    }
+    if (!scenario.bChanges && !newPlaces.empty()) {
+        // With memory it does again what it did before.
+        QTBFaultPoint::ArmToRecord(QTBFaultPoint::CALLS);
+        if (SUCCEEDED(RunOnce(scenario, pOutcome)) != SUCCEEDED(hr)) {
+            pOutcome->surprises.push_back("it does not recover from a lack of memory");
+        }
+    }
 }
 
 // Calls that the same calls lead to are one place, of which the first call goes wrong.
@@ -368,7 +412,7 @@ void QTBFaultSession::RunAll(const QTBScenario& scenario, QTBFaultPoint::Points 
     }
 }
 
-void QTBFaultSession::RunOnce(const QTBScenario& scenario, Outcome* pOutcome)
+HRESULT QTBFaultSession::RunOnce(const QTBScenario& scenario, Outcome* pOutcome)
 {
     HRESULT hr = E_FAIL;
     std::vector<std::string> diagnoses;
@@ -378,20 +422,39 @@ void QTBFaultSession::RunOnce(const QTBScenario& scenario, Outcome* pOutcome)
         m_spSecond = scenario.second.empty() ? CATBaseUnknown_var() : Subject(scenario.second);
         m_LateType = spSubject != NULL_var ? spSubject->IsA() : scenario.lateType;
         scenario.promises.Prepare();
-        const DebugCapture capture;
+        // Without memory there is no debug output either, so none is asked for.
+        std::optional<DebugCapture> capture;
+        const auto pObserver = QTBDebugUtil::s_pObserver;
+        if (QTBFaultPoint::GetPoints() == QTBFaultPoint::ALLOCATIONS) {
+            QTBDebugUtil::s_pObserver = nullptr;
+        } else {
+            capture.emplace();
+        }
         QTBFaultPoint::Release();
         try {
             hr = scenario.run(spSubject);
         } catch (const CATXHException& exception) {
             hr = exception.GetResult();
+        } catch (const std::bad_alloc&) {
+            hr = E_OUTOFMEMORY;
         }
         QTBFaultPoint::Disarm();
+        QTBDebugUtil::s_pObserver = pObserver;
         m_spSecond = NULL_var;
-        diagnoses = QTBDiagnosis::DiagnosesIn(capture);
+        if (capture) {
+            diagnoses = QTBDiagnosis::DiagnosesIn(*capture);
+        }
     }
     const std::string& struck = QTBFaultPoint::GetStruck();
-    const std::string place = struck + ": ";
-    if (!struck.empty()) {
+    const bool isAllocation = !struck.empty() && QTBFaultPoint::GetPoints() == QTBFaultPoint::ALLOCATIONS;
+    const std::string place =
+        (isAllocation ? "allocation of " + QTBFaultPoint::DescribeStruckAllocation() : struck) + ": ";
+    if (isAllocation) {
+        // A factory tells of it as a failure; everything else lets the exception pass.
+        if (hr != E_OUTOFMEMORY && !QTBFaultPoint::FactoryRefused()) {
+            pOutcome->surprises.push_back(place + QTBDescribeResult(hr));
+        }
+    } else if (!struck.empty()) {
         Judge(scenario, hr, diagnoses, place, pOutcome);
     } else if (!scenario.bDepends) {
         EXPECT_THAT(hr, Succeeds()) << "without a fault";
@@ -414,6 +477,7 @@ void QTBFaultSession::RunOnce(const QTBScenario& scenario, Outcome* pOutcome)
         TearDown();
         SetUp();
     }
+    return hr;
 }
 
 HRESULT QTBFaultSession::RunWithout(const char* silentCall, const QTBScenario& scenario, int callsBefore)

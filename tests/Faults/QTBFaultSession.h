@@ -197,7 +197,8 @@ private:
     };
 
     void RunAll(const QTBScenario& scenario, QTBFaultPoint::Points points, Outcome* pOutcome);
-    void RunOnce(const QTBScenario& scenario, Outcome* pOutcome);
+    void RunAllocations(const QTBScenario& scenario, Outcome* pOutcome);
+    HRESULT RunOnce(const QTBScenario& scenario, Outcome* pOutcome);
     static void ExpectUsable(const std::string& place, Outcome* pOutcome);
     void DissolveLinks() const;
     static void Judge(const QTBScenario& scenario, HRESULT hr, const std::vector<std::string>& diagnoses,

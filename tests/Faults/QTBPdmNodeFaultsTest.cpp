@@ -158,11 +158,9 @@ TEST_F(PdmNodeFaults, OfLookUpsEndInFailures)
             QTBIPdmNode_var spNode;
             return graph.GetPdmNode("Part", "Name", "Axle", &spNode);
         }).Depends());
-    Run(On<QTBIPdmNodeCont>(
-            "graph", "GetPdmNodes",
-            [&](QTBIPdmNodeCont& graph) { return graph.GetPdmNodes("Part", "PartNumber", "N1", &m_Nodes); })
-            .Depends()
-            .Empties(m_Nodes));
+    Run(On<QTBIPdmNodeCont>("graph", "GetPdmNodes", [&](QTBIPdmNodeCont& graph) {
+            return graph.GetPdmNodes("Part", "PartNumber", "N1", &m_Nodes);
+        }).Depends());
     Run(On<QTBIPdmNodeCont>("graph", "GetPdmNodeByKey", [&](QTBIPdmNodeCont& graph) {
             return graph.GetPdmNodeByKey("A", &m_spNode, &m_bFlag);
         }).Resets(m_spNode));

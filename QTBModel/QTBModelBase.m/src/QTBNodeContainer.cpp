@@ -179,14 +179,25 @@ void QTBNodeContainer::FileNode(const CATBaseUnknown_var& spBaseUnknownOnNode)
     if (spINodeAttributes != NULL_var) {
         entry.hashKey = *spINodeAttributes->GetHashKey();
     }
-    if (spINodeAttributes != NULL_var && SUCCEEDED(spINodeAttributes->GetKey(&entry.usKey))) {
+    const bool isIndexed = spINodeAttributes != NULL_var && SUCCEEDED(spINodeAttributes->GetKey(&entry.usKey));
+    // The three stores hold it all, or when memory runs out none of them.
+    CATListValCATBaseUnknown_var& Bucket = m_NodeBuckets[AsOffset(BucketOf(entry.hashKey))];
+    std::vector<std::uint64_t>& Numbers = m_BucketNumbers[AsOffset(BucketOf(entry.hashKey))];
+    if (isIndexed) {
+        m_Index.MakeRoom();
+    }
+    Numbers.push_back(entry.number);
+    try {
+        Bucket.Append(spBaseUnknownOnNode);
+    } catch (...) {
+        Numbers.pop_back();
+        throw;
+    }
+    if (isIndexed) {
         m_Index.Insert(entry);
     } else {
         ++m_ElementsWithoutIndex;
     }
-    const std::size_t bucket = AsOffset(BucketOf(entry.hashKey));
-    m_NodeBuckets[bucket].Append(spBaseUnknownOnNode);
-    m_BucketNumbers[bucket].push_back(entry.number);
 }
 
 QTBNodeContainer::Place QTBNodeContainer::FindPosition(const CATBaseUnknown_var& spBaseUnknownOnNode,
@@ -225,11 +236,12 @@ void QTBNodeContainer::RemoveBucketPosition(int bucket, int position)
     if (pEntry == NULL) {
         pEntry = m_Index.FindNode(spBaseUnknownOnNode.Get());
     }
+    // While a reader shares the list, writing to it takes memory.
+    Bucket.RemovePosition(position);
     if (pEntry != NULL) {
         m_Index.Remove(pEntry);
     } else {
         --m_ElementsWithoutIndex;
     }
-    Bucket.RemovePosition(position);
     Numbers.erase(Numbers.begin() + (position - 1));
 }

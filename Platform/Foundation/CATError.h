@@ -1,6 +1,7 @@
 #pragma once
 
 #include <exception>
+#include <initializer_list>
 #include <vector>
 
 #include "CATDataType.h"
@@ -39,6 +40,18 @@ public:
     static const char* ClassName() { return "CATError"; }
     virtual const char* IsA() const { return ClassName(); }
     virtual bool IsAKindOf(const char* className) const { return IsSameClass(className, ClassName()); }
+
+    // A new error with its parameters, one reference for the creator: Make<CATInternalError>({usName}, "NameERR_1001",
+    // "Catalog"). What follows the parameters goes to the constructor.
+    template <class Error, class... Argument>
+    static Error* Make(std::initializer_list<CATUnicodeString> parameters, const Argument&... arguments)
+    {
+        // The parameters come first: an error has nobody yet to whom it could be given when memory runs out.
+        std::vector<CATUnicodeString> texts(parameters);
+        auto* pError = new Error(arguments...);
+        pError->m_Parameters.swap(texts);
+        return pError;
+    }
 
     // Sets the parameters that replace /P1, /P2, ... in the message. count is the number of texts that follow.
     template <class... Text>

@@ -8,7 +8,6 @@ void CATThrowListIndexError(int index, int size)
     usIndex.BuildFromNum(index);
     CATUnicodeString usSize;
     usSize.BuildFromNum(size);
-    auto* pError = new CATInternalError("ListIndexOutOfRangeERR_1001", "CATCollections");
-    pError->SetNLSParameters(2, usIndex, usSize);
+    auto* pError = CATError::Make<CATInternalError>({usIndex, usSize}, "ListIndexOutOfRangeERR_1001", "CATCollections");
     CATError::Throw(__FILE__, __LINE__, pError);
 }

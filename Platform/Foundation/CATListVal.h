@@ -3,7 +3,6 @@
 #include <algorithm>
 #include <cstddef>
 #include <cstdint>
-#include <cstdlib>
 #include <memory>
 #include <new>
 #include <utility>
@@ -181,18 +180,17 @@ private:
         static Block* Create(int capacity, int begin)
         {
             static_assert(alignof(T) <= alignof(std::max_align_t));
-            void* pMemory = std::malloc(sizeof(Block) + static_cast<std::size_t>(capacity) * sizeof(T));
-            if (pMemory == nullptr) {
-                throw std::bad_alloc();
-            }
+            void* pMemory = ::operator new(sizeof(Block) + static_cast<std::size_t>(capacity) * sizeof(T));
             return ::new (pMemory) Block{1, begin, 0, capacity};
         }
+
+        static void Free(Block* pBlock) { ::operator delete(pBlock); }
 
         static void Release(Block* pBlock)
         {
             if (pBlock != nullptr && --pBlock->references == 0) {
                 std::destroy_n(pBlock->First(), pBlock->size);
-                std::free(pBlock);
+                Free(pBlock);
             }
         }
     };
@@ -224,7 +222,9 @@ private:
             front = std::max(front, std::min(m_pBlock->begin, size));
             back = std::max(back, std::min(m_pBlock->capacity - m_pBlock->begin - size, size));
         }
-        Block* pNew = Block::Create(front + std::max(neededSize, size) + back, front);
+        // Copying an element may fail.
+        std::unique_ptr<Block, decltype(&Block::Free)> pNew(
+            Block::Create(front + std::max(neededSize, size) + back, front), &Block::Free);
         if (size > 0) {
             if (m_pBlock->references == 1) {
                 std::uninitialized_move_n(m_pBlock->First(), size, pNew->First());
@@ -233,7 +233,7 @@ private:
             }
         }
         pNew->size = size;
-        Block::Release(std::exchange(m_pBlock, pNew));
+        Block::Release(std::exchange(m_pBlock, pNew.release()));
     }
 
     Block* m_pBlock = nullptr;

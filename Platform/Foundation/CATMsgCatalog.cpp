@@ -133,16 +133,27 @@ void Report(const CATUnicodeString& report)
     }
 }
 
+// Whether there is another line. What cannot be read ends the file; a lack of memory is no end, and is raised.
+bool ReadLine(std::ifstream& file, std::string& line)
+{
+    try {
+        return static_cast<bool>(std::getline(file, line));
+    } catch (const std::ios_base::failure&) {
+        return false;
+    }
+}
+
 // Adds the messages of a file to those of the catalog, in whose place they come. No file is no failure.
 void ReadFile(const std::string& path, Messages& messages)
 {
     std::ifstream file(path);
+    file.exceptions(std::ios_base::badbit);
     std::string line;
     std::string key;
     std::string text;
     Messages own;
     int reports = 0;
-    for (int number = 1; std::getline(file, line); ++number) {
+    for (int number = 1; ReadLine(file, line); ++number) {
         std::string_view view(line);
         if (number == 1 && view.substr(0, 3) == "\xEF\xBB\xBF") {
             view.remove_prefix(3);

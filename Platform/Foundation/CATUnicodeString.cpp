@@ -2,7 +2,6 @@
 
 #include <algorithm>
 #include <charconv>
-#include <cstdlib>
 #include <cstring>
 #include <iterator>
 #include <limits>
@@ -48,11 +47,8 @@ CATUnicodeString::Rep* CATUnicodeString::Rep::Create(std::size_t capacity)
     if (capacity >= std::numeric_limits<std::uint32_t>::max()) {
         throw std::length_error("CATUnicodeString: a text is limited to 4 GiB");
     }
-    void* pMemory = std::malloc(sizeof(Rep) + capacity + 1);
-    if (pMemory == nullptr) {
-        throw std::bad_alloc();
-    }
-    return new (pMemory) Rep{1, 0, static_cast<std::uint32_t>(capacity), UNKNOWN_LENGTH};
+    void* pMemory = ::operator new(sizeof(Rep) + capacity + 1);
+    return ::new (pMemory) Rep{1, 0, static_cast<std::uint32_t>(capacity), UNKNOWN_LENGTH};
 }
 
 CATUnicodeString::Rep* CATUnicodeString::Rep::Create(std::string_view text, std::size_t capacity)
@@ -72,7 +68,7 @@ void CATUnicodeString::Rep::SetSize(std::size_t size)
 
 void CATUnicodeString::Free(Rep* pRep) noexcept
 {
-    std::free(pRep);
+    ::operator delete(pRep);
 }
 
 CATUnicodeString::CATUnicodeString(const char* text) : CATUnicodeString(std::string_view(text != nullptr ? text : ""))

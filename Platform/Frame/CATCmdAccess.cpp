@@ -47,18 +47,18 @@ void CATCmdAccess::Hang(Link& link, CATCmdAccess* pItem)
 
 bool CATCmdAccess::IsReachedFrom(const CATCmdAccess* pItem) const
 {
-    std::vector<const CATCmdAccess*> waiting{pItem};
-    while (!waiting.empty()) {
-        const CATCmdAccess* pCurrent = waiting.back();
-        waiting.pop_back();
-        for (; pCurrent != nullptr; pCurrent = pCurrent->GetNext()) {
-            if (pCurrent == this) {
-                return true;
-            }
-            if (pCurrent->GetChild() != nullptr) {
-                waiting.push_back(pCurrent->GetChild());
-            }
+    // An item without a menu of its own needs no memory here, so that it can always be hung.
+    std::vector<const CATCmdAccess*> waiting;
+    const CATCmdAccess* pCurrent = pItem;
+    while (pCurrent != nullptr && pCurrent != this) {
+        if (pCurrent->GetChild() != nullptr) {
+            waiting.push_back(pCurrent->GetChild());
+        }
+        pCurrent = pCurrent->GetNext();
+        if (pCurrent == nullptr && !waiting.empty()) {
+            pCurrent = waiting.back();
+            waiting.pop_back();
         }
     }
-    return false;
+    return pCurrent == this;
 }

@@ -26,7 +26,8 @@ public:
     CATCmdAccess* GetNext() const { return m_pNext.get(); }
 
     // Has the item, with what follows it, stand behind this one; null for nothing. What stood there before is deleted.
-    // Nothing happens when this item is one of those, since a menu does not end in itself.
+    // Nothing happens when this item is one of those, since a menu does not end in itself. An item with a menu of its
+    // own stays the caller's when memory runs out.
     void SetNext(CATCmdAccess* pNext);
 
     // First item of the menu that opens here; null for an item that opens none.

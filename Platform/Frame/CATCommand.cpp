@@ -44,8 +44,8 @@ void CATCommand::RequestDelayedDestruction()
         return;
     }
     DestroyRequested();
-    m_bDestructionRequested = true;
     Requested().push_back(this);
+    m_bDestructionRequested = true;
 }
 
 void CATCommand::DestroyRequested()

@@ -27,8 +27,8 @@ CATUnicodeString CATCommandHeader::GetIcon() const
 HRESULT CATCommandHeader::StartCommand(const CATBaseUnknown_var& spObject) const
 {
     if (!m_bAvailable) {
-        auto* pError = new CATInternalError("CommandNotAvailableERR_1002", "CATApplicationFrame");
-        pError->SetNLSParameters(1, GetTitle());
+        auto* pError =
+            CATError::Make<CATInternalError>({GetTitle()}, "CommandNotAvailableERR_1002", "CATApplicationFrame");
         return CATError::GetReturn(2, pError, nullptr, __FILE__, __LINE__);
     }
     // A command may take its own header away.

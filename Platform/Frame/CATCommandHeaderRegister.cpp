@@ -8,8 +8,7 @@ namespace {
 
 HRESULT FailNotFound(const CATUnicodeString& command)
 {
-    auto* pError = new CATInternalError("CommandNotFoundERR_1003", "CATApplicationFrame");
-    pError->SetNLSParameters(1, command);
+    auto* pError = CATError::Make<CATInternalError>({command}, "CommandNotFoundERR_1003", "CATApplicationFrame");
     return CATError::GetReturn(2, pError, nullptr, __FILE__, __LINE__);
 }
 

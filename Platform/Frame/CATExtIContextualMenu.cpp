@@ -1,5 +1,7 @@
 #include "CATExtIContextualMenu.h"
 
+#include <memory>
+
 #include "CATAfrGetCommandHeader.h"
 #include "CATCmdStarter.h"
 #include "CATCommandHeader.h"
@@ -10,9 +12,9 @@ CATExtIContextualMenu::CATExtIContextualMenu() : m_Menu("CATContextMenu")
     for (const char* headerId : CATStandardCommands::CONTEXT_MENU) {
         CATCommandHeader* pHeader = nullptr;
         if (SUCCEEDED(CATAfrGetCommandHeader(headerId, &pHeader)) && pHeader != nullptr) {
-            auto* pStarter = new CATCmdStarter(headerId, headerId);
+            auto pStarter = std::make_unique<CATCmdStarter>(headerId, headerId);
             pStarter->SetTitle(pHeader->GetTitle());
-            m_Menu.AddChild(pStarter);
+            m_Menu.AddChild(pStarter.release());
         }
     }
 }

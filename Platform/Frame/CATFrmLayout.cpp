@@ -80,13 +80,23 @@ void CATFrmLayout::CloseAll()
 
 void CATFrmLayout::AddWindow(CATFrmWindow* pWindow)
 {
-    m_Windows.Append(pWindow);
+    try {
+        m_Windows.Append(pWindow);
+    } catch (...) {
+        delete pWindow;
+        throw;
+    }
     SetCurrentWindow(pWindow);
 }
 
 void CATFrmLayout::AddEditor(CATFrmEditor* pEditor)
 {
-    m_Editors.Append(pEditor);
+    try {
+        m_Editors.Append(pEditor);
+    } catch (...) {
+        delete pEditor;
+        throw;
+    }
 }
 
 void CATFrmLayout::AnnounceEnd(const char* event, CATEventSource* pSender)

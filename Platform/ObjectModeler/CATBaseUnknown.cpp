@@ -13,7 +13,12 @@ CATBaseUnknown::CATBaseUnknown() : m_pComponent(CATComponent::TakeAnnouncement(t
 
 CATBaseUnknown::CATBaseUnknown(const CATLateType& lateType) : m_pComponent(new CATComponent(this, lateType)) {}
 
-CATBaseUnknown::~CATBaseUnknown() = default;
+CATBaseUnknown::~CATBaseUnknown()
+{
+    if (m_pComponent != nullptr && m_pComponent->IsAbandonedBy(this)) {
+        delete m_pComponent;
+    }
+}
 
 CATMetaClass* CATBaseUnknown::MetaObject()
 {
@@ -89,7 +94,6 @@ void CATBaseUnknown::operator delete(void* pMemory)
 
 void CATThrowErrorNullVar(const char* interfaceName)
 {
-    auto* pError = new CATInternalError("NullHandleERR_1001", "CATObjectModeler");
-    pError->SetNLSParameters(1, interfaceName);
+    auto* pError = CATError::Make<CATInternalError>({interfaceName}, "NullHandleERR_1001", "CATObjectModeler");
     CATError::Throw(__FILE__, __LINE__, pError);
 }

@@ -20,10 +20,10 @@ struct Announcement
 };
 Announcement s_Announcement;
 
-// Components whose last reference has gone, in that order. One that dies while another is being destroyed waits here,
-// so that a chain of components that hold each other is taken down without recursion.
-std::vector<CATComponent*> s_Dying;
-bool s_bDestroying = false;
+// The last of the components whose last reference has gone; null while none is being destroyed. One that dies while
+// another is being destroyed waits behind it, so that a chain of components that hold each other is taken down without
+// recursion, and without memory.
+CATComponent* s_pLastDying = nullptr;
 
 } // namespace
 
@@ -117,31 +117,35 @@ void CATComponent::Destroy(CATComponent* pComponent)
         return;
     }
     pComponent->m_bDying = true;
-    s_Dying.push_back(pComponent);
-    if (s_bDestroying) {
+    if (s_pLastDying != nullptr) {
+        s_pLastDying->m_pNextDying = pComponent;
+        s_pLastDying = pComponent;
         return;
     }
-    s_bDestroying = true;
-    for (std::size_t i = 0; i < s_Dying.size(); ++i) {
-        CATComponent* pDying = s_Dying[i];
-        // Destructors of extensions may take and drop handles on their own component.
-        pDying->m_References = 1;
-        while (!pDying->m_MoreFacets.empty()) {
-            const Facet facet = pDying->m_MoreFacets.back();
-            pDying->m_MoreFacets.pop_back();
-            delete facet.pInterface;
+    s_pLastDying = pComponent;
+    for (CATComponent* pDying = pComponent; pDying != nullptr;) {
+        pDying->DestroyObjects();
+        CATComponent* pDestroyed = std::exchange(pDying, pDying->m_pNextDying);
+        if (pDying == nullptr) {
+            s_pLastDying = nullptr;
         }
-        while (pDying->m_FacetCount > 0) {
-            delete pDying->m_Facets[--pDying->m_FacetCount].pInterface;
-        }
-        delete pDying->m_pImpl;
-        delete pDying;
-        if (i + 1 == s_Dying.size()) {
-            s_Dying.clear();
-            i = static_cast<std::size_t>(-1);
-        }
+        delete pDestroyed;
     }
-    s_bDestroying = false;
+}
+
+void CATComponent::DestroyObjects()
+{
+    // Destructors of extensions may take and drop handles on their own component.
+    m_References = 1;
+    while (!m_MoreFacets.empty()) {
+        const Facet facet = m_MoreFacets.back();
+        m_MoreFacets.pop_back();
+        delete facet.pInterface;
+    }
+    while (m_FacetCount > 0) {
+        delete m_Facets[--m_FacetCount].pInterface;
+    }
+    delete m_pImpl;
 }
 
 #ifndef NDEBUG

@@ -20,6 +20,9 @@ public:
     CATBaseUnknown* GetImpl() const { return m_pImpl; }
     const CATLateType& GetLateType() const { return *m_pLateType; }
 
+    // Whether the object is the implementation object and goes without the component: its construction failed.
+    bool IsAbandonedBy(const CATBaseUnknown* pObject) const { return m_pImpl == pObject && !m_bDying; }
+
     unsigned int AddRef()
     {
         CheckThread();
@@ -76,6 +79,7 @@ private:
 
     HRESULT QueryFurther(const IID& iid, void** ppv);
     static void Destroy(CATComponent* pComponent);
+    void DestroyObjects();
 
 #ifdef NDEBUG
     static void CheckThread() {}
@@ -88,6 +92,8 @@ private:
     std::uint8_t m_FacetCount = 0;
     const CATLateType* m_pLateType;
     CATBaseUnknown* m_pImpl;
+    // Of the components that wait for their destruction.
+    CATComponent* m_pNextDying = nullptr;
     std::array<Facet, FACETS_AT_HAND> m_Facets;
     std::vector<Facet> m_MoreFacets;
 };

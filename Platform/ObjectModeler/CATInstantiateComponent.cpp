@@ -1,6 +1,7 @@
 #include "CATInstantiateComponent.h"
 
 #include "CATICreateInstance.h"
+#include "CATInterface_var.h"
 #include "CATLateType.h"
 
 HRESULT CATInstantiateComponent(const char* lateTypeName, const IID& iid, void** ppv)
@@ -29,8 +30,6 @@ HRESULT CATInstantiateComponent(const char* lateTypeName, const IID& iid, void**
         *ppv = pCreated;
         return S_OK;
     }
-    auto* pComponent = static_cast<CATBaseUnknown*>(pCreated);
-    const HRESULT hrQuery = pComponent->QueryInterface(iid, ppv);
-    pComponent->Release();
-    return hrQuery;
+    const auto spComponent = CATBaseUnknown_var::Adopt(static_cast<CATBaseUnknown*>(pCreated));
+    return spComponent->QueryInterface(iid, ppv);
 }

@@ -138,8 +138,8 @@ HRESULT CATEProductOnASMPRODUCT::AddChild(const CATIProduct_var& spProduct, cons
     }
     // What nothing uses stands below nothing.
     if (&parent == &child || (parent.IsUsed() && child.Contains(parent))) {
-        auto* pError = new CATInternalError("ProductContainsItselfERR_1001", "CATProductStructure");
-        pError->SetNLSParameters(2, parent.GetDefinition().partNumber, usInstanceName);
+        auto* pError = CATError::Make<CATInternalError>({parent.GetDefinition().partNumber, usInstanceName},
+                                                        "ProductContainsItselfERR_1001", "CATProductStructure");
         return CATError::GetReturn(2, pError, nullptr, __FILE__, __LINE__);
     }
     parent.AddUsage(child, CATPrdUsageData{0, 0, usInstanceName, {}, {}});

@@ -14,8 +14,8 @@ namespace {
 
 HRESULT Refuse(const CATUnicodeString& problem, const CATUnicodeString& expected)
 {
-    auto* pError = new CATInternalError("ImpossibleStructureERR_1002", "CATProductStructure");
-    pError->SetNLSParameters(2, problem, expected);
+    auto* pError =
+        CATError::Make<CATInternalError>({problem, expected}, "ImpossibleStructureERR_1002", "CATProductStructure");
     return CATError::GetReturn(2, pError, nullptr, __FILE__, __LINE__);
 }
 

@@ -24,13 +24,20 @@ CATPathElement* CATPathElementPool::Get(CATPathElement* pParent, const CATBaseUn
     if (!spObject) {
         return nullptr;
     }
-    CATPathElement*& pKnown = m_Paths[spObject.Get()];
-    if (pKnown != nullptr && pKnown->GetParent() == pParent) {
-        pKnown->AddRef();
-        return pKnown;
+    const auto [known, isNew] = m_Paths.try_emplace(spObject.Get(), nullptr);
+    if (!isNew && known->second->GetParent() == pParent) {
+        known->second->AddRef();
+        return known->second;
     }
-    pKnown = new CATPathElement(spObject, pParent, shared_from_this());
-    return pKnown;
+    try {
+        known->second = new CATPathElement(spObject, pParent, shared_from_this());
+    } catch (...) {
+        if (isNew) {
+            m_Paths.erase(known);
+        }
+        throw;
+    }
+    return known->second;
 }
 
 void CATPathElementPool::LoseObject(const CATBaseUnknown* pObject)

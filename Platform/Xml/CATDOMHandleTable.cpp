@@ -1,6 +1,7 @@
 #include "CATDOMHandleTable.h"
 
 #include <algorithm>
+#include <new>
 #include <utility>
 
 namespace {
@@ -15,7 +16,7 @@ std::size_t CATDOMHandleTable::HomeOf(const pugi::xml_node_struct* pNode) const
     // by side.
     const auto address = reinterpret_cast<std::uintptr_t>(pNode);
     const std::uint64_t line = static_cast<std::uint64_t>(address >> 10U) * 0x9E3779B97F4A7C15U;
-    return static_cast<std::size_t>(((line >> 20U) << 4U) | ((address >> 6U) & 15U)) & (m_Slots.size() - 1);
+    return static_cast<std::size_t>(((line >> 20U) << 4U) | ((address >> 6U) & 15U)) & (m_SlotCount - 1);
 }
 
 CATDOMElement* CATDOMHandleTable::Find(const pugi::xml_node_struct* pNode) const
@@ -24,57 +25,69 @@ CATDOMElement* CATDOMHandleTable::Find(const pugi::xml_node_struct* pNode) const
         return nullptr;
     }
     std::size_t slot = HomeOf(pNode);
-    while (m_Slots[slot].pNode != nullptr) {
-        if (m_Slots[slot].pNode == pNode) {
-            return m_Slots[slot].pElement;
+    while (m_pSlots[slot].pNode != nullptr) {
+        if (m_pSlots[slot].pNode == pNode) {
+            return m_pSlots[slot].pElement;
         }
-        slot = (slot + 1) & (m_Slots.size() - 1);
+        slot = (slot + 1) & (m_SlotCount - 1);
     }
     return nullptr;
 }
 
+void CATDOMHandleTable::MakeRoom()
+{
+    if (2 * (m_Count + 1) > m_SlotCount) {
+        const std::size_t slotCount = std::max(LEAST_SLOTS, 2 * m_SlotCount);
+        Move(std::make_unique<Slot[]>(slotCount), slotCount);
+    }
+}
+
 void CATDOMHandleTable::Insert(const pugi::xml_node_struct* pNode, CATDOMElement* pElement)
 {
-    if (2 * (m_Count + 1) > m_Slots.size()) {
-        Resize(std::max(LEAST_SLOTS, 2 * m_Slots.size()));
-    }
+    MakeRoom();
     std::size_t slot = HomeOf(pNode);
-    while (m_Slots[slot].pNode != nullptr) {
-        slot = (slot + 1) & (m_Slots.size() - 1);
+    while (m_pSlots[slot].pNode != nullptr) {
+        slot = (slot + 1) & (m_SlotCount - 1);
     }
-    m_Slots[slot] = Slot{pNode, pElement};
+    m_pSlots[slot] = Slot{pNode, pElement};
     ++m_Count;
 }
 
 void CATDOMHandleTable::Erase(const pugi::xml_node_struct* pNode)
 {
-    const std::size_t mask = m_Slots.size() - 1;
+    const std::size_t mask = m_SlotCount - 1;
     std::size_t gap = HomeOf(pNode);
-    while (m_Slots[gap].pNode != pNode) {
+    while (m_pSlots[gap].pNode != pNode) {
         gap = (gap + 1) & mask;
     }
     // Entries behind the gap that belong at or before it move up, so that no search ends too early.
-    for (std::size_t slot = (gap + 1) & mask; m_Slots[slot].pNode != nullptr; slot = (slot + 1) & mask) {
-        const std::size_t home = HomeOf(m_Slots[slot].pNode);
+    for (std::size_t slot = (gap + 1) & mask; m_pSlots[slot].pNode != nullptr; slot = (slot + 1) & mask) {
+        const std::size_t home = HomeOf(m_pSlots[slot].pNode);
         if (((slot - home) & mask) >= ((slot - gap) & mask)) {
-            m_Slots[gap] = m_Slots[slot];
+            m_pSlots[gap] = m_pSlots[slot];
             gap = slot;
         }
     }
-    m_Slots[gap] = Slot{};
+    m_pSlots[gap] = Slot{};
     --m_Count;
-    if (m_Slots.size() > LEAST_SLOTS && 16 * m_Count < m_Slots.size()) {
-        Resize(m_Slots.size() / 4);
+    if (m_SlotCount > LEAST_SLOTS && 16 * m_Count < m_SlotCount) {
+        // Without memory for a smaller one the table stays as large as it is: handles are dropped where nothing may
+        // fail.
+        const std::size_t slotCount = std::max(LEAST_SLOTS, m_SlotCount / 4);
+        if (Slots pSlots(new (std::nothrow) Slot[slotCount]()); pSlots != nullptr) {
+            Move(std::move(pSlots), slotCount);
+        }
     }
 }
 
-void CATDOMHandleTable::Resize(std::size_t slotCount)
+void CATDOMHandleTable::Move(Slots pSlots, std::size_t slotCount)
 {
-    const std::vector<Slot> old = std::exchange(m_Slots, std::vector<Slot>(std::max(LEAST_SLOTS, slotCount)));
+    pSlots.swap(m_pSlots);
+    const std::size_t oldCount = std::exchange(m_SlotCount, slotCount);
     m_Count = 0;
-    for (const Slot& slot : old) {
-        if (slot.pNode != nullptr) {
-            Insert(slot.pNode, slot.pElement);
+    for (std::size_t i = 0; i < oldCount; ++i) {
+        if (pSlots[i].pNode != nullptr) {
+            Insert(pSlots[i].pNode, pSlots[i].pElement);
         }
     }
 }

@@ -2,7 +2,7 @@
 
 #include <cstddef>
 #include <cstdint>
-#include <vector>
+#include <memory>
 
 namespace pugi {
 struct xml_node_struct;
@@ -17,6 +17,8 @@ class CATDOMHandleTable
 public:
     // Null when the element has no handle object.
     CATDOMElement* Find(const pugi::xml_node_struct* pNode) const;
+    // Lets the next insertion take no memory.
+    void MakeRoom();
     // The element must have none yet.
     void Insert(const pugi::xml_node_struct* pNode, CATDOMElement* pElement);
     // The element must have one.
@@ -29,9 +31,13 @@ private:
         CATDOMElement* pElement;
     };
 
-    std::size_t HomeOf(const pugi::xml_node_struct* pNode) const;
-    void Resize(std::size_t slotCount);
+    using Slots = std::unique_ptr<Slot[]>;
 
-    std::vector<Slot> m_Slots;
+    std::size_t HomeOf(const pugi::xml_node_struct* pNode) const;
+    // Moves everything to other slots, which must be enough for it.
+    void Move(Slots pSlots, std::size_t slotCount);
+
+    Slots m_pSlots;
+    std::size_t m_SlotCount = 0;
     std::size_t m_Count = 0;
 };

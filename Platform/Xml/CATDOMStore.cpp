@@ -112,7 +112,12 @@ CATDOMStore::~CATDOMStore()
 CATIDOMDocument_var CATDOMStore::Open(std::unique_ptr<pugi::xml_document> pDocument)
 {
     auto* pStore = new CATDOMStore(std::move(pDocument));
-    pStore->m_pDocumentHandle = new CATDOMDocument(pStore->m_pMain->pRoot, pStore->m_pMain);
+    try {
+        pStore->m_pDocumentHandle = new CATDOMDocument(pStore->m_pMain->pRoot, pStore->m_pMain);
+    } catch (...) {
+        delete pStore;
+        throw;
+    }
     pStore->CountHandle(pStore->m_pMain);
     return CATIDOMDocument_var::Adopt(pStore->m_pDocumentHandle);
 }
@@ -130,6 +135,7 @@ CATIDOMElement_var CATDOMStore::GetElement(pugi::xml_node_struct* pNode, CATDOMB
     if (CATDOMElement* pElement = m_Handles.Find(pNode)) {
         return CATIDOMElement_var(static_cast<CATIDOMElement*>(pElement));
     }
+    m_Handles.MakeRoom();
     auto* pElement = new CATDOMElement(pNode, pBranch);
     m_Handles.Insert(pNode, pElement);
     CountHandle(pBranch);
@@ -174,37 +180,38 @@ pugi::xml_node_struct* CATDOMStore::FindDocumentElement() const
 CATIDOMNodeList_var CATDOMStore::GetElementsByTagName(const CATUnicodeString& usTagName)
 {
     std::vector<CATIDOMElement_var> elements;
+    // Known are all names or none.
+    std::vector<std::string> names;
     const bool namesAreKnown = !m_TagNames.empty();
     if (!namesAreKnown || std::ranges::find(m_TagNames, usTagName.View()) != m_TagNames.end()) {
         const CATDOMElementView root(FindDocumentElement());
         for (CATDOMElementView element = root; element; element = element.GetNextBelow(root)) {
             if (!namesAreKnown) {
-                RememberTagName(element);
+                RememberTagName(element, &names);
             }
             if (element.HasTagName(usTagName.View())) {
                 elements.push_back(GetElement(element.GetNode(), m_pMain));
             }
         }
     }
-    if (m_TagNames.size() > MOST_TAG_NAMES) {
-        m_TagNames.clear();
+    if (!namesAreKnown && names.size() <= MOST_TAG_NAMES) {
+        m_TagNames = std::move(names);
     }
     return CATIDOMNodeList_var::Adopt(new CATDOMNodeList(std::move(elements)));
 }
 
 // The name met last stands first: an element's tag is mostly that of the element before it.
-void CATDOMStore::RememberTagName(const CATDOMElementView& element)
+void CATDOMStore::RememberTagName(const CATDOMElementView& element, std::vector<std::string>* pNames)
 {
-    if (m_TagNames.size() > MOST_TAG_NAMES) {
+    if (pNames->size() > MOST_TAG_NAMES) {
         return;
     }
-    const auto found =
-        std::ranges::find_if(m_TagNames, [&](const std::string& name) { return element.HasTagName(name); });
-    if (found == m_TagNames.end()) {
-        m_TagNames.emplace_back(element.GetTagName());
-        std::swap(m_TagNames.front(), m_TagNames.back());
-    } else if (found != m_TagNames.begin()) {
-        std::swap(*found, m_TagNames.front());
+    const auto found = std::ranges::find_if(*pNames, [&](const std::string& name) { return element.HasTagName(name); });
+    if (found == pNames->end()) {
+        pNames->emplace_back(element.GetTagName());
+        std::swap(pNames->front(), pNames->back());
+    } else if (found != pNames->begin()) {
+        std::swap(*found, pNames->front());
     }
 }
 
@@ -227,10 +234,15 @@ pugi::xml_node_struct* CATDOMStore::FindWall(pugi::xml_node_struct* pNode) const
 
 CATIDOMElement_var CATDOMStore::CreateElement(const char* tagName)
 {
+    std::unique_ptr<CATDOMBranch> pBranch(NewBranch(nullptr));
     pugi::xml_node removed(GetRemoved());
     const pugi::xml_node node = removed.append_child(tagName);
     removed.append_child(pugi::node_comment);
-    return GetElement(node.internal_object(), NewBranch(node.internal_object()));
+    pBranch->pRoot = node.internal_object();
+    // Without a handle nobody reaches the node, which goes with the document.
+    CATIDOMElement_var spElement = GetElement(node.internal_object(), pBranch.get());
+    pBranch.release();
+    return spElement;
 }
 
 CATIDOMElement_var CATDOMStore::CreateChild(pugi::xml_node_struct* pParent, CATDOMBranch* pBranch, const char* tagName)

@@ -73,7 +73,7 @@ private:
     // The comment behind an element that hangs there; null for any other.
     pugi::xml_node_struct* FindWall(pugi::xml_node_struct* pNode) const;
     pugi::xml_node_struct* FindDocumentElement() const;
-    void RememberTagName(const CATDOMElementView& element);
+    static void RememberTagName(const CATDOMElementView& element, std::vector<std::string>* pNames);
 
     CATDOMBranch* NewBranch(pugi::xml_node_struct* pRoot);
     void CountHandle(CATDOMBranch* pBranch);

@@ -40,8 +40,9 @@ std::string GetKey(const std::filesystem::path& path)
 
 HRESULT ReportUnreadable(const std::filesystem::path& path, const std::error_code& reason)
 {
-    auto* pError = new CATInternalError("FileNotReadableERR_1003", "QTBBaseLibErrors");
-    pError->SetNLSParameters(2, CATUnicodeString(path.string()), CATUnicodeString(reason.message()));
+    auto* pError =
+        CATError::Make<CATInternalError>({CATUnicodeString(path.string()), CATUnicodeString(reason.message())},
+                                         "FileNotReadableERR_1003", "QTBBaseLibErrors");
     return CATError::GetReturn(2, pError, nullptr, __FILE__, __LINE__);
 }
 

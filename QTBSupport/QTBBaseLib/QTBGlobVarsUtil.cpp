@@ -169,11 +169,9 @@ HRESULT QTBGlobVarsUtil::AddMessageToInfoListDialog(CATError* pError)
     if (pError == nullptr) {
         return E_FAIL;
     }
-    const QTBInfoListEntry::Kind kind = GetKind(*pError);
-    const CATUnicodeString usText = pError->GetNLSMessage();
-    // Hands the error over to its owner; the result is not needed.
+    // Hands the error over to its owner, whatever happens then; the result is not needed.
     CATError::GetReturn(2, pError, nullptr, __FILE__, __LINE__);
-    return AddToInfoList(kind, usText);
+    return AddToInfoList(GetKind(*pError), pError->GetNLSMessage());
 }
 
 HRESULT QTBGlobVarsUtil::AddErrorToInfoListDialog(const CATUnicodeString& usText)

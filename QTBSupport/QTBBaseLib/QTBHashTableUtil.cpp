@@ -47,7 +47,6 @@ HRESULT QTBHashTableUtil::FindEntry(const CATUnicodeString& usKey, const CATHash
     if (bAbsenceIsExpected != FALSE) {
         return E_FAIL;
     }
-    auto* pError = new CATInternalError("HashTableEntryNotFoundERR_1001", "QTBBaseLibErrors");
-    pError->SetNLSParameters(1, usKey);
+    auto* pError = CATError::Make<CATInternalError>({usKey}, "HashTableEntryNotFoundERR_1001", "QTBBaseLibErrors");
     return CATError::GetReturn(2, pError, nullptr, __FILE__, __LINE__);
 }

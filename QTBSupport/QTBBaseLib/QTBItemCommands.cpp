@@ -1,5 +1,7 @@
 #include "QTBItemCommands.h"
 
+#include <memory>
+
 #include "CATApplicationFrame.h"
 #include "CATDlgDocument.h"
 #include "CATDlgNotify.h"
@@ -75,10 +77,11 @@ HRESULT QTBItemCommands::ShowProperties(const QTBIRepNode_var& spIRepNode)
         QTBSchemaUtil::GetAttributeValue(spIPdmNode, *pFormAttr, &usValue);
         usText += QTBItemDialog::GetDisplayName(pFormAttr->GetName()) + ": " + usValue + "\n";
     }
-    auto* pNotify =
-        new CATDlgNotify(CATApplicationFrame::GetFrame()->GetApplicationDocument(), "QTBProperties", NOTICE_STYLE);
+    auto pNotify = std::make_unique<CATDlgNotify>(CATApplicationFrame::GetFrame()->GetApplicationDocument(),
+                                                  "QTBProperties", NOTICE_STYLE);
     pNotify->DisplayBlocked(usText, QTBTraceUtil::GetNodeString(spIPdmNode, FALSE));
     pNotify->RequestDelayedDestruction();
+    pNotify.release();
     return S_OK;
 }
 

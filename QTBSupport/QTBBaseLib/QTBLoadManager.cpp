@@ -192,8 +192,7 @@ HRESULT QTBLoadManager::GetPdmFileForPdmObjName(const CATUnicodeString& usObjInf
         }
     }
     if (best.IsEmpty() && bReportIfUndefined != FALSE) {
-        auto* pError = new CATInternalError("PdmFileNotFoundERR_1002", "QTBBaseLibErrors");
-        pError->SetNLSParameters(1, usObjInfo);
+        auto* pError = CATError::Make<CATInternalError>({usObjInfo}, "PdmFileNotFoundERR_1002", "QTBBaseLibErrors");
         return CATError::GetReturn(2, pError, nullptr, __FILE__, __LINE__);
     }
     return GiveFound(best.Get(), pspIPdmNode);

@@ -10,9 +10,7 @@ namespace {
 template <class Message, class... Text>
 CATError* Make(const char* msgId, const Text&... texts)
 {
-    auto* pMessage = new Message(msgId);
-    pMessage->SetNLSParameters(static_cast<int>(sizeof...(texts)), texts...);
-    return pMessage;
+    return CATError::Make<Message>({texts...}, msgId);
 }
 
 CATUnicodeString ToText(int number)

@@ -45,7 +45,12 @@ void QTBPdmNodeIndex::NodeWasRead(const CATUnicodeString& usNodeKey)
         *this = QTBPdmNodeIndex();
         return;
     }
-    m_ReadKeys.push_back(usNodeKey);
+    try {
+        m_ReadKeys.push_back(usNodeKey);
+    } catch (...) {
+        *this = QTBPdmNodeIndex();
+        throw;
+    }
 }
 
 CATListValCATBaseUnknown_var QTBPdmNodeIndex::FindByPartNumber(const CATUnicodeString& usPartNumber)
@@ -111,8 +116,14 @@ void QTBPdmNodeIndex::BringUpToDate(const QTBIPdmNodeCont_var& spIPdmNodeCont)
         return;
     }
     const Keys readKeys = std::exchange(m_ReadKeys, Keys());
-    for (const CATUnicodeString& usKey : readKeys) {
-        EnterNode(FindNode(spIPdmNodeCont, usKey));
+    try {
+        for (const CATUnicodeString& usKey : readKeys) {
+            EnterNode(FindNode(spIPdmNodeCont, usKey));
+        }
+    } catch (...) {
+        // An index that does not know all nodes is none.
+        *this = QTBPdmNodeIndex();
+        throw;
     }
 }
 

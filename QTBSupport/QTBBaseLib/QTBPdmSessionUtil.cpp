@@ -25,8 +25,7 @@ constexpr std::array<DocType, 7> DOC_TYPES{{{&usCATPRODUCT, QTB_CATIA_FILE_CLASS
 
 HRESULT Report(const char* msgId, const CATUnicodeString& usParameter)
 {
-    auto* pError = new CATInternalError(msgId, ERROR_CATALOG);
-    pError->SetNLSParameters(1, usParameter);
+    auto* pError = CATError::Make<CATInternalError>({usParameter}, msgId, ERROR_CATALOG);
     return CATError::GetReturn(2, pError, nullptr, __FILE__, __LINE__);
 }
 

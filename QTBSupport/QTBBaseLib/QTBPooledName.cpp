@@ -51,7 +51,7 @@ public:
             return Provide(text.View());
         }
         if (m_Count >= m_Buckets.size()) {
-            Resize(2 * m_Buckets.size());
+            Grow();
         }
         QTBPooledName::Entry*& pFirst = m_Buckets[BucketOf(hash)];
         pFirst = new QTBPooledName::Entry{text, hash, 0, pFirst};
@@ -69,7 +69,7 @@ public:
         delete pEntry;
         --m_Count;
         if (m_Buckets.size() > LEAST_BUCKETS && 8 * m_Count < m_Buckets.size()) {
-            Resize(m_Buckets.size() / 4);
+            Shrink();
         }
     }
 
@@ -80,16 +80,33 @@ private:
 
     std::size_t BucketOf(unsigned int hash) const { return hash & (m_Buckets.size() - 1); }
 
-    void Resize(std::size_t bucketCount)
+    void Grow()
     {
-        std::vector<QTBPooledName::Entry*> old(bucketCount);
+        std::vector<QTBPooledName::Entry*> old(2 * m_Buckets.size());
         old.swap(m_Buckets);
-        for (QTBPooledName::Entry* pEntry : old) {
-            while (pEntry != nullptr) {
-                QTBPooledName::Entry*& pFirst = m_Buckets[BucketOf(pEntry->hash)];
-                QTBPooledName::Entry* pNext = std::exchange(pEntry->pNext, pFirst);
-                pFirst = std::exchange(pEntry, pNext);
-            }
+        for (QTBPooledName::Entry* pFirst : old) {
+            Distribute(pFirst, m_Buckets.size());
+        }
+    }
+
+    // Takes no memory: names are dropped where nothing may fail.
+    void Shrink()
+    {
+        const std::size_t bucketCount = m_Buckets.size() / 4;
+        for (std::size_t i = bucketCount; i < m_Buckets.size(); ++i) {
+            Distribute(m_Buckets[i], bucketCount);
+        }
+        m_Buckets.resize(bucketCount);
+        m_Buckets.shrink_to_fit();
+    }
+
+    // Puts the entries of a chain into the first buckets of that number.
+    void Distribute(QTBPooledName::Entry* pEntry, std::size_t bucketCount)
+    {
+        while (pEntry != nullptr) {
+            QTBPooledName::Entry*& pFirst = m_Buckets[pEntry->hash & (bucketCount - 1)];
+            QTBPooledName::Entry* pNext = std::exchange(pEntry->pNext, pFirst);
+            pFirst = std::exchange(pEntry, pNext);
         }
     }
 

@@ -249,8 +249,7 @@ HRESULT QTBSchemaUtil::GetAttributePtr(const CATUnicodeString& usAttrName, QTBSc
     if (hr != E_FAIL || bReportIfUndefined == FALSE) {
         return hr;
     }
-    auto* pError = new CATInternalError("AttributeNotInSchemaERR_1002", ERROR_CATALOG);
-    pError->SetNLSParameters(1, usAttrName);
+    auto* pError = CATError::Make<CATInternalError>({usAttrName}, "AttributeNotInSchemaERR_1002", ERROR_CATALOG);
     return CATError::GetReturn(2, pError, nullptr, __FILE__, __LINE__);
 }
 

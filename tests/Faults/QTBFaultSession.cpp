@@ -1,18 +1,26 @@
 #include "QTBFaultSession.h"
 
 #include <algorithm>
+#include <cstdlib>
+#include <iostream>
 #include <map>
+#include <new>
+#include <optional>
+#include <tuple>
 
 #include <gmock/gmock.h>
 
 #include "CATComponent.h"
+#include "CATDocument.h"
 #include "CATDocumentServices.h"
 #include "CATFrmEditor.h"
 #include "CATFrmNavigGraphicWindow.h"
 #include "CATFrmObjectEditor.h"
 #include "CATInstantiateComponent.h"
 #include "CATLateType.h"
+#include "CATNavigBox.h"
 #include "QTBConstants.h"
+#include "QTBDebugUtil.h"
 #include "QTBDiagnosis.h"
 #include "QTBEditedSchema.h"
 #include "QTBInvariants.h"
@@ -104,17 +112,65 @@ public:
 private:
     static CATBaseUnknown* Create(CATComponent* pComponent)
     {
-        CATBaseUnknown* pReal = s_RealFactory(pComponent);
-        pComponent->Detach(pReal);
-        auto* pTie = new Tie<ForwardTie<Interface>>(pComponent, pReal);
-        pComponent->Attach(Interface::GetIID(), pTie);
-        return pTie;
+        std::unique_ptr<CATBaseUnknown> pReal(s_RealFactory(pComponent));
+        pComponent->Detach(pReal.get());
+        auto pTie = std::make_unique<Tie<ForwardTie<Interface>>>(pComponent, pReal.get());
+        // The tie deletes it.
+        pReal.release();
+        pComponent->Attach(Interface::GetIID(), pTie.get());
+        return pTie.release();
     }
 
     inline static CATInterfaceObjectFactory s_RealFactory = nullptr;
 
     std::unique_ptr<QTBReplacedExtension> m_pReplaced;
 };
+
+// What the scenarios of all tests have driven.
+struct Driven
+{
+    // Late type of the subject, name and slot of the operation.
+    std::set<std::tuple<std::string, std::string, int>> operations;
+    int scenarios = 0;
+    // Distinct places of allocations, of which some are driven.
+    int allocations = 0;
+    std::map<QTBFaultPoint::Points, int> places;
+};
+Driven s_Driven;
+
+bool IsDriven(const QTBFaultPoint::OfferedOperation& offered)
+{
+    return std::any_of(s_Driven.operations.begin(), s_Driven.operations.end(), [&](const auto& driven) {
+        const auto& [lateType, name, slot] = driven;
+        return name == offered.name && slot == offered.slot &&
+               CATLateType::Find(lateType.c_str())->IsAKindOf(offered.lateType.c_str());
+    });
+}
+
+// Every operation that the library offers is driven by a scenario.
+class EveryOperation : public ::testing::Environment
+{
+public:
+    void TearDown() override
+    {
+        const ::testing::UnitTest& tests = *::testing::UnitTest::GetInstance();
+        if (tests.test_to_run_count() < tests.total_test_count()) {
+            return;
+        }
+        for (const QTBFaultPoint::OfferedOperation& offered : QTBFaultPoint::s_OfferedOperations) {
+            EXPECT_TRUE(IsDriven(offered))
+                << "no scenario drives " << offered.name << offered.parameters << " of " << offered.lateType;
+        }
+        std::cout << QTBFaultPoint::s_OfferedOperations.size() << " operations, " << s_Driven.scenarios
+                  << " scenarios; places: " << s_Driven.places[QTBFaultPoint::CALLS] << " of calls, "
+                  << s_Driven.places[QTBFaultPoint::QUERIES] << " of queries, "
+                  << s_Driven.places[QTBFaultPoint::ALLOCATIONS] << " of " << s_Driven.allocations << " of allocations"
+                  << std::endl;
+    }
+};
+
+[[maybe_unused]] const ::testing::Environment* const s_pEveryOperation =
+    ::testing::AddGlobalTestEnvironment(new EveryOperation);
 
 } // namespace
 
@@ -238,6 +294,28 @@ CATBaseUnknown_var QTBFaultSession::Subject(const std::string& name) const
     if (name.rfind("product:", 0) == 0) {
         return Product(key);
     }
+    if (name.rfind("navigation:", 0) == 0) {
+        CATNavigBox* pNavigBox = m_pWindow->GetFrmWindow()->GetNavigBox();
+        pNavigBox->Display();
+        return pNavigBox->GetNode(InWindow(key.c_str()));
+    }
+    if (name == "document") {
+        return m_pWindow->GetFrmWindow()->GetEditor()->GetDocument();
+    }
+    if (name == "new document" || name == "alias") {
+        return CATBaseUnknown_var::Adopt(
+            new CATDocument(*CATLateType::Find(name == "alias" ? "QTBDocument" : "QTBDoc")));
+    }
+    if (name == "box" || name == "info") {
+        void* pComponent = nullptr;
+        EXPECT_THAT(
+            ::CATInstantiateComponent(name == "box" ? "QTBBndBox" : "QTBInfoNode", CLSID_CATBaseUnknown, &pComponent),
+            Succeeds());
+        return CATBaseUnknown_var::Adopt(static_cast<CATBaseUnknown*>(pComponent));
+    }
+    if (name.empty()) {
+        return NULL_var;
+    }
     if (name == "graph") {
         return GetPdmNodeCont();
     }
@@ -259,6 +337,7 @@ CATListValQTBNodeRelationInfo QTBFaultSession::InfoList(std::initializer_list<QT
 void QTBFaultSession::Run(const QTBScenario& scenario)
 {
     SCOPED_TRACE(scenario.name);
+    ++s_Driven.scenarios;
     Outcome ofCalls;
     RunAll(scenario, QTBFaultPoint::CALLS, &ofCalls);
     if (!scenario.bNeverFails && !scenario.bDepends) {
@@ -271,33 +350,69 @@ void QTBFaultSession::Run(const QTBScenario& scenario)
     Outcome ofQueries;
     RunAll(scenario, QTBFaultPoint::QUERIES, &ofQueries);
     EXPECT_THAT(ofQueries.surprises, IsEmpty());
+    Outcome ofAllocations;
+    RunAllocations(scenario, &ofAllocations);
+    EXPECT_THAT(ofAllocations.surprises, IsEmpty());
+}
+
+// Of the places that no scenario has come by before, as many as there is time for, in equal steps; all of them when the
+// environment variable QTB_ALL_FAULTS is set.
+void QTBFaultSession::RunAllocations(const QTBScenario& scenario, Outcome* pOutcome)
+{
+    static std::set<std::size_t> s_Seen;
+    QTBFaultPoint::ArmToRecord(QTBFaultPoint::ALLOCATIONS);
+    const HRESULT hr = RunOnce(scenario, pOutcome);
+    const std::vector<std::size_t> places = QTBFaultPoint::GetPlaces();
+    std::vector<int> newPlaces;
+    for (std::size_t i = 0; i < places.size(); ++i) {
+        if (s_Seen.insert(places[i]).second) {
+            newPlaces.push_back(static_cast<int>(i) + 1);
+        }
+    }
+    s_Driven.allocations += static_cast<int>(newPlaces.size());
+    const std::size_t most = scenario.bChanges ? 10 : 40;
+    const std::size_t step = std::getenv("QTB_ALL_FAULTS") != nullptr ? 1 : (newPlaces.size() + most - 1) / most;
+    for (std::size_t i = 0; i < newPlaces.size() && !HasFatalFailure(); i += step) {
+        QTBFaultPoint::Arm(QTBFaultPoint::ALLOCATIONS, newPlaces[i], QTBFaultPoint::FAILS);
+        RunOnce(scenario, pOutcome);
+        s_Driven.places[QTBFaultPoint::ALLOCATIONS] += QTBFaultPoint::GetStruck().empty() ? 0 : 1;
+    }
+    if (!scenario.bChanges && !newPlaces.empty()) {
+        // With memory it does again what it did before.
+        QTBFaultPoint::ArmToRecord(QTBFaultPoint::CALLS);
+        if (SUCCEEDED(RunOnce(scenario, pOutcome)) != SUCCEEDED(hr)) {
+            pOutcome->surprises.push_back("it does not recover from a lack of memory");
+        }
+    }
 }
 
 // Calls that the same calls lead to are one place, of which the first call goes wrong.
 void QTBFaultSession::RunAll(const QTBScenario& scenario, QTBFaultPoint::Points points, Outcome* pOutcome)
 {
     QTBFaultPoint::ArmToRecord(points);
-    RunOnce(scenario, points, pOutcome);
+    RunOnce(scenario, pOutcome);
+    s_Driven.operations.emplace(m_LateType, QTBFaultPoint::GetBegunName(), QTBFaultPoint::GetBegunSlot());
     const std::vector<std::size_t> places = QTBFaultPoint::GetPlaces();
     std::set<std::size_t> seen;
     for (std::size_t i = 0; i < places.size() && !HasFatalFailure(); ++i) {
         if (!seen.insert(places[i]).second) {
             continue;
         }
+        ++s_Driven.places[points];
         const int n = static_cast<int>(i) + 1;
         const bool areBothMeant = !scenario.bChanges && points == QTBFaultPoint::CALLS;
         if (areBothMeant || seen.size() % 2 == 0) {
             QTBFaultPoint::Arm(points, n, QTBFaultPoint::FAILS_WITH_ERROR);
-            RunOnce(scenario, points, pOutcome);
+            RunOnce(scenario, pOutcome);
         }
         if (areBothMeant || seen.size() % 2 == 1) {
             QTBFaultPoint::Arm(points, n, QTBFaultPoint::FAILS);
-            RunOnce(scenario, points, pOutcome);
+            RunOnce(scenario, pOutcome);
         }
     }
 }
 
-void QTBFaultSession::RunOnce(const QTBScenario& scenario, QTBFaultPoint::Points points, Outcome* pOutcome)
+HRESULT QTBFaultSession::RunOnce(const QTBScenario& scenario, Outcome* pOutcome)
 {
     HRESULT hr = E_FAIL;
     std::vector<std::string> diagnoses;
@@ -305,23 +420,47 @@ void QTBFaultSession::RunOnce(const QTBScenario& scenario, QTBFaultPoint::Points
         QTBFaultPoint::Hold();
         const CATBaseUnknown_var spSubject = Subject(scenario.subject);
         m_spSecond = scenario.second.empty() ? CATBaseUnknown_var() : Subject(scenario.second);
-        const DebugCapture capture;
+        m_LateType = spSubject != NULL_var ? spSubject->IsA() : scenario.lateType;
+        scenario.promises.Prepare();
+        // Without memory there is no debug output either, so none is asked for.
+        std::optional<DebugCapture> capture;
+        const auto pObserver = QTBDebugUtil::s_pObserver;
+        if (QTBFaultPoint::GetPoints() == QTBFaultPoint::ALLOCATIONS) {
+            QTBDebugUtil::s_pObserver = nullptr;
+        } else {
+            capture.emplace();
+        }
         QTBFaultPoint::Release();
         try {
             hr = scenario.run(spSubject);
         } catch (const CATXHException& exception) {
             hr = exception.GetResult();
+        } catch (const std::bad_alloc&) {
+            hr = E_OUTOFMEMORY;
         }
         QTBFaultPoint::Disarm();
+        QTBDebugUtil::s_pObserver = pObserver;
         m_spSecond = NULL_var;
-        diagnoses = QTBDiagnosis::DiagnosesIn(capture);
+        if (capture) {
+            diagnoses = QTBDiagnosis::DiagnosesIn(*capture);
+        }
     }
     const std::string& struck = QTBFaultPoint::GetStruck();
-    const std::string place = struck + ": ";
-    if (!struck.empty()) {
+    const bool isAllocation = !struck.empty() && QTBFaultPoint::GetPoints() == QTBFaultPoint::ALLOCATIONS;
+    const std::string place =
+        (isAllocation ? "allocation of " + QTBFaultPoint::DescribeStruckAllocation() : struck) + ": ";
+    if (isAllocation) {
+        // A factory tells of it as a failure; everything else lets the exception pass.
+        if (hr != E_OUTOFMEMORY && !QTBFaultPoint::FactoryRefused()) {
+            pOutcome->surprises.push_back(place + QTBDescribeResult(hr));
+        }
+    } else if (!struck.empty()) {
         Judge(scenario, hr, diagnoses, place, pOutcome);
     } else if (!scenario.bDepends) {
         EXPECT_THAT(hr, Succeeds()) << "without a fault";
+    }
+    for (const std::string& broken : scenario.promises.FindBroken(FAILED(hr))) {
+        pOutcome->surprises.push_back(place + broken);
     }
     if (!scenario.bStopsHalfWay) {
         for (const std::string& broken : QTBFindBrokenInvariants({m_spCont})) {
@@ -335,11 +474,10 @@ void QTBFaultSession::RunOnce(const QTBScenario& scenario, QTBFaultPoint::Points
     }
     if (scenario.bChanges) {
         SCOPED_TRACE(place + QTBDescribeResult(hr) + (diagnoses.empty() ? "" : " - " + diagnoses.front()));
-        m_bMayLeaveComponents = scenario.bStopsHalfWay && points == QTBFaultPoint::QUERIES;
         TearDown();
-        m_bMayLeaveComponents = false;
         SetUp();
     }
+    return hr;
 }
 
 HRESULT QTBFaultSession::RunWithout(const char* silentCall, const QTBScenario& scenario, int callsBefore)
@@ -362,29 +500,18 @@ void QTBFaultSession::ExpectUsable(const std::string& place, Outcome* pOutcome)
     }
 }
 
-// The clean-up of a session stops at a failure too. With its links gone it fails nowhere, however they stood.
+// The clean-up of a session stops at a failure too. With its links gone it fails nowhere, however they stood. Two nodes
+// may hold each other that no container holds any more.
 void QTBFaultSession::DissolveLinks() const
 {
-    CATListValCATBaseUnknown_var nodes;
-    EXPECT_THAT(GetPdmNodeCont()->GetAllPdmNodes(&nodes), Succeeds());
-    for (const QTBIRepNodeCont_var& spCont : {m_spCont, m_pWindow->GetCont()}) {
-        CATListValCATBaseUnknown_var repNodes;
-        EXPECT_THAT(spCont->GetAllRepNodes(&repNodes), Succeeds());
-        nodes.Append(repNodes);
-    }
-    std::set<const CATBaseUnknown*> seen;
-    for (int i = 1; i <= nodes.Size(); ++i) {
-        const QTBINodeRelations_var spINodeRelations(nodes[i]);
-        if (!seen.insert(nodes[i].Get()).second || spINodeRelations == NULL_var) {
-            continue;
+    std::vector<QTBINodeRelations_var> nodes;
+    for (CATBaseUnknown* pComponent : QTBFaultPoint::GetLiveComponents()) {
+        if (const QTBINodeRelations_var spINodeRelations(pComponent); spINodeRelations != NULL_var) {
+            nodes.push_back(spINodeRelations);
         }
-        EXPECT_THAT(spINodeRelations->GetAllLeftRelations(&nodes, FALSE, ALL_NODES), Succeeds());
-        EXPECT_THAT(spINodeRelations->GetAllRightRelations(&nodes, FALSE, ALL_NODES), Succeeds());
     }
-    for (const CATBaseUnknown_var& spNode : nodes) {
-        if (const QTBINodeRelations_var spINodeRelations(spNode); spINodeRelations != NULL_var) {
-            EXPECT_THAT(spINodeRelations->RemoveAllRels(nullptr), Succeeds());
-        }
+    for (const QTBINodeRelations_var& spINodeRelations : nodes) {
+        EXPECT_THAT(spINodeRelations->RemoveAllRels(nullptr), Succeeds());
     }
     EXPECT_THAT(m_spCont->Cleanup(), Succeeds());
     EXPECT_THAT(m_pWindow->GetCont()->Cleanup(), Succeeds());
@@ -413,6 +540,10 @@ void QTBFaultSession::Judge(const QTBScenario& scenario, HRESULT hr, const std::
         return;
     }
     if (QTBFaultPoint::GetError() != nullptr && pError == QTBFaultPoint::GetError()) {
+        return;
+    }
+    if (QTBFaultPoint::GetError() != nullptr && !scenario.bDepends && scenario.renamed.count(struck) == 0) {
+        pOutcome->surprises.push_back(place + "its error is lost: " + QTBDescribeResult(hr));
         return;
     }
     const std::string text =

@@ -16,6 +16,7 @@
 #include "QTBIRepNode.h"
 #include "QTBIRepNodeCont.h"
 #include "QTBNodeRelationInfo.h"
+#include "QTBPromises.h"
 #include "QTBTestSession.h"
 #include "QTBTestWindow.h"
 
@@ -30,6 +31,8 @@ struct QTBScenario
     std::string name;
     std::string subject;
     std::string second = {};
+    // That of the subject, unless the operation is none of a subject's.
+    std::string lateType = {};
     std::function<HRESULT(const CATBaseUnknown_var& spSubject)> run;
 
     // Calls whose failure changes nothing in the result, at one place at least.
@@ -47,6 +50,7 @@ struct QTBScenario
     // What it makes of a failure depends on the place: it goes on with the next item, with what it knows, or not at
     // all.
     bool bDepends = false;
+    QTBPromises promises = {};
 
     QTBScenario& Tolerates(const Names& names)
     {
@@ -90,6 +94,36 @@ struct QTBScenario
         bNeverFails = true;
         return *this;
     }
+    template <class List>
+    QTBScenario& Empties(List& list)
+    {
+        promises.Empties(list);
+        return *this;
+    }
+    template <class List>
+    QTBScenario& Appends(List& list)
+    {
+        promises.Appends(list);
+        return *this;
+    }
+    template <class Value>
+    QTBScenario& Keeps(Value& value)
+    {
+        promises.Keeps(value);
+        return *this;
+    }
+    template <class Value>
+    QTBScenario& KeepsWithout(const char* call, Value& value)
+    {
+        promises.KeepsWithout(call, value);
+        return *this;
+    }
+    template <class Handle>
+    QTBScenario& Resets(Handle& handle)
+    {
+        promises.Resets(handle);
+        return *this;
+    }
 };
 
 // A session with everything in it: a graph of parts, files and a document, a PDM window and a container without window
@@ -104,9 +138,6 @@ protected:
 
     void SetUp() override;
     void TearDown() override;
-
-    // A node that does not answer for what it is in the middle of a change may stay linked where nobody finds it.
-    bool MayLeaveComponents() const override { return m_bMayLeaveComponents; }
 
     // Sessions that do not work with the BOM part structure.
     virtual bool UsesBomPartStructure() const { return true; }
@@ -124,8 +155,9 @@ protected:
     static CATIProduct_var Product(const std::string& name);
 
     // An operation of an interface of a subject: the key of a PDM node; that behind "window:" or "cont:" for the node's
-    // rep node in the window and in the container without one; "graph", "window" and "cont" for the containers;
-    // "product:A" for the products.
+    // rep node in the window and in the container without one, behind "navigation:" for its node of the window's tree;
+    // "graph", "window" and "cont" for the containers; "product:A" for the products; "document" for that of the window.
+    // Made anew each time: "new document", "alias", "box", "info" (an info node).
     template <class Interface, class Operation>
     static QTBScenario On(const char* subject, const char* name, Operation operation)
     {
@@ -154,7 +186,8 @@ protected:
     std::shared_ptr<FaultyProducts> m_pFaultyProducts;
 
 private:
-    bool m_bMayLeaveComponents = false;
+    // That of the last subject.
+    std::string m_LateType;
 
     struct Outcome
     {
@@ -164,7 +197,8 @@ private:
     };
 
     void RunAll(const QTBScenario& scenario, QTBFaultPoint::Points points, Outcome* pOutcome);
-    void RunOnce(const QTBScenario& scenario, QTBFaultPoint::Points points, Outcome* pOutcome);
+    void RunAllocations(const QTBScenario& scenario, Outcome* pOutcome);
+    HRESULT RunOnce(const QTBScenario& scenario, Outcome* pOutcome);
     static void ExpectUsable(const std::string& place, Outcome* pOutcome);
     void DissolveLinks() const;
     static void Judge(const QTBScenario& scenario, HRESULT hr, const std::vector<std::string>& diagnoses,

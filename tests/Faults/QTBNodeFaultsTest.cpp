@@ -39,23 +39,28 @@ TEST_F(NodeFaults, OfAttributesEndInFailures)
     Run(On<QTBINodeAttributes>("A", "GetStringAttributeValue of a list", [&](QTBINodeAttributes& node) {
             return node.GetStringAttributeValue("List", &m_usText, TRUE, FALSE);
         }).IsAbsentWithout({"QTBSimpleListAttr::GetSize"}));
-    Run(On<QTBINodeAttributes>("A", "GetStringAttributeValues",
-                               [&](QTBINodeAttributes& node) { return node.GetStringAttributeValues(&m_Texts); }));
+    Run(On<QTBINodeAttributes>("A", "GetStringAttributeValues", [&](QTBINodeAttributes& node) {
+            return node.GetStringAttributeValues(&m_Texts);
+        }).Empties(m_Texts));
     Run(On<QTBINodeAttributes>("A", "GetAttribute", [&](QTBINodeAttributes& node) {
         QTBNodeAttr* pNodeAttr = nullptr;
         return node.GetAttribute("Name", &pNodeAttr);
     }));
-    Run(On<QTBINodeAttributes>("A", "GetStringAttributeNames",
-                               [&](QTBINodeAttributes& node) { return node.GetStringAttributeNames(&m_Texts); }));
-    Run(On<QTBINodeAttributes>("A", "GetSimpleListAttributeNames",
-                               [&](QTBINodeAttributes& node) { return node.GetSimpleListAttributeNames(&m_Texts); }));
+    Run(On<QTBINodeAttributes>("A", "GetStringAttributeNames", [&](QTBINodeAttributes& node) {
+            return node.GetStringAttributeNames(&m_Texts);
+        }).Empties(m_Texts));
+    Run(On<QTBINodeAttributes>("A", "GetSimpleListAttributeNames", [&](QTBINodeAttributes& node) {
+            return node.GetSimpleListAttributeNames(&m_Texts);
+        }).Empties(m_Texts));
     Run(On<QTBINodeAttributes>("A", "GetNameValueListAttributeNames", [&](QTBINodeAttributes& node) {
-        return node.GetNameValueListAttributeNames(&m_Texts);
-    }));
-    Run(On<QTBINodeAttributes>("A", "GetTableAttributeNames",
-                               [&](QTBINodeAttributes& node) { return node.GetTableAttributeNames(&m_Texts); }));
-    Run(On<QTBINodeAttributes>("A", "GetObjectAttributeNames",
-                               [&](QTBINodeAttributes& node) { return node.GetObjectAttributeNames(&m_Texts); }));
+            return node.GetNameValueListAttributeNames(&m_Texts);
+        }).Empties(m_Texts));
+    Run(On<QTBINodeAttributes>("A", "GetTableAttributeNames", [&](QTBINodeAttributes& node) {
+            return node.GetTableAttributeNames(&m_Texts);
+        }).Empties(m_Texts));
+    Run(On<QTBINodeAttributes>("A", "GetObjectAttributeNames", [&](QTBINodeAttributes& node) {
+            return node.GetObjectAttributeNames(&m_Texts);
+        }).Empties(m_Texts));
     Run(On<QTBINodeAttributes>("A", "GetSimpleListAttributePtr", [&](QTBINodeAttributes& node) {
         QTBSimpleListAttr* pAttr = nullptr;
         return node.GetSimpleListAttributePtr("List", &pAttr);
@@ -79,7 +84,8 @@ TEST_F(NodeFaults, OfAttributesEndInFailures)
     Run(On<QTBINodeAttributes>("A", "ToXmlString",
                                [&](QTBINodeAttributes& node) { return node.ToXmlString(&m_usText, "", "", "o"); })
             .Tolerates({"QTBINodeAttributes::GetNameValueListAttributePtr", "QTBIPdmNode::GetQtbInfoAttr",
-                        "QTBNameValueListAttr::GetNvValue", "QTBNodeAttr::GetName"}));
+                        "QTBNameValueListAttr::GetNvValue", "QTBNodeAttr::GetName"})
+            .Keeps(m_usText));
     Run(On<QTBINodeAttributes>("A", "ToXmlString of some attributes",
                                [&](QTBINodeAttributes& node) {
                                    CATListValCATUnicodeString names;
@@ -88,7 +94,8 @@ TEST_F(NodeFaults, OfAttributesEndInFailures)
                                    return node.ToXmlString(names, &m_usText, "", "", "o");
                                })
             .Tolerates({"QTBINodeAttributes::GetNameValueListAttributePtr", "QTBIPdmNode::GetQtbInfoAttr",
-                        "QTBNameValueListAttr::GetNvValue", "QTBNodeAttr::GetName"}));
+                        "QTBNameValueListAttr::GetNvValue", "QTBNodeAttr::GetName"})
+            .Keeps(m_usText));
     Run(On<QTBINodeAttributes>("B", "SetXmlElement", [&](QTBINodeAttributes& node) {
             CATBaseUnknown_var spElement;
             node.GetXmlElement(&spElement);
@@ -110,9 +117,12 @@ TEST_F(NodeFaults, OfAttributesEndInFailures)
                                [&](QTBINodeAttributes& node) { return node.SetCatiaAttribute("x", "1"); }));
     Run(On<QTBINodeAttributes>("A", "GetCatiaAttribute",
                                [&](QTBINodeAttributes& node) { return node.GetCatiaAttribute("x", &m_usText); }));
-    Run(On<QTBINodeAttributes>("A", "GetCatiaAttributes", [&](QTBINodeAttributes& node) {
-            return node.GetCatiaAttributes(&m_Texts, &m_MoreTexts);
-        }).Tolerates({"QTBLoadManager::GetCatiaAttributesNvSetPtr"}));
+    Run(On<QTBINodeAttributes>(
+            "A", "GetCatiaAttributes",
+            [&](QTBINodeAttributes& node) { return node.GetCatiaAttributes(&m_Texts, &m_MoreTexts); })
+            .Tolerates({"QTBLoadManager::GetCatiaAttributesNvSetPtr"})
+            .KeepsWithout("QTBLoadManager::GetCatiaAttributesNvSetPtr", m_Texts)
+            .KeepsWithout("QTBLoadManager::GetCatiaAttributesNvSetPtr", m_MoreTexts));
     Run(On<QTBINodeAttributes>("A", "PrintCatiaAttributes", [&](QTBINodeAttributes& node) {
             return node.PrintCatiaAttributes();
         }).Tolerates({"QTBHashTableNvSetAttribute::PrintValues", "QTBLoadManager::GetCatiaAttributesNvSetPtr"}));
@@ -122,18 +132,18 @@ TEST_F(NodeFaults, OfRelationsEndInFailures)
 {
     for (const NodesToRetrieve mode : {ALL_NODES, MOST_RECENTLY_UPDATED_NODES, ONLY_CURRENT_NODES}) {
         Run(On<QTBINodeRelations>("A", "GetRightNodeList", [&](QTBINodeRelations& node) {
-            return node.GetRightNodeList("PartPart", &m_Nodes, mode);
-        }));
+                return node.GetRightNodeList("PartPart", &m_Nodes, mode);
+            }).Empties(m_Nodes));
         Run(On<QTBINodeRelations>("B", "GetAllLeftRelations", [&](QTBINodeRelations& node) {
-            return node.GetAllLeftRelations(&m_Nodes, TRUE, mode);
-        }));
+                return node.GetAllLeftRelations(&m_Nodes, TRUE, mode);
+            }).Appends(m_Nodes));
     }
     Run(On<QTBINodeRelations>("A", "GetFirstNodeOfEachRightPdmRelation", [&](QTBINodeRelations& node) {
-        return node.GetFirstNodeOfEachRightPdmRelation(&m_Nodes);
-    }));
+            return node.GetFirstNodeOfEachRightPdmRelation(&m_Nodes);
+        }).Empties(m_Nodes));
     Run(On<QTBINodeRelations>("B", "GetFirstNodeOfEachLeftPdmRelation", [&](QTBINodeRelations& node) {
-        return node.GetFirstNodeOfEachLeftPdmRelation(&m_Nodes);
-    }));
+            return node.GetFirstNodeOfEachLeftPdmRelation(&m_Nodes);
+        }).Empties(m_Nodes));
     Run(On<QTBINodeRelations>("B", "RemoveAllRels", [&](QTBINodeRelations& node) {
             return node.RemoveAllRels(nullptr);
         }).StopsHalfWay());

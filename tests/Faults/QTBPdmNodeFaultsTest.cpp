@@ -22,9 +22,11 @@ protected:
     CATListValCATBaseUnknown_var m_Nodes;
     CATListValCATBaseUnknown_var m_MoreNodes;
     unsigned char m_bFlag = FALSE;
+    QTBIPdmNode_var m_spNode;
 
     void Forget() override
     {
+        m_spNode = NULL_var;
         m_Nodes.RemoveAll();
         m_MoreNodes.RemoveAll();
     }
@@ -33,8 +35,9 @@ protected:
 TEST_F(PdmNodeFaults, OfPdmNodesEndInFailures)
 {
     for (const char* subject : {"A", "AB"}) {
-        Run(On<QTBIPdmNode>(subject, "GetRepNodes",
-                            [&](QTBIPdmNode& node) { return node.GetRepNodes(&m_Nodes, m_spCont); }));
+        Run(On<QTBIPdmNode>(subject, "GetRepNodes", [&](QTBIPdmNode& node) {
+                return node.GetRepNodes(&m_Nodes, m_spCont);
+            }).Empties(m_Nodes));
         Run(On<QTBIPdmNode>(subject, "RedrawRepNodes", [&](QTBIPdmNode& node) {
                 unsigned char bRecursive = TRUE;
                 return node.RedrawRepNodes(&bRecursive);
@@ -78,21 +81,31 @@ TEST_F(PdmNodeFaults, OfPdmNodesEndInFailures)
 TEST_F(PdmNodeFaults, OfObjectsEndInFailures)
 {
     Run(On<QTBIPdmObjNode>("A", "IsPdmRootNode", [&](QTBIPdmObjNode& node) { return node.IsPdmRootNode(&m_bFlag); }));
-    Run(On<QTBIPdmObjNode>("A", "GetRightNodes", [&](QTBIPdmObjNode& node) {
-            return node.GetRightNodes("PartPart", &m_Nodes, &m_MoreNodes, ALL_NODES, TRUE, nullptr, TRUE);
-        }).Depends());
-    Run(On<QTBIPdmObjNode>("B", "GetLeftNodes", [&](QTBIPdmObjNode& node) {
-        CATListValCATUnicodeString classes;
-        classes.Append("Part");
-        return node.GetLeftNodes("PartPart", &m_Nodes, &m_MoreNodes, ONLY_CURRENT_NODES, FALSE, &classes, FALSE);
-    }));
+    Run(On<QTBIPdmObjNode>("A", "GetRightNodes",
+                           [&](QTBIPdmObjNode& node) {
+                               return node.GetRightNodes("PartPart", &m_Nodes, &m_MoreNodes, ALL_NODES, TRUE, nullptr,
+                                                         TRUE);
+                           })
+            .Depends()
+            .Empties(m_Nodes)
+            .Empties(m_MoreNodes));
+    Run(On<QTBIPdmObjNode>("B", "GetLeftNodes",
+                           [&](QTBIPdmObjNode& node) {
+                               CATListValCATUnicodeString classes;
+                               classes.Append("Part");
+                               return node.GetLeftNodes("PartPart", &m_Nodes, &m_MoreNodes, ONLY_CURRENT_NODES, FALSE,
+                                                        &classes, FALSE);
+                           })
+            .Empties(m_Nodes)
+            .Empties(m_MoreNodes));
     Run(On<QTBIPdmObjNode>("A", "ToXml", [&](QTBIPdmObjNode& node) {
             return node.ToXml(&m_usText, "", "", TRUE);
         }).Depends());
     Run(On<QTBIPdmObjNode>("A", "GetClassAttr",
                            [&](QTBIPdmObjNode& node) { return node.GetClassAttr(&m_usText, &m_usMoreText); }));
-    Run(On<QTBIPdmObjNode>("B", "RetrieveAdjacentRelationNodes",
-                           [&](QTBIPdmObjNode& node) { return node.RetrieveAdjacentRelationNodes(&m_Nodes, 2); }));
+    Run(On<QTBIPdmObjNode>("B", "RetrieveAdjacentRelationNodes", [&](QTBIPdmObjNode& node) {
+            return node.RetrieveAdjacentRelationNodes(&m_Nodes, 2);
+        }).Empties(m_Nodes));
     Run(On<QTBIPdmObjNode>("B", "RemoveAllAdjacentPdmRelNodes",
                            [&](QTBIPdmObjNode& node) { return node.RemoveAllAdjacentPdmRelNodes(FALSE, FALSE); })
             .StopsHalfWay()
@@ -130,8 +143,9 @@ TEST_F(PdmNodeFaults, OfRelationsEndInFailures)
 
 TEST_F(PdmNodeFaults, OfLookUpsEndInFailures)
 {
-    Run(On<QTBIPdmNodeCont>("graph", "GetPdmRootNodes",
-                            [&](QTBIPdmNodeCont& graph) { return graph.GetPdmRootNodes(&m_Nodes); }));
+    Run(On<QTBIPdmNodeCont>("graph", "GetPdmRootNodes", [&](QTBIPdmNodeCont& graph) {
+            return graph.GetPdmRootNodes(&m_Nodes);
+        }).Empties(m_Nodes));
     Run(On<QTBIPdmNodeCont>("graph", "GetPdmPartByPartNumber", [&](QTBIPdmNodeCont& graph) {
             QTBIPdmNode_var spPart;
             return graph.GetPdmPartByPartNumber("N1", &spPart);
@@ -148,9 +162,8 @@ TEST_F(PdmNodeFaults, OfLookUpsEndInFailures)
             return graph.GetPdmNodes("Part", "PartNumber", "N1", &m_Nodes);
         }).Depends());
     Run(On<QTBIPdmNodeCont>("graph", "GetPdmNodeByKey", [&](QTBIPdmNodeCont& graph) {
-        QTBIPdmNode_var spNode;
-        return graph.GetPdmNodeByKey("A", &spNode, &m_bFlag);
-    }));
+            return graph.GetPdmNodeByKey("A", &m_spNode, &m_bFlag);
+        }).Resets(m_spNode));
     Run(On<QTBIPdmNodeCont>("graph", "RefreshPdmNode", [&](QTBIPdmNodeCont& graph) {
             QTBIPdmNode_var spOld(m_spSecond);
             QTBIPdmNode_var spNew;

@@ -50,19 +50,21 @@ protected:
 
     // Calls the operation on the product.
     template <class Interface, class Operation>
-    void RunOn(const char* name, Operation operation)
+    void RunOn(const char* name, Operation operation, const QTBPromises& promises = {})
     {
         // What an earlier call found out about a product is forgotten, so that it is found out again.
         const auto afresh = [operation](Interface& interface) {
             g_QTBLoadManager.Reset();
             return operation(interface);
         };
-        Run(On<Interface>(GetParam(), name, afresh).Depends());
+        QTBScenario scenario = On<Interface>(GetParam(), name, afresh).Depends();
+        scenario.promises = promises;
+        Run(scenario);
     }
     template <class Operation>
-    void RunOnPsn(const char* name, Operation operation)
+    void RunOnPsn(const char* name, Operation operation, const QTBPromises& promises = {})
     {
-        RunOn<QTBIPsnNode>(name, operation);
+        RunOn<QTBIPsnNode>(name, operation, promises);
     }
     template <class Operation>
     void RunOnLink(const char* name, Operation operation)
@@ -74,16 +76,22 @@ protected:
 TEST_P(ProductFaults, OfTheStructureEndInFailures)
 {
     RunOnPsn("GetFatherProduct", [&](QTBIPsnNode& node) { return node.GetFatherProduct(&m_spProduct, TRUE); });
-    RunOnPsn("GetDirectChildren",
-             [&](QTBIPsnNode& node) { return node.GetDirectChildren(&m_Nodes, TRUE, TRUE, QTB_BOM_TYPE_PART, TRUE); });
-    RunOnPsn("GetAllChildren", [&](QTBIPsnNode& node) {
-        return node.GetAllChildren(&m_Nodes, TRUE, TRUE, QTB_BOM_TYPE_PART, TRUE, TRUE);
-    });
-    RunOnPsn("GetDirectReferenceChildNodes", [&](QTBIPsnNode& node) {
-        return node.GetDirectReferenceChildNodes(&m_Nodes, QTB_BOM_TYPE_ALL, &m_Texts);
-    });
-    RunOnPsn("GetAllReferenceChildNodes",
-             [&](QTBIPsnNode& node) { return node.GetAllReferenceChildNodes(&m_Nodes, QTB_BOM_TYPE_ALL, &m_Texts); });
+    RunOnPsn(
+        "GetDirectChildren",
+        [&](QTBIPsnNode& node) { return node.GetDirectChildren(&m_Nodes, TRUE, TRUE, QTB_BOM_TYPE_PART, TRUE); },
+        QTBPromises().Empties(m_Nodes));
+    RunOnPsn(
+        "GetAllChildren",
+        [&](QTBIPsnNode& node) { return node.GetAllChildren(&m_Nodes, TRUE, TRUE, QTB_BOM_TYPE_PART, TRUE, TRUE); },
+        QTBPromises().Empties(m_Nodes));
+    RunOnPsn(
+        "GetDirectReferenceChildNodes",
+        [&](QTBIPsnNode& node) { return node.GetDirectReferenceChildNodes(&m_Nodes, QTB_BOM_TYPE_ALL, &m_Texts); },
+        QTBPromises().Empties(m_Nodes).Empties(m_Texts));
+    RunOnPsn(
+        "GetAllReferenceChildNodes",
+        [&](QTBIPsnNode& node) { return node.GetAllReferenceChildNodes(&m_Nodes, QTB_BOM_TYPE_ALL, &m_Texts); },
+        QTBPromises().Empties(m_Nodes).Empties(m_Texts));
     RunOnPsn("GetPdmBomInfo", [&](QTBIPsnNode& node) {
         QTBBomType bomType = QTB_BOM_TYPE_INVALID;
         return node.GetPdmBomInfo(&bomType);

@@ -34,9 +34,13 @@ protected:
     unsigned char m_bYes = TRUE;
     unsigned char m_bNo = FALSE;
     int m_Number = 0;
+    QTBIRepNode_var m_spRepNode;
+    QTBIPdmNode_var m_spPdmNode;
 
     void Forget() override
     {
+        m_spRepNode = NULL_var;
+        m_spPdmNode = NULL_var;
         m_Nodes.RemoveAll();
         m_MoreNodes.RemoveAll();
     }
@@ -48,25 +52,27 @@ TEST_F(RepNodeFaults, OfTheTreeEndInFailures)
         Run(On<QTBIRepNode>(subject, "IsRepRootNode", [&](QTBIRepNode& node) {
                 return node.IsRepRootNode(&m_bFlag);
             }).Depends());
-        Run(On<QTBIRepNode>(subject, "GetDirectChildren", [&](QTBIRepNode& node) {
-                return node.GetDirectChildren(&m_Nodes);
-            }).Depends());
-        Run(On<QTBIRepNode>(subject, "GetFilteredDirectChildren by class", [&](QTBIRepNode& node) {
-                return node.GetFilteredDirectChildren("PartPart", &m_Nodes);
-            }).Depends());
-        Run(On<QTBIRepNode>(subject, "GetFilteredDirectChildren by attribute", [&](QTBIRepNode& node) {
-                return node.GetFilteredDirectChildren("InstanceName", "C.1", &m_Nodes);
-            }).Depends());
-        Run(On<QTBIRepNode>(subject, "GetAllChildren", [&](QTBIRepNode& node) {
-                return node.GetAllChildren(&m_Nodes);
-            }).Depends());
-        Run(On<QTBIRepNode>(subject, "GetParent", [&](QTBIRepNode& node) {
-                QTBIRepNode_var spParent;
-                return node.GetParent(&spParent);
-            }).Depends());
+        Run(On<QTBIRepNode>(subject, "GetDirectChildren",
+                            [&](QTBIRepNode& node) { return node.GetDirectChildren(&m_Nodes); })
+                .Depends()
+                .Empties(m_Nodes));
+        Run(On<QTBIRepNode>(subject, "GetFilteredDirectChildren by class",
+                            [&](QTBIRepNode& node) { return node.GetFilteredDirectChildren("PartPart", &m_Nodes); })
+                .Depends()
+                .Empties(m_Nodes));
+        Run(On<QTBIRepNode>(
+                subject, "GetFilteredDirectChildren by attribute",
+                [&](QTBIRepNode& node) { return node.GetFilteredDirectChildren("InstanceName", "C.1", &m_Nodes); })
+                .Depends()
+                .Empties(m_Nodes));
+        Run(On<QTBIRepNode>(subject, "GetAllChildren", [&](QTBIRepNode& node) { return node.GetAllChildren(&m_Nodes); })
+                .Depends()
+                .Appends(m_Nodes));
+        Run(On<QTBIRepNode>(subject, "GetParent", [&](QTBIRepNode& node) { return node.GetParent(&m_spRepNode); })
+                .Depends()
+                .Resets(m_spRepNode));
         Run(On<QTBIRepNode>(subject, "GetParentObject", [&](QTBIRepNode& node) {
-                QTBIRepNode_var spParent;
-                return node.GetParentObject(&spParent);
+                return node.GetParentObject(&m_spRepNode);
             }).Depends());
         Run(On<QTBIRepNode>(subject, "IsRepDefaultNode", [&](QTBIRepNode& node) {
                 return node.IsRepDefaultNode(&m_bFlag);
@@ -75,10 +81,10 @@ TEST_F(RepNodeFaults, OfTheTreeEndInFailures)
         Run(On<QTBIRepNode>(subject, "GetDisplayString", [&](QTBIRepNode& node) {
                 return node.GetDisplayString(&m_usText);
             }).Depends());
-        Run(On<QTBIRepNode>(subject, "GetPdmNode", [&](QTBIRepNode& node) {
-                QTBIPdmNode_var spPdmNode;
-                return node.GetPdmNode(&spPdmNode, TRUE, nullptr);
-            }).Depends());
+        Run(On<QTBIRepNode>(subject, "GetPdmNode",
+                            [&](QTBIRepNode& node) { return node.GetPdmNode(&m_spPdmNode, TRUE, nullptr); })
+                .Depends()
+                .Resets(m_spPdmNode));
         Run(On<QTBIRepNode>(subject, "GetPdmNodeKey", [&](QTBIRepNode& node) {
                 return node.GetPdmNodeKey(&m_usText);
             }).Depends());
@@ -107,9 +113,11 @@ TEST_F(RepNodeFaults, OfTheTreeEndInFailures)
                 return node.PrintDebugInfo();
             }).Depends());
     }
-    Run(On<QTBIRepNode>("window:A", "GetDirectChildren in pairs", [&](QTBIRepNode& node) {
-            return node.GetDirectChildren(&m_Nodes, &m_MoreNodes);
-        }).Depends());
+    Run(On<QTBIRepNode>("window:A", "GetDirectChildren in pairs",
+                        [&](QTBIRepNode& node) { return node.GetDirectChildren(&m_Nodes, &m_MoreNodes); })
+            .Depends()
+            .Empties(m_Nodes)
+            .Empties(m_MoreNodes));
 }
 
 TEST_F(RepNodeFaults, OfShowingEndInFailures)
@@ -257,7 +265,9 @@ TEST_F(RepNodeFaults, OfUpdatesEndInFailures)
                             })
             .With("window:B")
             .Depends()
-            .StopsHalfWay());
+            .StopsHalfWay()
+            .Empties(m_Nodes)
+            .Empties(m_MoreNodes));
     Run(On<QTBIRepNodeCont>("cont", "AddAsRepRootNodes by PDM nodes",
                             [&](QTBIRepNodeCont& cont) {
                                 CATListValCATBaseUnknown_var sources;
@@ -266,18 +276,22 @@ TEST_F(RepNodeFaults, OfUpdatesEndInFailures)
                             })
             .With("window:AB")
             .Depends()
-            .StopsHalfWay());
+            .StopsHalfWay()
+            .Empties(m_Nodes)
+            .Empties(m_MoreNodes));
 }
 
 TEST_F(RepNodeFaults, OfContainersEndInFailures)
 {
     for (const char* subject : {"window", "cont"}) {
-        Run(On<QTBIRepNodeCont>(subject, "GetRepRootNodes", [&](QTBIRepNodeCont& cont) {
-                return cont.GetRepRootNodes(&m_Nodes, &m_bYes, &m_bNo);
-            }).Depends());
-        Run(On<QTBIRepNodeCont>(subject, "GetRepRootNodes of the store", [&](QTBIRepNodeCont& cont) {
-                return cont.GetRepRootNodes(&m_Nodes, &m_bNo, &m_bYes);
-            }).Depends());
+        Run(On<QTBIRepNodeCont>(subject, "GetRepRootNodes",
+                                [&](QTBIRepNodeCont& cont) { return cont.GetRepRootNodes(&m_Nodes, &m_bYes, &m_bNo); })
+                .Depends()
+                .Empties(m_Nodes));
+        Run(On<QTBIRepNodeCont>(subject, "GetRepRootNodes of the store",
+                                [&](QTBIRepNodeCont& cont) { return cont.GetRepRootNodes(&m_Nodes, &m_bNo, &m_bYes); })
+                .Depends()
+                .Empties(m_Nodes));
         Run(On<QTBIRepNodeCont>(subject, "UpdateQtbWindow", [&](QTBIRepNodeCont& cont) {
                 return cont.UpdateQtbWindow(&m_bYes, &m_bNo);
             }).Depends());

@@ -72,9 +72,7 @@ void QTBTestSession::TearDown()
 {
     QTBDebugUtil::s_bGlobalDebugStatus = FALSE;
     QTBGlobVarsUtil::EndSession();
-    if (!MayLeaveComponents()) {
-        EXPECT_EQ(CATBaseUnknown::GetLiveComponentCount(), m_ComponentsBefore) << "components outlive the session";
-    }
+    EXPECT_EQ(CATBaseUnknown::GetLiveComponentCount(), m_ComponentsBefore) << "components outlive the session";
 }
 
 QTBIPdmNodeCont_var QTBTestSession::GetPdmNodeCont()

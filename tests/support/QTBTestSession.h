@@ -74,9 +74,6 @@ protected:
     // A whole answer around items.
     static std::string Answer(std::string_view items);
 
-    // Whether components may be alive at the end that were not there before.
-    virtual bool MayLeaveComponents() const { return false; }
-
 private:
     int m_ComponentsBefore = 0;
 };

@@ -140,8 +140,7 @@ HRESULT CATStepProducts::OpenFile(const CATUnicodeString& usPath, CATListValCATB
         const CATStepAssembly assembly = CATReadStepAssembly(usPath.ConvertToChar(), content);
         return CATProductServices::Open(ToStructure(assembly, ToDirectory(usPath)), pDocuments);
     } catch (const std::runtime_error& error) {
-        auto* pError = new CATInternalError("StepFileERR_1003", "CATProductStructure");
-        pError->SetNLSParameters(1, error.what());
+        auto* pError = CATError::Make<CATInternalError>({error.what()}, "StepFileERR_1003", "CATProductStructure");
         return CATError::GetReturn(2, pError, nullptr, __FILE__, __LINE__);
     }
 }

@@ -312,8 +312,9 @@ HRESULT QTBEPsnNodeOnASMPRODUCT::CheckUniqueInstanceNames(const QTBIPsnNode_var&
             CATError* pError = QTBMessageUtil::InstanceNameOccursMoreThanOnce(
                 QTBTraceUtil::GetNodeString(spIPsnNodeOnParent, FALSE), usInstanceName);
             QTB_ASSERT(pError != NULL);
+            const HRESULT hr = CATError::GetReturn(2, pError, NULL, __FILE__, __LINE__);
             QTB_REPORT_CALL(QTBGlobVarsUtil::AddErrorToInfoListDialog, pError->GetNLSMessage());
-            return CATError::GetReturn(2, pError, NULL, __FILE__, __LINE__);
+            return hr;
         }
     }
     return QTB_SUCCESS;

@@ -20,8 +20,7 @@ CATError* CreateError(const char* msgId, const QTBCheck::Site& site)
 {
     CATUnicodeString usLine;
     usLine.BuildFromNum(site.line);
-    auto* pError = new QTBModelError(msgId, CATALOG);
-    pError->SetNLSParameters(3, site.text, usLine, site.file);
+    auto* pError = CATError::Make<QTBModelError>({site.text, usLine, site.file}, msgId, CATALOG);
     return pError;
 }
 

@@ -111,7 +111,7 @@ HRESULT QTBNodeContainer::RemoveNodeFromContainer(CATBaseUnknown_var* pspBaseUnk
     const QTBINodeAttributes_var spINodeAttributesOnNode(*pspBaseUnknownOnNode);
     QTB_INTERFACE(spINodeAttributesOnNode);
     const unsigned int hashKey = *spINodeAttributesOnNode->GetHashKey();
-    const int position = FindPosition(*pspBaseUnknownOnNode, hashKey);
+    const auto [bucket, position] = FindPosition(*pspBaseUnknownOnNode, hashKey);
     if (position == 0) {
         return QTB_SUCCESS;
     }
@@ -127,7 +127,7 @@ HRESULT QTBNodeContainer::RemoveNodeFromContainer(CATBaseUnknown_var* pspBaseUnk
             QTB_CALL(spIDOMNodeOnParent->RemoveChild, spIDOMNode);
         }
     }
-    RemoveBucketPosition(BucketOf(hashKey), position);
+    RemoveBucketPosition(bucket, position);
     return QTB_SUCCESS;
 }
 
@@ -179,26 +179,46 @@ void QTBNodeContainer::FileNode(const CATBaseUnknown_var& spBaseUnknownOnNode)
     if (spINodeAttributes != NULL_var) {
         entry.hashKey = *spINodeAttributes->GetHashKey();
     }
-    if (spINodeAttributes != NULL_var && SUCCEEDED(spINodeAttributes->GetKey(&entry.usKey))) {
+    const bool isIndexed = spINodeAttributes != NULL_var && SUCCEEDED(spINodeAttributes->GetKey(&entry.usKey));
+    // The three stores hold it all, or when memory runs out none of them.
+    CATListValCATBaseUnknown_var& Bucket = m_NodeBuckets[AsOffset(BucketOf(entry.hashKey))];
+    std::vector<std::uint64_t>& Numbers = m_BucketNumbers[AsOffset(BucketOf(entry.hashKey))];
+    if (isIndexed) {
+        m_Index.MakeRoom();
+    }
+    Numbers.push_back(entry.number);
+    try {
+        Bucket.Append(spBaseUnknownOnNode);
+    } catch (...) {
+        Numbers.pop_back();
+        throw;
+    }
+    if (isIndexed) {
         m_Index.Insert(entry);
     } else {
         ++m_ElementsWithoutIndex;
     }
-    const std::size_t bucket = AsOffset(BucketOf(entry.hashKey));
-    m_NodeBuckets[bucket].Append(spBaseUnknownOnNode);
-    m_BucketNumbers[bucket].push_back(entry.number);
 }
 
-int QTBNodeContainer::FindPosition(const CATBaseUnknown_var& spBaseUnknownOnNode, unsigned int hashKey) const
+QTBNodeContainer::Place QTBNodeContainer::FindPosition(const CATBaseUnknown_var& spBaseUnknownOnNode,
+                                                       unsigned int hashKey) const
 {
-    const std::size_t bucket = AsOffset(BucketOf(hashKey));
+    const int bucket = BucketOf(hashKey);
     const QTBNodeKeyIndex::Entry* pEntry = m_Index.FindNode(spBaseUnknownOnNode.Get(), hashKey);
-    if (pEntry == NULL) {
-        return m_ElementsWithoutIndex > 0 ? m_NodeBuckets[bucket].Locate(spBaseUnknownOnNode) : 0;
+    if (pEntry != NULL) {
+        const std::vector<std::uint64_t>& Numbers = m_BucketNumbers[AsOffset(bucket)];
+        const auto number = std::lower_bound(Numbers.begin(), Numbers.end(), pEntry->number);
+        return {bucket, static_cast<int>(number - Numbers.begin()) + 1};
     }
-    const std::vector<std::uint64_t>& Numbers = m_BucketNumbers[bucket];
-    const auto number = std::lower_bound(Numbers.begin(), Numbers.end(), pEntry->number);
-    return static_cast<int>(number - Numbers.begin()) + 1;
+    if (m_ElementsWithoutIndex > 0) {
+        // One that did not tell its hash when it was filed is in the first bucket.
+        for (const int candidate : {bucket, 0}) {
+            if (const int position = m_NodeBuckets[AsOffset(candidate)].Locate(spBaseUnknownOnNode); position > 0) {
+                return {candidate, position};
+            }
+        }
+    }
+    return {bucket, 0};
 }
 
 void QTBNodeContainer::RemoveBucketPosition(int bucket, int position)
@@ -216,11 +236,12 @@ void QTBNodeContainer::RemoveBucketPosition(int bucket, int position)
     if (pEntry == NULL) {
         pEntry = m_Index.FindNode(spBaseUnknownOnNode.Get());
     }
+    // While a reader shares the list, writing to it takes memory.
+    Bucket.RemovePosition(position);
     if (pEntry != NULL) {
         m_Index.Remove(pEntry);
     } else {
         --m_ElementsWithoutIndex;
     }
-    Bucket.RemovePosition(position);
     Numbers.erase(Numbers.begin() + (position - 1));
 }

@@ -54,7 +54,13 @@ protected:
 private:
     HRESULT GetNodeByWalk(const CATUnicodeString& usKey, unsigned int hashKey, CATBaseUnknown_var* pspBaseUnknownOnNode,
                           unsigned char* pbNodeFound);
-    int FindPosition(const CATBaseUnknown_var& spBaseUnknownOnNode, unsigned int hashKey) const;
+    // Where a node is filed that has that hash; position 0 when it is not.
+    struct Place
+    {
+        int bucket;
+        int position;
+    };
+    Place FindPosition(const CATBaseUnknown_var& spBaseUnknownOnNode, unsigned int hashKey) const;
 
     CATIDOMElement_var m_spIDOMElementOnXmlDocumentRoot;
     // Numbers of the elements of each bucket, parallel to it and ascending.

@@ -43,11 +43,16 @@ const QTBNodeKeyIndex::Entry* QTBNodeKeyIndex::FindNode(const CATBaseUnknown* pN
     return entry != m_Entries.end() ? &*entry : NULL;
 }
 
-void QTBNodeKeyIndex::Insert(const Entry& entry)
+void QTBNodeKeyIndex::MakeRoom()
 {
     if (m_Count * 2 >= m_Entries.size()) {
         Grow();
     }
+}
+
+void QTBNodeKeyIndex::Insert(const Entry& entry)
+{
+    MakeRoom();
     std::size_t slot = HomeOf(entry.hashKey);
     while (m_Entries[slot].pNode != NULL) {
         slot = Next(slot);

@@ -27,6 +27,8 @@ public:
     // The same for a node that has another hash now, or does not tell it: looks through the whole index.
     const Entry* FindNode(const CATBaseUnknown* pNode) const;
 
+    // Lets the next insertion take no memory.
+    void MakeRoom();
     void Insert(const Entry& entry);
     // entry is one of Find or FindNode.
     void Remove(const Entry* pEntry);

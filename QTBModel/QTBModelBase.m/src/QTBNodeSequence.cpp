@@ -1,5 +1,7 @@
 #include "QTBNodeSequence.h"
 
+#include <utility>
+
 namespace {
 
 // Up to here looking through the list is as quick as an index.
@@ -14,30 +16,39 @@ bool QTBNodeSequence::Contains(const CATBaseUnknown_var& spNode) const
 
 bool QTBNodeSequence::AddFirst(const CATBaseUnknown_var& spNode)
 {
-    if (m_pIndex != NULL) {
-        if (!m_pIndex->numbers.try_emplace(spNode.Get(), m_pIndex->first - 1).second) {
-            return false;
-        }
-        --m_pIndex->first;
-    } else if (m_Nodes.Locate(spNode) > 0) {
-        return false;
-    }
-    m_Nodes.InsertAt(1, spNode);
-    MakeIndexIfLong();
-    return true;
+    return Add(spNode, true);
 }
 
 bool QTBNodeSequence::AddLast(const CATBaseUnknown_var& spNode)
 {
-    if (m_pIndex != NULL) {
-        if (!m_pIndex->numbers.try_emplace(spNode.Get(), m_pIndex->first + m_Nodes.Size()).second) {
-            return false;
-        }
-    } else if (m_Nodes.Locate(spNode) > 0) {
+    return Add(spNode, false);
+}
+
+bool QTBNodeSequence::Add(const CATBaseUnknown_var& spNode, bool isFirst)
+{
+    if (m_pIndex == NULL && m_Nodes.Locate(spNode) > 0) {
         return false;
     }
-    m_Nodes.Append(spNode);
     MakeIndexIfLong();
+    const int position = isFirst ? 1 : m_Nodes.Size() + 1;
+    if (m_pIndex == NULL) {
+        m_Nodes.InsertAt(position, spNode);
+        return true;
+    }
+    const std::int64_t number = isFirst ? m_pIndex->first - 1 : m_pIndex->first + m_Nodes.Size();
+    const auto [entered, isNew] = m_pIndex->numbers.try_emplace(spNode.Get(), number);
+    if (!isNew) {
+        return false;
+    }
+    try {
+        m_Nodes.InsertAt(position, spNode);
+    } catch (...) {
+        m_pIndex->numbers.erase(entered);
+        throw;
+    }
+    if (isFirst) {
+        --m_pIndex->first;
+    }
     return true;
 }
 
@@ -64,35 +75,39 @@ const CATListValCATBaseUnknown_var& QTBNodeSequence::GetNodes() const
 
 void QTBNodeSequence::MakeIndexIfLong()
 {
-    if (m_pIndex != NULL || m_Nodes.Size() <= LONGEST_WITHOUT_INDEX) {
+    if (m_pIndex != NULL || m_Nodes.Size() < LONGEST_WITHOUT_INDEX) {
         return;
     }
-    m_pIndex = std::make_unique<Index>();
+    auto pIndex = std::make_unique<Index>();
     std::int64_t number = 0;
     for (const CATBaseUnknown_var& spNode : m_Nodes) {
-        m_pIndex->numbers.emplace(spNode.Get(), number++);
+        pIndex->numbers.emplace(spNode.Get(), number++);
     }
+    m_pIndex = std::move(pIndex);
 }
 
 void QTBNodeSequence::RemoveNumbered(std::unordered_map<const CATBaseUnknown*, std::int64_t>::iterator number)
 {
     const int position = static_cast<int>(number->second - m_pIndex->first) + 1;
-    m_pIndex->numbers.erase(number);
-    if (m_pIndex->numbers.empty()) {
+    if (m_pIndex->numbers.size() == 1) {
         m_pIndex.reset();
         m_Nodes.RemoveAll();
         return;
     }
-    if (position != 1 && position != m_Nodes.Size()) {
+    // The list comes first: while a reader shares it, writing to it takes memory.
+    const bool isAtEnd = position == 1 || position == m_Nodes.Size();
+    if (isAtEnd) {
+        m_Nodes.RemovePosition(position);
+    } else {
         m_Nodes.Replace(position, NULL_var);
+    }
+    m_pIndex->numbers.erase(number);
+    if (!isAtEnd) {
         ++m_pIndex->holes;
         return;
     }
     if (position == 1) {
-        m_Nodes.RemovePosition(1);
         ++m_pIndex->first;
-    } else {
-        m_Nodes.RemovePosition(position);
     }
     // The ends are nodes, never holes.
     while (IsHole(1)) {

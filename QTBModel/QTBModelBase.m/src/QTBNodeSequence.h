@@ -38,6 +38,7 @@ private:
         int holes = 0;
     };
 
+    bool Add(const CATBaseUnknown_var& spNode, bool isFirst);
     void MakeIndexIfLong();
     void RemoveNumbered(std::unordered_map<const CATBaseUnknown*, std::int64_t>::iterator number);
     bool IsHole(int position) const;

@@ -1,5 +1,7 @@
 #include "QTBEContextualMenuOnBndBox.h"
 
+#include <memory>
+
 #include "CATCmdContainer.h"
 #include "CATCmdSeparator.h"
 #include "CATCmdStarter.h"
@@ -10,9 +12,9 @@ namespace {
 
 constexpr const char* MENU_NAME = "QTBContextMenu";
 
-CATCmdStarter* CreateStarter(const char* name, const char* headerId)
+std::unique_ptr<CATCmdStarter> CreateStarter(const char* name, const char* headerId)
 {
-    auto* pStarter = new CATCmdStarter(name, headerId);
+    auto pStarter = std::make_unique<CATCmdStarter>(name, headerId);
     pStarter->SetTitle(CATMsgCatalog::BuildMessage(MENU_NAME, name));
     return pStarter;
 }
@@ -23,12 +25,10 @@ HRESULT QTBEContextualMenuOnBndBox::GetContextualMenu(CATCmdAccess*& oMenu)
 {
     QTB_SCOPE("QTBEContextualMenuOnBndBox::GetContextualMenu");
     oMenu = NULL;
-    auto* pContainer = new CATCmdContainer(MENU_NAME, CATCmdContainer::GivenAway);
-    auto* pSeparator = new CATCmdSeparator("NULL");
-    pContainer->AddChild(pSeparator);
-    CATCmdStarter* pMarkStarter = CreateStarter("QTBMarkBndBoxSubMenuStr", "QTBPdmWksCtxMarkBndBoxCmdHdr");
-    pSeparator->SetNext(pMarkStarter);
-    pMarkStarter->SetNext(CreateStarter("QTBUnMarkBndBoxSubMenuStr", "QTBPdmWksCtxUnMarkBndBoxCmdHdr"));
-    oMenu = pContainer;
+    auto pContainer = std::make_unique<CATCmdContainer>(MENU_NAME, CATCmdContainer::GivenAway);
+    pContainer->AddChild(std::make_unique<CATCmdSeparator>("NULL").release());
+    pContainer->AddChild(CreateStarter("QTBMarkBndBoxSubMenuStr", "QTBPdmWksCtxMarkBndBoxCmdHdr").release());
+    pContainer->AddChild(CreateStarter("QTBUnMarkBndBoxSubMenuStr", "QTBPdmWksCtxUnMarkBndBoxCmdHdr").release());
+    oMenu = pContainer.release();
     return S_OK;
 }

@@ -28,8 +28,14 @@ CATFrmEditor* QTBEEditorOnDoc::GetEditor()
     if (m_pEditor == NULL) {
         m_pEditor = CATFrmObjectEditor::Create(CATDocument::FromComponent(pBaseUnknownOnDoc));
         QTB_RAISE_ASSERT(m_pEditor != NULL);
-        ::AddCallback(this, CATFrmLayout::GetCurrentLayout(), CATFrmEditor::EDITOR_CLOSE_ENDED(),
-                      &QTBEEditorOnDoc::SetEditorToNullWhenDeleted);
+        try {
+            ::AddCallback(this, CATFrmLayout::GetCurrentLayout(), CATFrmEditor::EDITOR_CLOSE_ENDED(),
+                          &QTBEEditorOnDoc::SetEditorToNullWhenDeleted);
+        } catch (...) {
+            // Nobody would tell of its end.
+            m_pEditor = NULL;
+            throw;
+        }
     }
     return m_pEditor;
 }

@@ -1,5 +1,7 @@
 #include "QTBEPersistentOnDoc.h"
 
+#include <memory>
+
 #include "CATApplicationFrame.h"
 #include "CATDlgDocument.h"
 #include "CATDlgNotify.h"
@@ -61,7 +63,9 @@ void QTBEPersistentOnDoc::ShowNotice()
 {
     const CATUnicodeString usMessage = CATMsgCatalog::BuildMessage(CATALOG, "SavingQTBDocumentsNotYetImplemented");
     const CATUnicodeString usTitle = CATMsgCatalog::BuildMessage(CATALOG, "SavingQTBDocumentsNotYetImplementedTitle");
-    auto* pNotify = new CATDlgNotify(CATApplicationFrame::GetFrame()->GetApplicationDocument(), "", NOTICE_STYLE);
+    auto pNotify =
+        std::make_unique<CATDlgNotify>(CATApplicationFrame::GetFrame()->GetApplicationDocument(), "", NOTICE_STYLE);
     pNotify->DisplayBlocked(usMessage, usTitle);
     pNotify->RequestDelayedDestruction();
+    pNotify.release();
 }

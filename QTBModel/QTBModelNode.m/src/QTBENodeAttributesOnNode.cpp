@@ -29,6 +29,15 @@ const CATUnicodeString ATTRIBUTE_TAG("a");
 const CATUnicodeString NAME_ATTRIBUTE("name");
 const CATUnicodeString NOTHING;
 
+// Gives up an element that was appended to a list of that size.
+template <class List>
+void TakeBack(List* pList, int formerSize)
+{
+    if (pList->Size() > formerSize) {
+        pList->RemovePosition(pList->Size());
+    }
+}
+
 } // namespace
 
 // The node text in the message about a missing attribute differs by type, and is meant to.
@@ -281,13 +290,26 @@ HRESULT QTBENodeAttributesOnNode::FileNewAttribute(std::unique_ptr<typename Type
     QTB_ASSERT_AS(Type::NEW_IS_VALID, pNewAttribute->IsValid());
     CATUnicodeString usName;
     QTB_RESULT_AS(Type::NEW_GET_NAME, pNewAttribute->GetName(&usName));
-    m_AttributeNames.Append(usName);
-    m_AttributeDataTypes.Append(Type::GetDataType());
-    if (m_pNamePositions != NULL) {
-        m_pNamePositions->emplace(usName, m_AttributeNames.Size());
+    CATListPtr<typename Type::Attribute>& TypedAttrs = this->*Type::Attributes;
+    const int count = m_AllAttrs.Size();
+    const int typedCount = TypedAttrs.Size();
+    try {
+        m_AttributeNames.Append(usName);
+        m_AttributeDataTypes.Append(Type::GetDataType());
+        if (m_pNamePositions != NULL) {
+            m_pNamePositions->emplace(usName, m_AttributeNames.Size());
+        }
+        TypedAttrs.Append(pNewAttribute.get());
+        m_AllAttrs.Append(pNewAttribute.get());
+    } catch (...) {
+        // All lists have it, or when memory runs out none.
+        TakeBack(&m_AttributeNames, count);
+        TakeBack(&m_AttributeDataTypes, count);
+        m_pNamePositions.reset();
+        TakeBack(&TypedAttrs, typedCount);
+        throw;
     }
-    (this->*Type::Attributes).Append(pNewAttribute.get());
-    m_AllAttrs.Append(pNewAttribute.release());
+    pNewAttribute.release();
     return QTB_SUCCESS;
 }
 
@@ -572,10 +594,11 @@ int QTBENodeAttributesOnNode::LocateName(const CATUnicodeString& usName)
         return m_AttributeNames.Locate(usName);
     }
     if (m_pNamePositions == NULL) {
-        m_pNamePositions = std::make_unique<std::unordered_map<CATUnicodeString, int>>();
+        auto pNamePositions = std::make_unique<std::unordered_map<CATUnicodeString, int>>();
         for (int i = 1; i <= m_AttributeNames.Size(); ++i) {
-            m_pNamePositions->emplace(m_AttributeNames[i], i);
+            pNamePositions->emplace(m_AttributeNames[i], i);
         }
+        m_pNamePositions = std::move(pNamePositions);
     }
     const auto found = m_pNamePositions->find(usName);
     return found != m_pNamePositions->end() ? found->second : 0;

@@ -1,14 +1,16 @@
 #include "QTBECutAndPastableOnRepNode.h"
 
+#include <memory>
+
 #include "QTBCheck.h"
 
 namespace {
 
 CATListPtrCATFormat* ListRepNodeFormat()
 {
-    auto* pFormats = new CATListPtrCATFormat();
+    auto pFormats = std::make_unique<CATListPtrCATFormat>();
     pFormats->Append(CATFormat::GetRegisteredFormat("QTBRepNode"));
-    return pFormats;
+    return pFormats.release();
 }
 
 } // namespace

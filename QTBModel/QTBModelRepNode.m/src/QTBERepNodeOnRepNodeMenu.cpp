@@ -196,43 +196,44 @@ public:
 
     bool IsEmpty() const { return m_pLast == NULL; }
 
-    void Append(CATCmdAccess* pItem)
+    void Append(std::unique_ptr<CATCmdAccess> pItem)
     {
         if (m_pLast == NULL) {
-            m_pContainer->AddChild(pItem);
+            m_pContainer->AddChild(pItem.get());
         } else {
-            m_pLast->SetNext(pItem);
+            m_pLast->SetNext(pItem.get());
         }
-        m_pLast = pItem;
+        m_pLast = pItem.release();
     }
 
-    void AppendSeparator() { Append(new CATCmdSeparator(SEPARATOR)); }
+    void AppendSeparator() { Append(std::make_unique<CATCmdSeparator>(SEPARATOR)); }
 
     // An item that starts the command of a header.
     void AppendStarter(const char* subMenuKey, const char* headerId)
     {
-        AppendStarter(new CATCmdStarter(subMenuKey, headerId), CATMsgCatalog::BuildMessage(MENU_CATALOG, subMenuKey));
+        AppendStarter(std::make_unique<CATCmdStarter>(subMenuKey, headerId),
+                      CATMsgCatalog::BuildMessage(MENU_CATALOG, subMenuKey));
     }
 
     // An item with a command text.
     void AppendTextStarter(const CATUnicodeString& usTitle, const CATUnicodeString& usCommandText)
     {
-        AppendStarter(new CATCmdStarter(usTitle, NO_HEADER, usCommandText), usTitle);
+        AppendStarter(std::make_unique<CATCmdStarter>(usTitle, NO_HEADER, usCommandText), usTitle);
     }
 
     // A menu, unless nothing is in it.
     void AppendMenu(std::unique_ptr<CATCmdContainer> pMenu)
     {
         if (pMenu->GetChild() != NULL) {
-            Append(pMenu.release());
+            Append(std::move(pMenu));
         }
     }
 
 private:
-    void AppendStarter(CATCmdStarter* pStarter, const CATUnicodeString& usTitle)
+    void AppendStarter(std::unique_ptr<CATCmdStarter> pStarter, const CATUnicodeString& usTitle)
     {
         pStarter->SetTitle(usTitle);
-        Append(pStarter);
+        Append(std::move(pStarter));
     }
 
     CATCmdContainer* m_pContainer;
@@ -255,7 +256,7 @@ HRESULT QTBERepNodeOnRepNode::InitContextMenuInfo(CATCmdContainer* pContainer, C
     }
     MenuItems Items(pContainer);
     if (pContainer != NULL) {
-        Items.Append(pSeparator.release());
+        Items.Append(std::move(pSeparator));
     }
 
     QTBIPdmNode_var spIPdmNode;

@@ -40,13 +40,7 @@ public:
     CATListVal(CATListVal&& other) noexcept : m_pBlock(std::exchange(other.m_pBlock, nullptr)) {}
     ~CATListVal() { Block::Release(m_pBlock); }
 
-    CATListVal& operator=(const CATListVal& other) noexcept
-    {
-        CATListVal copy(other);
-        std::swap(m_pBlock, copy.m_pBlock);
-        return *this;
-    }
-    CATListVal& operator=(CATListVal&& other) noexcept
+    CATListVal& operator=(CATListVal other) noexcept
     {
         std::swap(m_pBlock, other.m_pBlock);
         return *this;
@@ -180,6 +174,7 @@ private:
         static Block* Create(int capacity, int begin)
         {
             static_assert(alignof(T) <= alignof(std::max_align_t));
+            // NOLINTNEXTLINE(bugprone-sizeof-expression): an element may be a pointer.
             void* pMemory = ::operator new(sizeof(Block) + static_cast<std::size_t>(capacity) * sizeof(T));
             return ::new (pMemory) Block{1, begin, 0, capacity};
         }

@@ -36,6 +36,24 @@ TEST_F(StoreImport, TheExampleAssemblyIsTakenInWhole)
     EXPECT_THAT(Faults(), IsEmpty());
 }
 
+TEST_F(StoreImport, AnAttributeOfEachTypeIsTakenInAndGivenBack)
+{
+    const std::string formats = ReadFile(QTB_SOURCE_DIR "/docs/formats.md");
+    const std::string begin = "<!-- example: answer -->\n```xml\n";
+    const std::size_t from = formats.find(begin);
+    ASSERT_NE(from, std::string::npos);
+    const std::size_t to = formats.find("```", from + begin.size());
+    ASSERT_THAT(ImportAnswer(formats.substr(from + begin.size(), to - from - begin.size())), Succeeds());
+    EXPECT_EQ(m_Report.itemsLeftOut, 0);
+    ASSERT_THAT(Get({"Part/4711/B"}), Succeeds());
+    for (const char* type : {"list", "nvlist", "table", "object", "objectlist"}) {
+        EXPECT_THAT(m_Answer, HasSubstr("type=\"" + std::string(type) + "\"")) << type;
+    }
+    ASSERT_THAT(TryUpdate(m_Answer), Succeeds()) << "the PDM graph reads what the store gives back";
+    EXPECT_EQ(AttributeOf(FindNode("Part/4711/B.Owner"), "FullName"), "Jo Doe");
+    EXPECT_THAT(Faults(), IsEmpty());
+}
+
 TEST_F(StoreImport, TheSameAnswerAgainChangesNothing)
 {
     const std::string answer = ReadFile(QTB_SOURCE_DIR "/examples/as1/structure.xml");

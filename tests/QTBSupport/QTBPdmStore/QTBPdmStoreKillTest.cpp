@@ -40,13 +40,16 @@ protected:
 
     std::string DiskPath() const { return m_DiskFolder + "/pdm.store"; }
 
+    // Requests of every kind that changes the store.
+    static constexpr int KINDS = 9;
+
     // A part of an assembly's life; what a step does follows from its number alone.
     HRESULT RunStep(QTBPdmStore& store, int step) const
     {
-        const std::string number = std::to_string(step / 8);
+        const std::string number = std::to_string(step / KINDS);
         const std::string key = "F" + number;
         const auto toKeys = [](const std::string& text) { return Keys{text.c_str()}; };
-        switch (step % 8) {
+        switch (step % KINDS) {
         case 0: {
             CATIDOMDocument_var spAnswer;
             std::string items = Part("P" + number);
@@ -64,11 +67,13 @@ protected:
         case 3:
             return store.CheckOut(toKeys(key), {});
         case 4:
-            return store.CheckIn(toKeys(key), {PathOf(step % 16 < 8 ? "one" : "two").c_str()}, {});
+            return store.CheckIn(toKeys(key), {PathOf(step % (2 * KINDS) < KINDS ? "one" : "two").c_str()}, {});
         case 5:
             return store.Delete(toKeys("C" + number + ".3"), "", {});
         case 6:
             return store.Revise(toKeys("P" + number), {});
+        case 7:
+            return store.UpdateAttributes(("C" + number + ".0").c_str(), Attribute("Name", "new").c_str(), {});
         default:
             return store.Promote(toKeys(key), {});
         }
@@ -112,7 +117,7 @@ protected:
 
 TEST_F(StoreKill, EveryReportedChangeIsThereAndNoneIsHalfDone)
 {
-    constexpr int STEPS = 240;
+    constexpr int STEPS = 30 * KINDS;
     constexpr int KILLS = 80;
     // What the store is after each number of steps.
     std::vector<std::string> dumps = {DumpOf(*m_pStore)};

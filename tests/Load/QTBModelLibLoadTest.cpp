@@ -75,10 +75,10 @@ CATBaseUnknown_var Create(const char* lateType)
 
 void ExpectThatNothingCanBeCreated()
 {
-    for (const char* lateType : {"QTBNode", "QTBPdmObjNode", "QTBRepNodeCont", "QTBBndBox"}) {
+    for (const QTBModelLateType& lateType : QTB_MODEL_LATE_TYPES) {
         int something = 0;
         void* pv = &something;
-        EXPECT_TRUE(FAILED(::CATInstantiateComponent(lateType, CLSID_CATBaseUnknown, &pv))) << lateType;
+        EXPECT_TRUE(FAILED(::CATInstantiateComponent(lateType.name, CLSID_CATBaseUnknown, &pv))) << lateType.name;
         EXPECT_EQ(pv, nullptr);
     }
 }
@@ -124,9 +124,11 @@ TEST(QTBModelLibLoad, LateTypesAppearWhenTheLibraryIsLoaded)
     const int before = CATBaseUnknown::GetLiveComponentCount();
     const ModelLibrary library;
     EXPECT_EQ(CATBaseUnknown::GetLiveComponentCount(), before) << "loading creates no component";
-    for (const char* lateType : {"QTBNode", "QTBPdmNode", "QTBPdmObjNode", "QTBPdmRelNode", "QTBRepNode", "QTBInfoNode",
-                                 "QTBPdmNodeCont", "QTBRepNodeCont", "QTBBndBox"}) {
-        EXPECT_STREQ(Create(lateType)->IsA(), lateType);
+    for (const auto& [name, base] : QTB_MODEL_LATE_TYPES) {
+        // The base is known before the first component is made.
+        ASSERT_NE(CATLateType::Find(name)->GetBase(), nullptr) << name;
+        EXPECT_EQ(CATLateType::Find(name)->GetBase()->GetName(), base) << name;
+        EXPECT_STREQ(Create(name)->IsA(), name);
     }
     EXPECT_EQ(CATBaseUnknown::GetLiveComponentCount(), before);
 }
@@ -142,6 +144,44 @@ TEST(QTBModelLibLoad, EveryRegistrationNamesTheExportedFactoryOfItsInterfaceObje
         ASSERT_NE(pRegistration, nullptr) << name;
         EXPECT_EQ(reinterpret_cast<void*>(pRegistration->factory), pSymbol) << name;
     }
+}
+
+TEST(QTBModelLibLoad, NoOtherExtensionIsRegistered)
+{
+    const ModelLibrary library;
+    Dl_info ofLibrary;
+    ASSERT_NE(dladdr(library.Find("CreateTIEQTBINodeQTBENodeOnNode"), &ofLibrary), 0);
+    std::vector<std::string> registered;
+    for (const std::string& lateType : CATLateType::GetNames()) {
+        for (const CATLateType::Registration* pRegistration :
+             CATLateType::Find(lateType.c_str())->GetOwnRegistrations()) {
+            Dl_info ofFactory;
+            ASSERT_NE(dladdr(reinterpret_cast<void*>(pRegistration->factory), &ofFactory), 0);
+            if (ofFactory.dli_fbase == ofLibrary.dli_fbase) {
+                registered.push_back(lateType + " " + pRegistration->pExtension->GetName());
+            }
+        }
+    }
+    std::vector<std::string> expected;
+    for (const QTBModelExtension& row : QTB_MODEL_EXTENSIONS) {
+        expected.push_back(std::string(row.lateType) + " " + row.extension);
+    }
+    EXPECT_THAT(registered, testing::UnorderedElementsAreArray(expected));
+}
+
+TEST(QTBModelLibLoad, OnlyTheLateTypesWithAFactoryCanBeMadeByName)
+{
+    std::vector<std::string> withFactory;
+    for (const QTBModelExtension& row : QTB_MODEL_EXTENSIONS) {
+        if (std::strcmp(row.interface, "CATICreateInstance") == 0) {
+            withFactory.emplace_back(row.lateType);
+        }
+    }
+    std::vector<std::string> names;
+    for (const QTBModelLateType& lateType : QTB_MODEL_LATE_TYPES) {
+        names.emplace_back(lateType.name);
+    }
+    EXPECT_THAT(names, testing::UnorderedElementsAreArray(withFactory));
 }
 
 TEST(QTBModelLibLoad, TheValueListsAndRecordsAreExported)

@@ -2,6 +2,26 @@
 
 #include <string_view>
 
+// A late type of the library that can be made by name, and its base.
+struct QTBModelLateType
+{
+    const char* name;
+    const char* base;
+};
+
+// Every late type of the library that can be made by name.
+inline constexpr QTBModelLateType QTB_MODEL_LATE_TYPES[] = {
+    {"QTBNode", "CATBaseUnknown"},
+    {"QTBPdmNode", "QTBNode"},
+    {"QTBPdmObjNode", "QTBPdmNode"},
+    {"QTBPdmRelNode", "QTBPdmNode"},
+    {"QTBRepNode", "QTBNode"},
+    {"QTBInfoNode", "QTBNode"},
+    {"QTBPdmNodeCont", "CATBaseUnknown"},
+    {"QTBRepNodeCont", "CATBaseUnknown"},
+    {"QTBBndBox", "CATBaseUnknown"},
+};
+
 // An extension of the library: the late type that it extends and the interface that it implements there.
 struct QTBModelExtension
 {

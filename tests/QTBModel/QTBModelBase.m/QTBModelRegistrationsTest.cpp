@@ -15,24 +15,6 @@
 
 namespace {
 
-// The late types that can be made by name, and the base of each.
-struct LateType
-{
-    const char* name;
-    const char* base;
-};
-const LateType LATE_TYPES[] = {
-    {"QTBNode", "CATBaseUnknown"},
-    {"QTBPdmNode", "QTBNode"},
-    {"QTBPdmObjNode", "QTBPdmNode"},
-    {"QTBPdmRelNode", "QTBPdmNode"},
-    {"QTBRepNode", "QTBNode"},
-    {"QTBInfoNode", "QTBNode"},
-    {"QTBPdmNodeCont", "CATBaseUnknown"},
-    {"QTBRepNodeCont", "CATBaseUnknown"},
-    {"QTBBndBox", "CATBaseUnknown"},
-};
-
 CATBaseUnknown_var Create(const char* lateType)
 {
     void* pv = nullptr;
@@ -62,7 +44,7 @@ class QTBRegisteredExtensionTest : public testing::TestWithParam<QTBModelExtensi
 {
 };
 
-class QTBLateTypeTest : public testing::TestWithParam<LateType>
+class QTBLateTypeTest : public testing::TestWithParam<QTBModelLateType>
 {
 };
 
@@ -130,7 +112,7 @@ TEST_P(QTBLateTypeTest, IsMadeByNameAndKnowsItsBase)
     EXPECT_EQ(CATBaseUnknown::GetLiveComponentCount(), before);
 }
 
-INSTANTIATE_TEST_SUITE_P(Names, QTBLateTypeTest, testing::ValuesIn(LATE_TYPES),
+INSTANTIATE_TEST_SUITE_P(Names, QTBLateTypeTest, testing::ValuesIn(QTB_MODEL_LATE_TYPES),
                          [](const auto& parameter) { return std::string(parameter.param.name); });
 
 TEST_F(QTBModelRegistrationsTest, AnObjectNodeMadeByNameAnswersItsInterfaceAndThoseOfItsBases)

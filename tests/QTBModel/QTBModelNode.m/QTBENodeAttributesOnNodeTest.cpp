@@ -630,6 +630,15 @@ TYPED_TEST(NodeAttributesOfTypeTest, TheAttributesOfATypeAreGivenAsTheyStand)
     EXPECT_THAT(((*spNode).*TypeParam::GetAll)(NULL), FailsAssertion(TypeParam::LIST));
 }
 
+TYPED_TEST(NodeAttributesOfTypeTest, ALaterRecordTakesTheAttributesOfATypeAway)
+{
+    const QTBINodeAttributes_var spNode = this->Read(RECORD);
+    ASSERT_THAT(this->TryRead(spNode, "<o/>"), Succeeds());
+    typename TypeParam::List Attributes;
+    ASSERT_THAT(((*spNode).*TypeParam::GetAll)(&Attributes), Succeeds());
+    EXPECT_EQ(Attributes.Size(), 0);
+}
+
 TYPED_TEST(NodeAttributesOfTypeTest, AnAttributeIsFoundByItsNameWithinItsType)
 {
     const QTBINodeAttributes_var spNode = this->Read(RECORD);

@@ -5,6 +5,7 @@
 #include <fstream>
 #include <iostream>
 #include <memory>
+#include <stdexcept>
 #include <utility>
 
 #include <CLI/CLI.hpp>
@@ -94,7 +95,7 @@ class StoreRun
 public:
     explicit StoreRun(const StoreOptions& options) : m_Options(options), m_Session(options.schema, options.language) {}
 
-    void Init() const
+    void Init()
     {
         HostSession::Require(QTBPdmStore::Create(m_Options.store.c_str()), ExitCode::BadInput, "store");
         fmt::print("{}\n", m_Options.store);
@@ -428,10 +429,10 @@ int RunStore(const CLI::App& app, const StoreOptions& options)
         return run.Check();
     }
     const std::pair<const char*, void (StoreRun::*)()> commands[] = {
-        {"import", &StoreRun::Import},     {"query", &StoreRun::Query},     {"expand", &StoreRun::Expand},
-        {"checkout", &StoreRun::CheckOut}, {"checkin", &StoreRun::CheckIn}, {"promote", &StoreRun::Promote},
-        {"revise", &StoreRun::Revise},     {"update", &StoreRun::Update},   {"relate", &StoreRun::Relate},
-        {"delete", &StoreRun::Delete},     {"export", &StoreRun::Export},
+        {"init", &StoreRun::Init},       {"import", &StoreRun::Import},     {"query", &StoreRun::Query},
+        {"expand", &StoreRun::Expand},   {"checkout", &StoreRun::CheckOut}, {"checkin", &StoreRun::CheckIn},
+        {"promote", &StoreRun::Promote}, {"revise", &StoreRun::Revise},     {"update", &StoreRun::Update},
+        {"relate", &StoreRun::Relate},   {"delete", &StoreRun::Delete},     {"export", &StoreRun::Export},
     };
     for (const auto& [name, pRun] : commands) {
         if (command == name) {
@@ -439,6 +440,5 @@ int RunStore(const CLI::App& app, const StoreOptions& options)
             return static_cast<int>(ExitCode::Success);
         }
     }
-    run.Init();
-    return static_cast<int>(ExitCode::Success);
+    throw std::logic_error("store " + command + " has no function");
 }

@@ -3,6 +3,7 @@
 #include <cstdio>
 #include <exception>
 #include <iostream>
+#include <stdexcept>
 
 #include <CLI/CLI.hpp>
 
@@ -219,9 +220,10 @@ int main(int argc, char** argv)
 #ifdef QTB_WITH_STEP
         if (app.got_subcommand("convert")) {
             RunConvert(convertOptions);
+            return static_cast<int>(ExitCode::Success);
         }
 #endif
-        return static_cast<int>(ExitCode::Success);
+        throw std::logic_error(app.get_subcommands().front()->get_name() + " has no function");
     } catch (const CLI::ParseError& error) {
         return app.exit(error) == 0 ? 0 : static_cast<int>(ExitCode::Usage);
     } catch (const HostError& error) {

@@ -112,7 +112,11 @@ TEST_P(RecordedSession, RepeatsWhatWasRecorded)
             }
         }
     }
-    EXPECT_EQ(output.str(), recorded);
+    const fs::path heard = fs::path(::testing::TempDir()) / (GetParam() + ".session");
+    if (output.str() != recorded) {
+        std::ofstream(heard) << output.str();
+    }
+    EXPECT_EQ(output.str(), recorded) << "the session as it is now: " << heard;
     EXPECT_EQ(CATBaseUnknown::GetLiveComponentCount(), componentsBefore) << "components outlive the session";
 }
 

@@ -1,14 +1,20 @@
 #include <cstdlib>
+#include <fstream>
+#include <iterator>
 #include <memory>
+#include <regex>
+#include <set>
 #include <string>
 #include <vector>
 
 #include <gmock/gmock.h>
 
+#include "CATAfrGetCommandHeader.h"
 #include "CATApplicationFrame.h"
 #include "CATCmdContainer.h"
 #include "CATCmdSeparator.h"
 #include "CATCmdStarter.h"
+#include "CATCommandHeader.h"
 #include "CATFrmLayout.h"
 #include "CATMsgCatalog.h"
 #include "QTBERepNodeOnRepNode.h"
@@ -216,6 +222,41 @@ TEST_F(RepNodeMenu, HasEveryActionInItsPlaceInThePdmWindow)
             "QTBPropertiesSubMenuStr|QTBGenWksCtxPropertiesCmdHdr",
             "QTBUpdateItemSubMenuStr|QTBGenWksCtxUpdateItemCmdHdr",
             "QTBDelNewestFileOfBusObjSubMenuStr|QTBPdmWksCtxDelNewestFileOfBusObjCmdHdr"));
+}
+
+TEST_F(RepNodeMenu, KnowsEveryActionOfTheExampleSchema)
+{
+    std::ifstream file(QTB_SOURCE_DIR "/resources/schema/QTBSchema.xml");
+    const std::string schema((std::istreambuf_iterator<char>(file)), std::istreambuf_iterator<char>());
+    const std::regex action(R"re(<contextAction name="([^"]*)")re");
+    std::set<std::string> actions;
+    for (std::sregex_iterator match(schema.begin(), schema.end(), action), end; match != end; ++match) {
+        actions.insert((*match)[1]);
+    }
+    EXPECT_THAT(actions, Not(IsEmpty()));
+    EXPECT_THAT(actions, ::testing::IsSubsetOf(ALL_ACTIONS));
+}
+
+TEST_F(RepNodeMenu, HasACommandWithATitleBehindEveryItem)
+{
+    setenv("QTB_BNDBOX_SUPPORT", "ON", 1);
+    const QTBIRepNode_var spPerson = CreatePerson(ALL_ACTIONS, "PdmWindow");
+    CATCmdContainer menu("menu");
+    ASSERT_THAT(spPerson->InitContextMenuInfo(&menu, nullptr), Succeeds());
+    int starters = 0;
+    for (const CATCmdAccess* pItem = menu.GetChild(); pItem != nullptr; pItem = pItem->GetNext()) {
+        const auto* pStarter = dynamic_cast<const CATCmdStarter*>(pItem);
+        if (pStarter == nullptr) {
+            continue;
+        }
+        ++starters;
+        CATCommandHeader* pHeader = nullptr;
+        ASSERT_EQ(CATAfrGetCommandHeader(pStarter->GetHeaderId(), &pHeader), S_OK) << pStarter->GetHeaderId();
+        EXPECT_NE(pHeader->GetTitle(), pStarter->GetHeaderId()) << "no title";
+        EXPECT_FALSE(pHeader->GetIcon().IsEmpty()) << pStarter->GetHeaderId();
+        EXPECT_NE(pItem->GetTitle(), pItem->GetName()) << "no text";
+    }
+    EXPECT_EQ(starters, 20);
 }
 
 TEST_F(RepNodeMenu, HasEveryActionInItsPlaceInTheQueryDialog)

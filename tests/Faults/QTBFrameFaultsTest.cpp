@@ -30,6 +30,7 @@
 #include "CATRep.h"
 #include "QTBFaultSession.h"
 #include "QTBIBndBox.h"
+#include "QTBModelExtensions.h"
 
 namespace {
 
@@ -223,8 +224,8 @@ TEST_F(FrameFaults, OfBoxesEndInNeutralAnswers)
 
 TEST_F(FrameFaults, OfFactoriesEndInFailures)
 {
-    for (const char* lateType : {"QTBBndBox", "QTBInfoNode", "QTBNode", "QTBPdmNode", "QTBPdmNodeCont", "QTBPdmObjNode",
-                                 "QTBPdmRelNode", "QTBRepNode", "QTBRepNodeCont"}) {
+    for (const QTBModelLateType& made : QTB_MODEL_LATE_TYPES) {
+        const char* lateType = made.name;
         QTBScenario scenario;
         scenario.name = std::string("CreateInstance of ") + lateType;
         scenario.lateType = lateType;

@@ -26,8 +26,10 @@ CATCommand::CATCommand(CATCommand* pParent, const CATUnicodeString& name) : m_Na
 
 CATCommand::~CATCommand()
 {
-    while (m_pFirstChild != nullptr) {
-        delete m_pFirstChild;
+    while (CATCommand* pChild = m_pFirstChild) {
+        RemoveChild(pChild);
+        pChild->m_pParent = nullptr;
+        delete pChild;
     }
     if (m_pParent != nullptr) {
         m_pParent->RemoveChild(this);

@@ -11,6 +11,9 @@ enum class ExitCode : int
     BadInput = 3, // a schema, answer or assembly cannot be read
 };
 
+// What a person is told when memory runs out.
+inline constexpr const char* NO_MEMORY = "there is not enough memory for this";
+
 // A failure that a person is told about; ends the program with its exit code.
 class HostError : public std::runtime_error
 {

@@ -195,6 +195,9 @@ CATListValCATBaseUnknown_var HostSession::GetRoots() const
 
 std::string HostSession::Describe(HRESULT hr)
 {
+    if (hr == E_OUTOFMEMORY) {
+        return NO_MEMORY;
+    }
     const CATError* pError = CATError::CATGetLastError(hr, nullptr);
     return pError != nullptr ? std::string(pError->GetNLSMessage().View()) : "not possible";
 }

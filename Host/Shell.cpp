@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <exception>
 #include <istream>
+#include <new>
 #include <ostream>
 
 #include <fmt/format.h>
@@ -105,6 +106,12 @@ void Shell::Run(ShellArguments words)
     pEntry->run(words);
 }
 
+void Shell::ReportFailure(const std::string& place, const char* text)
+{
+    ++m_FailureCount;
+    fmt::print(m_Context.out, "error{}: {}\n", place.empty() ? "" : " in " + place, text);
+}
+
 bool Shell::Execute(const std::string& line, const std::string& place)
 {
     try {
@@ -115,10 +122,11 @@ bool Shell::Execute(const std::string& line, const std::string& place)
         // A comment may have anything in it.
         const std::size_t first = line.find_first_not_of(" \t");
         Run(first != std::string::npos && line[first] == '#' ? ShellArguments() : Split(line));
+    } catch (const std::bad_alloc&) {
+        ReportFailure(place, NO_MEMORY);
     } catch (const std::exception& error) {
-        // Most are HostError. Whatever else goes wrong, no memory or a full disk, the session goes on with what it has.
-        ++m_FailureCount;
-        fmt::print(m_Context.out, "error{}: {}\n", place.empty() ? "" : " in " + place, error.what());
+        // Most are HostError. Whatever else goes wrong, a full disk for example, the session goes on with what it has.
+        ReportFailure(place, error.what());
     }
     CATApplicationFrame::GetFrame()->OnIdle();
     return !m_IsOver;

@@ -53,6 +53,7 @@ public:
 private:
     const ShellEntry* Find(const std::string& name) const;
     void Run(ShellArguments words);
+    void ReportFailure(const std::string& place, const char* text);
     void Help(const ShellArguments& arguments);
 
     ShellContext m_Context;

@@ -3,6 +3,7 @@
 #include <cstdio>
 #include <exception>
 #include <iostream>
+#include <new>
 #include <stdexcept>
 
 #include <CLI/CLI.hpp>
@@ -229,6 +230,9 @@ int main(int argc, char** argv)
     } catch (const HostError& error) {
         std::cerr << "qtbhost: " << error.what() << '\n';
         return static_cast<int>(error.GetExitCode());
+    } catch (const std::bad_alloc&) {
+        std::cerr << "qtbhost: " << NO_MEMORY << '\n';
+        return static_cast<int>(ExitCode::Failure);
     } catch (const std::exception& error) {
         std::cerr << "qtbhost: " << error.what() << '\n';
         return static_cast<int>(ExitCode::Failure);

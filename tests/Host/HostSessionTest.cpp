@@ -45,6 +45,12 @@ std::pair<ExitCode, std::string> FailureOf(Run run)
 
 const std::string EXAMPLES = QTB_SOURCE_DIR "/examples/";
 
+TEST(HostErrors, SayThatMemoryRanOut)
+{
+    EXPECT_EQ(HostSession::Describe(E_OUTOFMEMORY), "there is not enough memory for this");
+    EXPECT_EQ(HostSession::Describe(E_FAIL), "not possible");
+}
+
 } // namespace
 
 TEST(HostSession, MissingAnswerIsBadInputThatNamesTheFile)

@@ -40,7 +40,7 @@ void CATFrmLayout::CloseWindow(CATFrmWindow* pWindow)
     CATFrmEditor* pEditor = pWindow->GetEditor();
     AnnounceEnd(CATFrmWindow::WINDOW_CLOSE_ENDED(), pWindow);
     delete pWindow;
-    if (!HasWindowOf(pEditor)) {
+    if (FindWindowOf(pEditor) == nullptr) {
         CloseEditor(pEditor);
     }
 }
@@ -50,11 +50,9 @@ void CATFrmLayout::CloseEditor(CATFrmEditor* pEditor)
     if (m_Editors.Locate(pEditor) == 0) {
         return;
     }
-    const CATListPtrCATFrmWindow windows = m_Windows;
-    for (CATFrmWindow* pWindow : windows) {
-        if (pWindow->GetEditor() == pEditor) {
-            CloseWindow(pWindow);
-        }
+    // A document that closes may take other documents along, with their windows.
+    while (CATFrmWindow* pWindow = FindWindowOf(pEditor)) {
+        CloseWindow(pWindow);
     }
     // Its last window took the editor with it.
     if (m_Editors.RemoveValue(pEditor) == 0) {
@@ -108,8 +106,9 @@ void CATFrmLayout::AnnounceEnd(const char* event, CATEventSource* pSender)
     }
 }
 
-bool CATFrmLayout::HasWindowOf(const CATFrmEditor* pEditor) const
+CATFrmWindow* CATFrmLayout::FindWindowOf(const CATFrmEditor* pEditor) const
 {
-    return std::any_of(m_Windows.begin(), m_Windows.end(),
-                       [pEditor](const CATFrmWindow* pWindow) { return pWindow->GetEditor() == pEditor; });
+    const auto found = std::find_if(m_Windows.begin(), m_Windows.end(),
+                                    [pEditor](const CATFrmWindow* pWindow) { return pWindow->GetEditor() == pEditor; });
+    return found != m_Windows.end() ? *found : nullptr;
 }

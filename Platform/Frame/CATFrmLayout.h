@@ -46,7 +46,8 @@ public:
 private:
     // Nobody can keep a window or editor from closing: an error that a subscriber raises is shown to the user.
     void AnnounceEnd(const char* event, CATEventSource* pSender);
-    bool HasWindowOf(const CATFrmEditor* pEditor) const;
+    // The first one; null when there is none.
+    CATFrmWindow* FindWindowOf(const CATFrmEditor* pEditor) const;
 
     CATListPtrCATFrmWindow m_Windows;
     CATListPtr<CATFrmEditor> m_Editors;

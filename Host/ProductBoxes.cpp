@@ -93,7 +93,7 @@ QTBIBndBox_var MakeBox(const std::array<double, 6>& bounds, const Placement& pla
     void* pCreated = nullptr;
     HostSession::Require(::CATInstantiateComponent("QTBBndBox", IID_QTBIBndBox, &pCreated), ExitCode::Failure,
                          "bounding box");
-    const QTBIBndBox_var spIBndBox = QTBIBndBox_var::Adopt(static_cast<QTBIBndBox*>(pCreated));
+    QTBIBndBox_var spIBndBox = QTBIBndBox_var::Adopt(static_cast<QTBIBndBox*>(pCreated));
     spIBndBox->SetCorner(placement.Move({bounds[0], bounds[1], bounds[2]}));
     spIBndBox->SetFirstEdge(placement.Turn({bounds[3] - bounds[0], 0, 0}));
     spIBndBox->SetSecondEdge(placement.Turn({0, bounds[4] - bounds[1], 0}));

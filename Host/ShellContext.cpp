@@ -45,7 +45,7 @@ bool ShellContext::IsInTree(const QTBIRepNode_var& spIRepNode)
 QTBIRepNode_var ShellContext::GetNode(const std::string& name) const
 {
     if (const std::size_t number = ToNumber(name); number > 0 && number <= treeNodes.size()) {
-        const QTBIRepNode_var spIRepNode(treeNodes[number - 1]);
+        QTBIRepNode_var spIRepNode(treeNodes[number - 1]);
         if (!IsInTree(spIRepNode)) {
             throw HostError(ExitCode::Usage, "line " + name + " has left the tree; tree prints it anew");
         }

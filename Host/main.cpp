@@ -165,9 +165,7 @@ Exit codes: 0 done, 1 a line failed, 2 wrong command line, 3 input that cannot b
     pShell->add_flag("--debug", options.debug, "write the debug output");
 }
 
-} // namespace
-
-int main(int argc, char** argv)
+int Run(int argc, char** argv)
 {
     CLI::App app("Drives the object-model library of a PDM integration as a CAD session would.", "qtbhost");
     app.require_subcommand(1);
@@ -194,39 +192,48 @@ int main(int argc, char** argv)
 
     try {
         app.parse(argc, argv);
-        if (app.got_subcommand("tree")) {
-            return RunTree(treeOptions);
-        }
-        if (app.got_subcommand("shell")) {
-            return RunShell(shellOptions);
-        }
-        if (app.got_subcommand("store")) {
-            return RunStore(app, storeOptions);
-        }
-        if (app.got_subcommand("link")) {
-            return RunLink(linkOptions);
-        }
-        if (app.got_subcommand("boxes")) {
-            return RunBoxes(boxesOptions);
-        }
-        if (app.got_subcommand("diff")) {
-            return RunDiff(productOptions);
-        }
-        if (app.got_subcommand("dirty")) {
-            return RunDirty(productOptions);
-        }
-        if (app.got_subcommand("types")) {
-            return RunTypes(productOptions);
-        }
-#ifdef QTB_WITH_STEP
-        if (app.got_subcommand("convert")) {
-            RunConvert(convertOptions);
-            return static_cast<int>(ExitCode::Success);
-        }
-#endif
-        throw std::logic_error(app.get_subcommands().front()->get_name() + " has no function");
     } catch (const CLI::ParseError& error) {
         return app.exit(error) == 0 ? 0 : static_cast<int>(ExitCode::Usage);
+    }
+    if (app.got_subcommand("tree")) {
+        return RunTree(treeOptions);
+    }
+    if (app.got_subcommand("shell")) {
+        return RunShell(shellOptions);
+    }
+    if (app.got_subcommand("store")) {
+        return RunStore(app, storeOptions);
+    }
+    if (app.got_subcommand("link")) {
+        return RunLink(linkOptions);
+    }
+    if (app.got_subcommand("boxes")) {
+        return RunBoxes(boxesOptions);
+    }
+    if (app.got_subcommand("diff")) {
+        return RunDiff(productOptions);
+    }
+    if (app.got_subcommand("dirty")) {
+        return RunDirty(productOptions);
+    }
+    if (app.got_subcommand("types")) {
+        return RunTypes(productOptions);
+    }
+#ifdef QTB_WITH_STEP
+    if (app.got_subcommand("convert")) {
+        RunConvert(convertOptions);
+        return static_cast<int>(ExitCode::Success);
+    }
+#endif
+    throw std::logic_error(app.get_subcommands().front()->get_name() + " has no function");
+}
+
+} // namespace
+
+int main(int argc, char** argv)
+{
+    try {
+        return Run(argc, argv);
     } catch (const HostError& error) {
         std::cerr << "qtbhost: " << error.what() << '\n';
         return static_cast<int>(error.GetExitCode());

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <cassert>
 #include <exception>
 #include <initializer_list>
 #include <vector>
@@ -76,7 +77,12 @@ public:
     // seen before; an error that came from CATGetLastError keeps its result. File and line are those of the report.
     static HRESULT GetReturn(int severity, CATError* pError, void* pReserved, const char* file, int line)
     {
-        return severity == 1 ? S_OK : GetFailure(severity, pError, pReserved, file, line);
+        if (severity == 1) {
+            return S_OK;
+        }
+        const HRESULT hr = GetFailure(severity, pError, pReserved, file, line);
+        assert(FAILED(hr));
+        return hr;
     }
 
     // The error that a result carries, NULL when it carries none. The result stays good for the errors of the last

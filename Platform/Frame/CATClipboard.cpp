@@ -39,7 +39,7 @@ CATListValCATBaseUnknown_var GetSelectedObjects(CATCSO* pCSO)
 // The objects that a command works on; empty when it may not run.
 CATListValCATBaseUnknown_var GetObjects(const char* commandName, CATCSO* pCSO)
 {
-    const CATListValCATBaseUnknown_var selected = GetSelectedObjects(pCSO);
+    CATListValCATBaseUnknown_var selected = GetSelectedObjects(pCSO);
     const CATICSOFilter_var spICSOFilter(selected.Size() > 0 ? selected[1] : CATBaseUnknown_var());
     if (spICSOFilter == NULL_var) {
         return selected;

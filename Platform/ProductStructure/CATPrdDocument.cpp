@@ -73,7 +73,7 @@ CATBaseUnknown_var CATPrdDocument::Create(const CATUnicodeString& typeName, cons
                                           const CATUnicodeString& displayName)
 {
     auto* pDocument = new CATPrdDocument(*FindType(typeName));
-    const auto spDocument = CATBaseUnknown_var::Adopt(pDocument);
+    auto spDocument = CATBaseUnknown_var::Adopt(pDocument);
     pDocument->SetStorageName(storageName);
     pDocument->SetDisplayName(displayName);
     return spDocument;

@@ -241,7 +241,7 @@ CATIDOMElement_var CATDOMStore::CreateElement(const char* tagName)
     pBranch->pRoot = node.internal_object();
     // Without a handle nobody reaches the node, which goes with the document.
     CATIDOMElement_var spElement = GetElement(node.internal_object(), pBranch.get());
-    pBranch.release();
+    static_cast<void>(pBranch.release());
     return spElement;
 }
 

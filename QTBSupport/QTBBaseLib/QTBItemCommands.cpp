@@ -81,7 +81,7 @@ HRESULT QTBItemCommands::ShowProperties(const QTBIRepNode_var& spIRepNode)
                                                   "QTBProperties", NOTICE_STYLE);
     pNotify->DisplayBlocked(usText, QTBTraceUtil::GetNodeString(spIPdmNode, FALSE));
     pNotify->RequestDelayedDestruction();
-    pNotify.release();
+    static_cast<void>(pNotify.release());
     return S_OK;
 }
 

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <cstddef>
 #include <memory>
 #include <sstream>
 #include <string>
@@ -33,11 +34,18 @@ public:
 
     static bool IsShellLine(const std::string& line);
 
-    // Plays a whole session. What was broken, and behind which step; empty when nothing was.
+    // A step that ends the session and begins another one in the same process, for PlayAll only. What a process keeps
+    // from one session to the next, such as the counter of rep node keys, decides where nodes stand.
+    static SessionStep NextSession() { return {"next session", "", ""}; }
+
+    // Plays a whole session, or several. What was broken, and behind which step; empty when nothing was.
     static std::string PlayAll(const SessionSteps& steps, const std::string& folder);
 
 private:
     using Words = std::vector<std::string>;
+
+    // One session, from a step to the next NextSession or the end, where pStep is left.
+    static std::string PlayOne(const SessionSteps& steps, std::size_t* pStep, const std::string& folder);
 
     void Do(const SessionStep& step);
     void Remove(const Words& words) const;

@@ -64,6 +64,8 @@ struct Memory
     std::set<std::string> partNumbers;
     // Father's part number and instance name.
     std::set<std::pair<std::string, std::string>> instances;
+    // Relations that took the place of another one.
+    std::set<std::string> supersedingKeys;
 
     template <class Set, class Value>
     static void Remember(Set& set, const Value& value)
@@ -359,6 +361,11 @@ private:
             Tell("relation " + KeyOf(spNode) + " has " + std::to_string(counts[LEFT]) + " objects on its left and " +
                  std::to_string(counts[RIGHT]) + " on its right");
         }
+        CATUnicodeString usSupersededKey;
+        if (isRelation &&
+            SUCCEEDED(spIPdmNode->GetQtbInfoAttr("QtbSupersedes", &usSupersededKey, FALSE, nullptr, FALSE))) {
+            Memory::Remember(m_Memory.supersedingKeys, KeyOf(spNode));
+        }
     }
 
     void InspectNeighbour(const CATBaseUnknown_var& spNode, bool isRelation, const CATUnicodeString& usName,
@@ -486,7 +493,8 @@ private:
             }
             const CATBaseUnknown_var spPdmNode = pdmNodes[1];
             const CATBaseUnknown_var spChildPdmNode = childPdmNodes[1];
-            if (!shown.insert(spChildPdmNode.Get()).second) {
+            if (!shown.insert(spChildPdmNode.Get()).second &&
+                m_Memory.supersedingKeys.count(KeyOf(spChildPdmNode)) == 0) {
                 Tell(text + " shows " + KeyOf(spChildPdmNode) + " twice");
             }
             if (m_Answers == QTBAnswers::Contradict) {

@@ -32,8 +32,8 @@ enum class QTBAnswers
 //   - keys and look-up as above; each node knows its container and the container's window, which is open;
 //   - each node stands for at most one PDM node, which is in the graph and has it among its rep nodes;
 //   - each node has at most one parent, of the same container, and hangs below a root: there are no circles;
-//   - objects and relations alternate, no PDM node is twice below a parent, and a relation belongs to the object that
-//     it is shown below (see QTBAnswers).
+//   - objects and relations alternate, a relation belongs to the object that it is shown below (see QTBAnswers), and no
+//     PDM node is twice below a parent but a relation that superseded another one, whose rep nodes passed to it.
 // Of the load manager:
 //   - what it finds by part number and by instance is in the graph and fits.
 //

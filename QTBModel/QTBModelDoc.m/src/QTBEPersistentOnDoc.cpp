@@ -67,5 +67,5 @@ void QTBEPersistentOnDoc::ShowNotice()
         std::make_unique<CATDlgNotify>(CATApplicationFrame::GetFrame()->GetApplicationDocument(), "", NOTICE_STYLE);
     pNotify->DisplayBlocked(usMessage, usTitle);
     pNotify->RequestDelayedDestruction();
-    pNotify.release();
+    static_cast<void>(pNotify.release());
 }

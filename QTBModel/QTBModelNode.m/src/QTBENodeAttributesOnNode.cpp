@@ -309,7 +309,7 @@ HRESULT QTBENodeAttributesOnNode::FileNewAttribute(std::unique_ptr<typename Type
         TakeBack(&TypedAttrs, typedCount);
         throw;
     }
-    pNewAttribute.release();
+    static_cast<void>(pNewAttribute.release());
     return QTB_SUCCESS;
 }
 

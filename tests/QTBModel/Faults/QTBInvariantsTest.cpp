@@ -49,6 +49,27 @@ TEST_F(Invariants, HoldWhenNodesWereReplacedAndRemoved)
     EXPECT_THAT(QTBFindBrokenInvariants(), IsEmpty());
 }
 
+TEST_F(Invariants, HoldForARelationThatSupersededItsNeighbourAndStandsInBothPlaces)
+{
+    Update(PartPart("AB2", "A", "B"));
+    Consider(ALL_NODES);
+    EXPECT_THAT(ShowTrees("A", Relations({PARTS})), Succeeds());
+    Update(PartPart("AB2", "A", "B", Info({{"QtbKey", "AB2"}, {"QtbSupersedes", "AB"}})));
+    EXPECT_THAT(QTBFindBrokenInvariants(), IsEmpty());
+    EXPECT_EQ(ChildrenOf(Find("A")).Size(), 2);
+    // And when it no longer says so.
+    Update(PartPart("AB2", "A", "B"));
+    EXPECT_THAT(QTBFindBrokenInvariants(), IsEmpty());
+}
+
+TEST_F(Invariants, TellOfARelationShownTwice)
+{
+    const QTBIRepNode_var spRoot = CreateRoot("A");
+    Create(spRoot, "AB");
+    Create(spRoot, "AB");
+    EXPECT_THAT(QTBFindBrokenInvariants(), ElementsAre("rep node " + KeyOf(spRoot) + " shows AB twice"));
+}
+
 TEST_F(Invariants, TellOfALinkThatOneEndDoesNotKnow)
 {
     {

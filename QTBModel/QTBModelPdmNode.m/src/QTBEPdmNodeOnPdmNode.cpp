@@ -442,6 +442,7 @@ HRESULT QTBEPdmNodeOnPdmNode::GetQtbInfoAttrXmlAttrVal(const CATUnicodeString& u
         return hr;
     }
     unsigned char bNvValueIsDefined = FALSE;
+    // NOLINTNEXTLINE(clang-analyzer-core.CallAndMessage): GetQtbInfo gives the list whenever it succeeds.
     QTB_CALL(pNameValueListAttr->NvValueIsDefined, usInfoAttrName, &bNvValueIsDefined);
     if (bNvValueIsDefined == FALSE) {
         return QTB_QUIET_FAILURE;

@@ -404,11 +404,33 @@ HRESULT QTBInfoUtil::CatiaInstanceNameFromPdmIsDefined(const QTBIPdmNode_var& sp
 HRESULT QTBInfoUtil::CatiaInstanceNameIsUsedInRelation(const QTBIPdmNode_var& spIPdmNodeOnRelation,
                                                        const CATUnicodeString& usInstanceName, unsigned char* pbIsUsed)
 {
-    CATListValCATUnicodeString InstanceNames;
-    if (pbIsUsed == nullptr || FAILED(ReadInstanceNames(spIPdmNodeOnRelation, &InstanceNames))) {
+    const QTBINodeAttributes_var spINodeAttributes(spIPdmNodeOnRelation);
+    if (pbIsUsed == nullptr || spINodeAttributes == NULL_var) {
         return E_FAIL;
     }
-    *pbIsUsed = !usInstanceName.IsEmpty() && InstanceNames.Locate(usInstanceName) > 0 ? TRUE : FALSE;
+    *pbIsUsed = FALSE;
+    CATUnicodeString usAttrName;
+    CATUnicodeString usDataType;
+    if (usInstanceName.IsEmpty() ||
+        FAILED(
+            QTBPdmSessionUtil::GetPdmSessionStringAttrValue(QTB_PDM_SESSION_INSTANCE_NAME_ATTR, &usAttrName, FALSE)) ||
+        FAILED(spINodeAttributes->GetAttributeDataType(usAttrName, &usDataType))) {
+        return S_OK;
+    }
+    // One relation may place thousands of instances: the list is searched where it is.
+    CATUnicodeString usOnlyName;
+    QTBSimpleListAttr* pSimpleListAttr = nullptr;
+    if (usDataType == usSTRING) {
+        *pbIsUsed = SUCCEEDED(spINodeAttributes->GetStringAttributeValue(usAttrName, &usOnlyName, FALSE, FALSE)) &&
+                            usOnlyName == usInstanceName
+                        ? TRUE
+                        : FALSE;
+    } else if (usDataType == usSIMPLE_LIST) {
+        *pbIsUsed = SUCCEEDED(spINodeAttributes->GetSimpleListAttributePtr(usAttrName, &pSimpleListAttr)) &&
+                            pSimpleListAttr->Contains(usInstanceName)
+                        ? TRUE
+                        : FALSE;
+    }
     return S_OK;
 }
 

@@ -88,6 +88,9 @@ CATError* QTBMessageUtil::CircleInRecursiveExpandWarning(const CATUnicodeString&
 CATError* QTBMessageUtil::IgnoredInvalidNodeWarning(const CATUnicodeString& usNodeText,
                                                     const CATUnicodeString& usTypeText)
 {
+    if (usTypeText.IsEmpty()) {
+        return Make<QTBWarning>("IgnoredNodeWithoutTypeWRN_2106", usNodeText);
+    }
     return Make<QTBWarning>("IgnoredInvalidNodeWRN_2102", usNodeText, usTypeText);
 }
 

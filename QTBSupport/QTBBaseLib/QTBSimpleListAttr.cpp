@@ -1,5 +1,7 @@
 #include "QTBSimpleListAttr.h"
 
+#include <utility>
+
 #include "CATXMLWriter.h"
 
 namespace {
@@ -56,6 +58,24 @@ HRESULT QTBSimpleListAttr::GetValue(int index, CATUnicodeString* pusValue) const
     }
     *pusValue = m_Values[index];
     return S_OK;
+}
+
+bool QTBSimpleListAttr::Contains(const CATUnicodeString& usValue) const
+{
+    if (IsValid() == FALSE) {
+        return false;
+    }
+    if (m_Values.Size() <= VALUES_WITHOUT_INDEX) {
+        return m_Values.Locate(usValue) > 0;
+    }
+    if (m_pIndex == nullptr) {
+        auto pIndex = std::make_unique<std::unordered_set<std::string_view>>();
+        for (const CATUnicodeString& usOfList : m_Values) {
+            pIndex->insert(usOfList.View());
+        }
+        m_pIndex = std::move(pIndex);
+    }
+    return m_pIndex->count(usValue.View()) > 0;
 }
 
 CATUnicodeString QTBSimpleListAttr::ToString()

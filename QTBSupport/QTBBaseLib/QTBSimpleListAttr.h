@@ -1,5 +1,9 @@
 #pragma once
 
+#include <memory>
+#include <string_view>
+#include <unordered_set>
+
 #include "CATListValCATUnicodeString.h"
 #include "QTBNodeAttr.h"
 
@@ -15,6 +19,9 @@ public:
     // The value at that position, counted from 1. E_FAIL outside the list.
     HRESULT GetValue(int index, CATUnicodeString* pusValue) const;
 
+    // Whether it is one of the values. Takes about constant time, however many there are.
+    bool Contains(const CATUnicodeString& usValue) const;
+
     // The values, joined with ", ".
     CATUnicodeString ToString() override;
 
@@ -23,7 +30,12 @@ protected:
     HRESULT AppendContent(std::string* pXml) const override;
 
 private:
+    // Up to here looking through the values is as fast.
+    static constexpr int VALUES_WITHOUT_INDEX = 16;
+
     CATListValCATUnicodeString m_Values;
+    // Made when a long list is first searched; the texts are those of the values.
+    mutable std::unique_ptr<std::unordered_set<std::string_view>> m_pIndex;
 };
 
 using CATListPtrQTBSimpleListAttr = CATListPtr<QTBSimpleListAttr>;

@@ -13,6 +13,7 @@
 #include "QTBIPdmNode.h"
 #include "QTBIRepNode.h"
 #include "QTBInfoUtil.h"
+#include "QTBProductCount.h"
 #include "QTBRepTreeUtil.h"
 #include "QTBVisUtil.h"
 
@@ -52,11 +53,15 @@ HRESULT FollowSteps(const CATBaseUnknown_var& spRoot, const CATListValCATUnicode
     if (!spRoot || pTargetNodes == nullptr || stepCount > InstanceNames.Size() || stepCount > FileNames.Size()) {
         return E_FAIL;
     }
+    QTBProductCount count;
     CATListValCATBaseUnknown_var nodes;
     nodes.Append(spRoot);
     for (int i = 1; i <= stepCount; ++i) {
         CATListValCATBaseUnknown_var children;
         for (const CATBaseUnknown_var& spNode : nodes) {
+            if (const HRESULT hr = count.Add(); FAILED(hr)) {
+                return hr;
+            }
             step(spNode, InstanceNames[i], FileNames[i], &children);
         }
         nodes = children;

@@ -46,7 +46,7 @@ public:
 
     // All products below: below each one the descendants of its children, then the children. With
     // bCheckUniqueInstanceNames brothers of the same instance name are an error, of which the information list dialog
-    // tells too.
+    // tells too. Like every walk below a product it fails with MaxProductsReachedERR_2010 at the limit on products.
     virtual HRESULT GetAllChildren(CATListValCATBaseUnknown_var* pAllChildNodes,
                                    const unsigned char& bConsiderSpecialBehavior,
                                    const unsigned char& bStopAtCmiArchiveRoot, const QTBBomType& WantedBomType,
@@ -66,11 +66,13 @@ public:
                                               const QTBBomType& WantedBomType,
                                               CATListValCATUnicodeString* pReferenceFileNames) = 0;
 
-    // Whether the product is part of the BOM part structure or an auxiliary file.
+    // Whether the product is part of the BOM part structure or an auxiliary file. Infers the PDM class as
+    // GetPdmNodeType does.
     virtual HRESULT GetPdmBomInfo(QTBBomType* pBomType) = 0;
 
     // Whether the product's file is the root of an archive, and the archive's file name, which may be null. The flag
-    // keeps its value for a product without reference file, so the caller initialises it.
+    // keeps its value for a product without reference file, so the caller initialises it. The root of an archive is
+    // recorded under the PDM class of archives.
     virtual HRESULT IsCmiArchiveRoot(unsigned char* pbIsCmiArchiveRoot, CATUnicodeString* pusArchiveFileName) = 0;
 
     // Keeps the instance keys of the children in the load manager, for each product of the tree, once per part number.
@@ -86,15 +88,16 @@ public:
     virtual HRESULT GetPdmFileObjInfo(CATUnicodeString* pusPdmFileObjInfo) = 0;
 
     // The type of the product (usCATPRODUCT, usCATPART, ...) and the name of its reference file, for the root of an
-    // archive that of the archive. The name may be null.
+    // archive that of the archive. The name may be null. Asks IsCmiArchiveRoot, and records what that records.
     virtual HRESULT GetPsnNodeType(CATUnicodeString* pusPsnNodeType, CATUnicodeString* pusFileName) = 0;
 
     // Records the PDM class under which the product is or will be stored; the type of a CAD document stands for the PDM
     // class of its files.
     virtual HRESULT SetPdmNodeType(const CATUnicodeString& usPdmNodeType) = 0;
 
-    // That PDM class; when none is recorded it is taken from the PDM graph or inferred. The display text and the flag
-    // that tells an inferred type may be null. Quiet failure for a product that has none.
+    // That PDM class; when none is recorded it is taken from the PDM graph or inferred, and recorded as if it had been
+    // set: what the graph or the schema say later changes it no more. The display text and the flag that tells an
+    // inferred type may be null. Quiet failure for a product that has none.
     virtual HRESULT GetPdmNodeType(CATUnicodeString* pusPdmNodeType, CATUnicodeString* pusPdmNodeTypeNls,
                                    unsigned char* pbPdmNodeTypeIsDerived) = 0;
 

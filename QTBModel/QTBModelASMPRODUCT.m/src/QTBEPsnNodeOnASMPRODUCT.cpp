@@ -13,10 +13,10 @@
 #include "QTBIPdmNode.h"
 #include "QTBIPdmObjNode.h"
 #include "QTBIPdmRelNode.h"
-#include "QTBLimits.h"
 #include "QTBLoadManager.h"
 #include "QTBMessageUtil.h"
 #include "QTBPdmSessionUtil.h"
+#include "QTBProductCount.h"
 #include "QTBSchemaUtil.h"
 #include "QTBTraceUtil.h"
 
@@ -74,16 +74,10 @@ HRESULT WalkBelow(const QTBIPsnNode_var& spIPsnNode, const char* nestedCall, Ope
     };
     std::vector<Level> levels;
     CATBaseUnknown_var spNode = spIPsnNode;
-    // Products that several places share make more of these than any memory holds.
-    const int maxProducts = QTBLimits::GetMaxProducts();
-    int products = 0;
+    QTBProductCount products;
     for (;;) {
         const int depth = static_cast<int>(levels.size());
-        if (++products > maxProducts) {
-            QTB_UNWIND_AS(
-                nestedCall, depth,
-                CATError::GetReturn(2, QTBMessageUtil::MaxProductsReachedError(maxProducts), NULL, __FILE__, __LINE__));
-        }
+        QTB_UNWIND_AS(nestedCall, depth, products.Add());
         const QTBIPsnNode_var spIPsnNodeOnChildNode(spNode);
         const auto checkNode = [&spIPsnNodeOnChildNode]() -> HRESULT {
             QTB_INTERFACE(spIPsnNodeOnChildNode);
@@ -175,6 +169,7 @@ HRESULT QTBEPsnNodeOnASMPRODUCT::AppendChildrenByBehavior(const CATIProduct_var&
         int position = 0;
     };
     std::vector<Level> levels{{GetChildrenOf(spIProductOnThis), 0}};
+    QTBProductCount products;
     // What a child of this node contributes is appended as a whole, so a failure further down leaves none of it.
     int sizeBeforeChild = 0;
     while (!levels.empty()) {
@@ -190,6 +185,9 @@ HRESULT QTBEPsnNodeOnASMPRODUCT::AppendChildrenByBehavior(const CATIProduct_var&
         Level childLevel;
         bool isSkipped = false;
         const auto treatChild = [&]() -> HRESULT {
+            if (const HRESULT hr = products.Add(); FAILED(hr)) {
+                return hr;
+            }
             const QTBIPsnNode_var spIPsnNodeOnChildNode(spChildNode);
             QTB_INTERFACE(spIPsnNodeOnChildNode);
             unsigned char bNeedsSpecialBehavior = FALSE;

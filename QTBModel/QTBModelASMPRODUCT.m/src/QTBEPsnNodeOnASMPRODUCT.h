@@ -11,9 +11,9 @@ using QTBIPdmNode_var = CATInterface_var<QTBIPdmNode>;
 // QTBIPsnNode on the CAD system's late type ASMPRODUCT: a product in the terms of the PDM system.
 //
 // The extension keeps no pointer to its product and reads everything anew from the product, the session and the load
-// manager; only the special behaviour is kept, as long as the part number stays the same. The operations stand in
-// several sources: navigation here, PDM node type and behaviour (Type), comparison of children (Instances), attributes
-// and documents (Document).
+// manager. It keeps the special behaviour, as long as the part number stays the same, the note that the attributes were
+// checked, and the messages of the PDM system. The operations stand in several sources: navigation here, PDM node type
+// and behaviour (Type), comparison of children (Instances), attributes and documents (Document).
 class QTBEPsnNodeOnASMPRODUCT : public CATBaseUnknown
 {
 public:

@@ -12,6 +12,7 @@
 #include "QTBInfoUtil.h"
 #include "QTBLoadManager.h"
 #include "QTBPartInstanceInfo.h"
+#include "QTBProductCount.h"
 #include "QTBPsnTreeUtil.h"
 
 namespace {
@@ -126,7 +127,11 @@ HRESULT QTBEPsnNodeOnASMPRODUCT::SaveCurrentChildInstanceInfoStrings()
         return hr;
     }
     keepWaiting(DirectChildNodes);
+    QTBProductCount products;
     while (!waiting.empty()) {
+        if (const HRESULT hr = products.Add(); FAILED(hr)) {
+            return hr;
+        }
         const CATBaseUnknown_var spDirectChildNode = std::move(waiting.back());
         waiting.pop_back();
         CATListValCATBaseUnknown_var NodesBelow;
@@ -266,8 +271,11 @@ QTBEPsnNodeOnASMPRODUCT::GetPathToRootPartInstanceInfo(CATListValQTBPartInstance
     QTB_ASSERT(pPathToRootPartInstanceInfoList != NULL);
     pPathToRootPartInstanceInfoList->RemoveAll();
     QTBIPsnNode_var spIPsnNodeOnCurrentNode;
-    // Without such a node the failure is a quiet one already.
     if (const HRESULT hr = GetPdmPartMainNode(&spIPsnNodeOnCurrentNode, NULL); FAILED(hr)) {
+        // Without such a node the failure is a quiet one already.
+        if (CATError::CATGetLastError(hr, NULL) != NULL) {
+            QTB_RESULT_AS("GetPdmPartMainNode", hr);
+        }
         return hr;
     }
     if (pspIProductOnPdmPartMainNode != NULL) {

@@ -128,6 +128,7 @@ HRESULT QTBEPsnNodeOnASMPRODUCT::FindPdmNodeType(const CATUnicodeString& usCmiAr
     const QTBILinkToQtb_var spILinkToQtbOnThis(this);
     QTB_INTERFACE(spILinkToQtbOnThis);
     unsigned char bPdmNodesExist = FALSE;
+    // Nobody reads the nodes, but only what is asked for is looked up.
     QTBIPdmObjNode_var spIPdmObjNodeOnPart;
     QTBIPdmObjNode_var spIPdmObjNodeOnFile;
     QTB_CALL(spILinkToQtbOnThis->CorrespondingPdmNodesExist, &bPdmNodesExist, NULL, &spIPdmObjNodeOnPart,

@@ -1,5 +1,6 @@
 #include "QTBELinkToPsnOnRepNode.h"
 
+#include <unordered_set>
 #include <utility>
 #include <vector>
 
@@ -23,6 +24,7 @@
 #include "QTBPartInstanceInfo.h"
 #include "QTBPdmGraphUtil.h"
 #include "QTBPdmSessionUtil.h"
+#include "QTBProductCount.h"
 #include "QTBPsnTreeUtil.h"
 #include "QTBRepTreeUtil.h"
 #include "QTBTraceUtil.h"
@@ -175,13 +177,15 @@ HRESULT QTBELinkToPsnOnRepNode::GetTargetPsnNodes(const CATIProduct_var& spIProd
     QTB_ASSERT(pCorrespondingPsnNodes != NULL);
     QTB_INTERFACE(spIProductOnCurrentPsnNode);
 
+    QTBProductCount products;
     // The products whose turn is still to come, the next one last, each with the step that leads on from it.
     std::vector<std::pair<CATIProduct_var, int>> waiting;
     waiting.emplace_back(spIProductOnCurrentPsnNode, InstanceInfoIndex);
     while (!waiting.empty()) {
         const auto [spIProduct, step] = std::move(waiting.back());
         waiting.pop_back();
-        HRESULT hr = S_OK;
+        HRESULT hr = products.Add();
+        QTB_UNWIND_AS("GetTargetPsnNodes", step - InstanceInfoIndex, hr);
         if (step <= pPathToRootPartInstanceInfoList->Size()) {
             CATListValCATBaseUnknown_var Children;
             hr = GetChildrenOfStep(spIProduct, *pPathToRootPartInstanceInfoList, step, &Children);
@@ -217,12 +221,14 @@ HRESULT QTBELinkToPsnOnRepNode::GetChildrenOfStep(const CATIProduct_var& spIProd
     QTB_INTERFACE(spIPsnNodeOnCurrentPsnNode);
     CATListValCATBaseUnknown_var DirectChildren;
     QTB_CALL(spIPsnNodeOnCurrentPsnNode->GetDirectChildren, &DirectChildren, TRUE, TRUE, QTB_BOM_TYPE_ALL, FALSE);
+    // One relation may place thousands of instances.
+    const std::unordered_set<CATUnicodeString> WantedNames(InstanceNames.begin(), InstanceNames.end());
     for (const CATBaseUnknown_var& spDirectChild : DirectChildren) {
         const CATIProduct_var spIProductOnDirectChild(spDirectChild);
         QTB_INTERFACE(spIProductOnDirectChild);
         CATUnicodeString usInstanceName;
         QTB_CALL(spIProductOnDirectChild->GetPrdInstanceName, &usInstanceName);
-        if (InstanceNames.Locate(usInstanceName) > 0) {
+        if (WantedNames.count(usInstanceName) > 0) {
             pChildren->Append(spDirectChild);
         }
     }

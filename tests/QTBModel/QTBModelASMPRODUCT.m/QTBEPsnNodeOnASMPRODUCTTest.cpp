@@ -368,7 +368,7 @@ TEST_F(PsnNode, InvalidChildrenAreLeftOutWithAWarningFromTheLastToTheFirst)
     EXPECT_THAT(InfoList(), IsEmpty());
     const DebugCapture capture;
     EXPECT_THAT(NamesOf(Direct(Root("P"), TRUE, TRUE, QTB_BOM_TYPE_ALL, TRUE)), ElementsAre("X"));
-    EXPECT_THAT(InfoList(), ElementsAre("N is left out because of its type: .", //
+    EXPECT_THAT(InfoList(), ElementsAre("N is left out: its type cannot be told.",
                                         "L is left out because of its type: Broken link.",
                                         "E (PE) is left out because of its type: Embedded component."));
     EXPECT_THAT(

@@ -11,6 +11,7 @@
 #include "QTBMatchers.h"
 #include "QTBProductSession.h"
 #include "QTBReplacedExtension.h"
+#include "QTBTestEnvironment.h"
 #include "QTBTestWindow.h"
 #include "TIECATIPrdLink.h"
 
@@ -114,6 +115,17 @@ TEST_F(ProductsOfRepNode, UnderARelationOfTwoInstancesAreBothInTheOrderOfTheCadS
     m_pWindow->Show(FindNode("A"), {"PartPart"});
     EXPECT_THAT(ProductsOf("B"), ElementsAre("N1/B.2", "N1/B.1"));
     EXPECT_THAT(ProductsOf("AB"), ElementsAre("N1/B.2", "N1/B.1")) << "a relation has those of its part";
+}
+
+TEST_F(ProductsOfRepNode, AreNoneBeyondTheLimitOnProducts)
+{
+    m_pWindow->Show(FindNode("A"), {"PartPart"});
+    {
+        const QTBTestEnvironment limit("QTB_MAX_PRODUCTS", "5");
+        EXPECT_THAT(ProductsOf("C"), ElementsAre("N1/B.2/C.1", "N1/B.1/C.1")) << "the root, two of B, two of C";
+    }
+    const QTBTestEnvironment limit("QTB_MAX_PRODUCTS", "4");
+    EXPECT_THAT(ProductsOf("C"), IsEmpty());
 }
 
 TEST_F(ProductsOfRepNode, AreNoneWhenAPartOnTheWayHasAnotherNumber)

@@ -46,6 +46,8 @@ TEST_F(MessageUtil, MakesWarnings)
            "Part 'Rod' is used below itself. The expansion stops there.");
     Expect(QTBMessageUtil::IgnoredInvalidNodeWarning("Product 'Rod'", "Broken link"), "QTBWarning",
            "Product 'Rod' is left out because of its type: Broken link.");
+    Expect(QTBMessageUtil::IgnoredInvalidNodeWarning("Product 'Rod'", ""), "QTBWarning",
+           "Product 'Rod' is left out: its type cannot be told.");
     Expect(QTBMessageUtil::MaxExpansionLevelReached(7), "QTBWarning",
            "The maximum expansion level 7 was reached. Deeper levels are not shown.");
     Expect(QTBMessageUtil::MaxRepNodesReached(7), "QTBWarning",

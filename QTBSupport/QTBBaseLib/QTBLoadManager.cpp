@@ -137,6 +137,8 @@ void QTBLoadManager::Reset()
     *m_pProducts = QTBProductRecords();
     m_CatiaAttributes.RemoveAll();
     m_ChildInstances.clear();
+    m_SupersedingRelations.clear();
+    m_LongestSupersededKey = 0;
 }
 
 HRESULT QTBLoadManager::GetPdmPartForPartNumber(const CATUnicodeString& usPartNumber, QTBIPdmNode_var* pspIPdmNode)
@@ -231,6 +233,28 @@ HRESULT QTBLoadManager::GetPdmRelationForInstance(const CATUnicodeString& usInst
     if (usInstanceKey.IsEmpty() || pspIPdmRelNode == nullptr) {
         return E_FAIL;
     }
+    HRESULT hr = FindRelationByInstanceKey(usInstanceKey, pspIPdmRelNode);
+    // Keys of relations may hold slashes themselves.
+    const std::string_view key = usInstanceKey.View();
+    for (std::size_t end = key.find('/'); FAILED(hr) && end <= m_LongestSupersededKey; end = key.find('/', end + 1)) {
+        CATUnicodeString usRelationKey = CATUnicodeString::FromValidUtf8(key.substr(0, end));
+        bool isSuperseded = false;
+        for (auto it = m_SupersedingRelations.find(usRelationKey); it != m_SupersedingRelations.end();
+             it = m_SupersedingRelations.find(usRelationKey)) {
+            usRelationKey = it->second;
+            isSuperseded = true;
+        }
+        if (isSuperseded) {
+            hr = FindRelationByInstanceKey(
+                MakeInstanceKey(usRelationKey, CATUnicodeString::FromValidUtf8(key.substr(end + 1))), pspIPdmRelNode);
+        }
+    }
+    return hr;
+}
+
+HRESULT QTBLoadManager::FindRelationByInstanceKey(const CATUnicodeString& usInstanceKey,
+                                                  QTBIPdmRelNode_var* pspIPdmRelNode)
+{
     BestNode best;
     for (const CATBaseUnknown_var& spNode : m_pIndex->FindRelationsByInstanceKey(usInstanceKey)) {
         const QTBIPdmRelNode_var spIPdmRelNode(spNode);
@@ -423,12 +447,23 @@ HRESULT QTBLoadManager::ReplacePdmItem(const QTBIPdmNode_var& spIPdmNodeOnNewNod
             }
         }
         m_pIndex->NodeWasRead(usNewKey);
+        if (QTBIPdmRelNode_var(spIPdmNodeOnNewNode) != NULL_var) {
+            NoteSupersededRelation(usOldKey, usNewKey);
+        }
     }
     CATUnicodeString usClassName;
     if (spProduct != NULL_var && SUCCEEDED(spIPdmNodeOnNewNode->GetClassName(&usClassName))) {
         return SetPdmNodeType(spProduct, usClassName, TRUE);
     }
     return S_OK;
+}
+
+void QTBLoadManager::NoteSupersededRelation(const CATUnicodeString& usOldKey, const CATUnicodeString& usNewKey)
+{
+    // One that comes back leads nowhere else: there are no circles.
+    m_SupersedingRelations.erase(usNewKey);
+    m_SupersedingRelations.insert_or_assign(usOldKey, usNewKey);
+    m_LongestSupersededKey = std::max(m_LongestSupersededKey, usOldKey.View().size());
 }
 
 void QTBLoadManager::MoveCatiaAttributes(const CATUnicodeString& usFromKey, const CATUnicodeString& usToKey)

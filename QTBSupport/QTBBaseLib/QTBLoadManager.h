@@ -1,5 +1,6 @@
 #pragma once
 
+#include <cstddef>
 #include <memory>
 #include <unordered_map>
 
@@ -52,7 +53,8 @@ public:
                                       const CATUnicodeString& usInstanceName, QTBIPdmRelNode_var* pspIPdmRelNode);
 
     // The relation, of any class, of an instance key: the two attribute strings of the instance, which are the
-    // relation's PDM key and the instance name, joined with "/" (MakeInstanceKey).
+    // relation's PDM key and the instance name, joined with "/" (MakeInstanceKey). The key of a relation that was
+    // superseded leads to the one in its place.
     HRESULT GetPdmRelationForInstance(const CATUnicodeString& usInstanceKey, QTBIPdmRelNode_var* pspIPdmRelNode);
     static CATUnicodeString MakeInstanceKey(const CATUnicodeString& usRelationKey,
                                             const CATUnicodeString& usInstanceName);
@@ -98,8 +100,8 @@ public:
     HRESULT ReplacePdmItem(const QTBIPdmNode_var& spIPdmNodeOnNewNode, const CATUnicodeString& usOldKey,
                            const CATBaseUnknown_var& spProduct);
 
-    // Forgets what is held for a node that leaves the graph: its CATIA attributes and its places in the indexes. Child
-    // instance keys saved at load stay, they are kept for the session.
+    // Forgets the CATIA attributes of a node that leaves the graph. Its places in the indexes go when they are next
+    // looked at; child instance keys saved at load are kept for the session.
     HRESULT RemovePdmNodeData(const QTBIPdmNode_var& spIPdmNode);
 
     // A node was read from an answer; it is indexed on the next look-up. Called for every node that is stamped with an
@@ -111,6 +113,8 @@ public:
 
 private:
     QTBHashTableNvSetAttribute* FindNvSet(const CATUnicodeString& usNodeKey) const;
+    HRESULT FindRelationByInstanceKey(const CATUnicodeString& usInstanceKey, QTBIPdmRelNode_var* pspIPdmRelNode);
+    void NoteSupersededRelation(const CATUnicodeString& usOldKey, const CATUnicodeString& usNewKey);
     void MoveCatiaAttributes(const CATUnicodeString& usFromKey, const CATUnicodeString& usToKey);
     void MoveChildInstances(const QTBIPdmNode_var& spFromNode, const QTBIPdmNode_var& spToNode);
 
@@ -119,6 +123,10 @@ private:
     // Entries are QTBHashTableNvSetAttribute, owned by the table.
     CATHashTabQTBHashTableAttribute m_CatiaAttributes;
     std::unordered_map<CATUnicodeString, CATListValCATUnicodeString> m_ChildInstances;
+    // Keys of superseded relations, and those of the relations that took their places: products keep the instance keys
+    // that they were created with.
+    std::unordered_map<CATUnicodeString, CATUnicodeString> m_SupersedingRelations;
+    std::size_t m_LongestSupersededKey = 0;
 };
 
 // The session's load manager.

@@ -248,11 +248,13 @@ HRESULT QTBENodeAttributesOnNode::CreateObjectAttribute(const CATIDOMElement_var
     QTBIPdmNodeCont_var spIPdmNodeCont;
     QTB_CALL(QTBGlobVarsUtil::GetGlobalPdmNodeContainer, &spIPdmNodeCont);
     const CATUnicodeString usEmbeddedKey = m_Key + "." + usName;
-    if (const HRESULT hr = RemoveFormerEmbeddedNode(spIPdmNodeCont, usEmbeddedKey); FAILED(hr)) {
+    CATBaseUnknown_var spNewPdmObjNode;
+    if (const HRESULT hr = FindFormerEmbeddedNode(spIPdmNodeCont, usEmbeddedKey, &spNewPdmObjNode); FAILED(hr)) {
         return hr;
     }
-    CATBaseUnknown_var spNewPdmObjNode;
-    QTB_CALL(spIPdmNodeCont->CreatePdmObjNode, usEmbeddedKey, &spNewPdmObjNode, TRUE);
+    if (spNewPdmObjNode == NULL_var) {
+        QTB_CALL(spIPdmNodeCont->CreatePdmObjNode, usEmbeddedKey, &spNewPdmObjNode, TRUE);
+    }
     const QTBINodeAttributes_var spINodeAttributesOnNewPdmObjNode(spNewPdmObjNode);
     QTB_INTERFACE(spINodeAttributesOnNewPdmObjNode);
 
@@ -270,16 +272,18 @@ HRESULT QTBENodeAttributesOnNode::CreateObjectAttribute(const CATIDOMElement_var
         std::make_unique<QTBObjectAttr>(&spIDOMElementOnChildObjectNode, &spNodeAttributes));
 }
 
-// An item that is read again brings its embedded objects again; without this the graph would keep those of all
-// readings, and find the oldest. Items of the PDM system, which have a PDM key, stay.
-HRESULT QTBENodeAttributesOnNode::RemoveFormerEmbeddedNode(const QTBIPdmNodeCont_var& spIPdmNodeCont,
-                                                           const CATUnicodeString& usEmbeddedKey)
+// An item that is read again brings its embedded objects again. Their nodes stay, with the relations and rep nodes that
+// they have, and get new attributes; new ones would leave those of all readings in the graph, which finds the oldest.
+// Items of the PDM system, which have a PDM key, are nobody's embedded objects.
+HRESULT QTBENodeAttributesOnNode::FindFormerEmbeddedNode(const QTBIPdmNodeCont_var& spIPdmNodeCont,
+                                                         const CATUnicodeString& usEmbeddedKey,
+                                                         CATBaseUnknown_var* pspBaseUnknownOnFormerNode)
 {
     QTBIPdmNode_var spIPdmNodeOnFormer;
     unsigned char bNodeFound = FALSE;
     QTB_CALL(spIPdmNodeCont->GetPdmNodeByKey, usEmbeddedKey, &spIPdmNodeOnFormer, &bNodeFound);
     if (bNodeFound != FALSE && spIPdmNodeOnFormer->GetPdmKey().IsEmpty()) {
-        QTB_CALL(spIPdmNodeCont->RemoveNodeFromPdmGraph, &spIPdmNodeOnFormer, FALSE, FALSE, FALSE, NULL);
+        *pspBaseUnknownOnFormerNode = spIPdmNodeOnFormer;
     }
     return QTB_SUCCESS;
 }
@@ -610,6 +614,14 @@ HRESULT QTBENodeAttributesOnNode::FailAsNotDefined(const CATUnicodeString& usNod
                                __LINE__);
 }
 
+HRESULT QTBENodeAttributesOnNode::NameNewAttribute(const CATIDOMElement_var& spIDOMElementOnNewAttributeXmlNode,
+                                                   const CATUnicodeString& usName)
+{
+    QTB_CALL(spIDOMElementOnNewAttributeXmlNode->SetAttribute, "name", usName);
+    QTB_CALL(SetAttributeAsXmlNode, spIDOMElementOnNewAttributeXmlNode);
+    return QTB_SUCCESS;
+}
+
 HRESULT QTBENodeAttributesOnNode::AddStringAttributeValue(const CATUnicodeString& usName,
                                                           const CATUnicodeString& usValue)
 {
@@ -622,8 +634,11 @@ HRESULT QTBENodeAttributesOnNode::AddStringAttributeValue(const CATUnicodeString
     CATIDOMElement_var spIDOMElementOnNewAttributeXmlNode;
     QTB_CALL(QTBXmlUtil::CreateChildNode, "a", usValue, &spIDOMElementOnXmlElement,
              &spIDOMElementOnNewAttributeXmlNode);
-    QTB_CALL(spIDOMElementOnNewAttributeXmlNode->SetAttribute, "name", usName);
-    QTB_CALL(SetAttributeAsXmlNode, spIDOMElementOnNewAttributeXmlNode);
+    if (const HRESULT hr = NameNewAttribute(spIDOMElementOnNewAttributeXmlNode, usName); FAILED(hr)) {
+        // Left in the record, what is no attribute would keep it from being read again.
+        CATIDOMNode_var(spIDOMElementOnXmlElement)->RemoveChild(spIDOMElementOnNewAttributeXmlNode);
+        return hr;
+    }
 
     // Reads the display form, so a value that has another display name does not pass; meant.
     CATUnicodeString usValueForCheck;

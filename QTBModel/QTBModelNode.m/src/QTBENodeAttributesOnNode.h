@@ -98,8 +98,11 @@ private:
     template <class Type>
     HRESULT FileNewAttribute(std::unique_ptr<typename Type::Attribute> pNewAttribute);
     HRESULT CreateObjectAttribute(const CATIDOMElement_var& spIDOMElement, const CATUnicodeString& usName);
-    static HRESULT RemoveFormerEmbeddedNode(const QTBIPdmNodeCont_var& spIPdmNodeCont,
-                                            const CATUnicodeString& usEmbeddedKey);
+    static HRESULT FindFormerEmbeddedNode(const QTBIPdmNodeCont_var& spIPdmNodeCont,
+                                          const CATUnicodeString& usEmbeddedKey,
+                                          CATBaseUnknown_var* pspBaseUnknownOnFormerNode);
+    HRESULT NameNewAttribute(const CATIDOMElement_var& spIDOMElementOnNewAttributeXmlNode,
+                             const CATUnicodeString& usName);
 
     // Position of an attribute in m_AttributeNames, 0 when there is none.
     int LocateName(const CATUnicodeString& usName);

@@ -66,9 +66,10 @@ public:
     HRESULT SetQtbInfoAttr(const CATUnicodeString& usAttrName, const CATUnicodeString& usAttrValue);
 
     // Reads an info attribute as a flag, a list or a text. An empty value is defined only with bEmptyValueCounts. With
-    // pbAttrIsDefined (may be null) an undefined attribute is a success that says so; otherwise the text form fails
-    // quietly, after writing an error line to the debug output when bPrintErrorIfUndefined is set, and the other two
-    // report that failure. A flag other than true and false, in any of the three spellings of each, fails quietly.
+    // pbAttrIsDefined (may be null) an undefined attribute is a success of the text and the list form that says so;
+    // otherwise the text form fails quietly, after writing an error line to the debug output when
+    // bPrintErrorIfUndefined is set, and the other two report that failure. An undefined flag fails quietly, and so
+    // does one other than true and false, in any of the three spellings of each.
     HRESULT GetQtbInfoAttr(const CATUnicodeString& usAttrName, unsigned char* pbAttrValue,
                            const unsigned char& bPrintErrorIfUndefined, unsigned char* pbAttrIsDefined,
                            const unsigned char& bEmptyValueCounts);

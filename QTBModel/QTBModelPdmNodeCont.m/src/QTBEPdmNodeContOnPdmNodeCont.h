@@ -1,5 +1,7 @@
 #pragma once
 
+#include <unordered_map>
+
 #include "CATListValCATBaseUnknown_var.h"
 #include "CATListValCATUnicodeString.h"
 #include "CATUnicodeString.h"
@@ -28,11 +30,11 @@ public:
     QTBEPdmNodeContOnPdmNodeCont();
     ~QTBEPdmNodeContOnPdmNodeCont() override;
 
-    // Reads a PDM answer. Every call starts a new action and removes the default root, also one without document or
-    // text. The lists (each may be null) receive the nodes read, in document order: an object that the answer holds
-    // twice stands there twice, first with the node that the second reading replaced; relations that could not be
-    // linked are left out. A failure ends the update where it occurs; what was read before it stays, and the lists are
-    // not filled.
+    // Reads a PDM answer. Every call but one with a text that cannot be read starts a new action and removes the
+    // default root, also one without document or text. The lists (each may be null) receive the nodes read, in document
+    // order: an object that the answer holds twice stands there twice, first with the node that the second reading
+    // replaced; relations that could not be linked are left out. A failure ends the update where it occurs; what was
+    // read before it stays, and the lists are not filled.
     HRESULT UpdatePdmGraph(const CATIDOMDocument_var& spIDOMDocument, CATListValCATBaseUnknown_var* pReadObjectNodes,
                            CATListValCATBaseUnknown_var* pReadRelationNodes);
     HRESULT UpdatePdmGraph(const CATUnicodeString& usXml, CATListValCATBaseUnknown_var* pReadObjectNodes,
@@ -52,7 +54,7 @@ public:
 
     // Removes a node with its adjacent relations and the rep trees that show it. With bRemoveFromPdmSystem the PDM
     // system deletes it first, and nothing happens here when it refuses; the node then always leaves the store.
-    // Otherwise bKeepNodeInContainer keeps the bare node. pusDeleteOption may be null.
+    // Otherwise bKeepNodeInContainer keeps the bare node, and those of the relations. pusDeleteOption may be null.
     HRESULT RemoveNodeFromPdmGraph(QTBIPdmNode_var* pspIPdmNode, const unsigned char& bRemoveFromPdmSystem,
                                    const unsigned char& bKeepNodeInContainer, const unsigned char& bInformUser,
                                    const CATUnicodeString* pusDeleteOption);
@@ -100,7 +102,7 @@ public:
     // Cleans up all registered containers and removes all nodes. The graph can be used again afterwards.
     HRESULT Cleanup();
 
-    // The placeholder root. Whether there is one already is not looked at.
+    // The placeholder root. Whether there is one already is not looked at; removing takes all of them.
     HRESULT CreateDefaultRootNode();
     HRESULT RemoveDefaultRootNode();
 
@@ -157,7 +159,10 @@ private:
     HRESULT StampNodes(const CATListValCATBaseUnknown_var& ListOfNodes, int iActionIndex);
     HRESULT RemoveNodeToBeDeleted(int i, const CATUnicodeString& usKey);
 
-    HRESULT SupersedeIfNecessary(int i, const CATBaseUnknown_var& spBaseUnknownOnNode);
+    // Nodes that were superseded, and the node that took the place of each.
+    using Successors = std::unordered_map<const CATBaseUnknown*, CATBaseUnknown_var>;
+
+    HRESULT SupersedeIfNecessary(int i, const CATBaseUnknown_var& spBaseUnknownOnNode, Successors* pSuccessors);
     HRESULT IsInGraph(const CATBaseUnknown_var& spBaseUnknownOnNode, bool* pIsInGraph);
 
     void RemoveOlderRelationsOf(const QTBIPdmObjNode_var& spIPdmObjNode, const unsigned char& bKeepNodeInContainer,

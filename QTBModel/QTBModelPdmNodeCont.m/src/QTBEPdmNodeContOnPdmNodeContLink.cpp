@@ -67,15 +67,17 @@ private:
 HRESULT QTBEPdmNodeContOnPdmNodeCont::ReplaceNodesIfNecessary(CATListValCATBaseUnknown_var ListOfNodes)
 {
     QTB_SCOPE("QTBEPdmNodeContOnPdmNodeCont::ReplaceNodesIfNecessary");
+    Successors successors;
     for (int i = 1; i <= ListOfNodes.Size(); ++i) {
-        if (const HRESULT hr = SupersedeIfNecessary(i, ListOfNodes[i]); FAILED(hr)) {
+        if (const HRESULT hr = SupersedeIfNecessary(i, ListOfNodes[i], &successors); FAILED(hr)) {
             return hr;
         }
     }
     return QTB_SUCCESS;
 }
 
-HRESULT QTBEPdmNodeContOnPdmNodeCont::SupersedeIfNecessary(int i, const CATBaseUnknown_var& spBaseUnknownOnNode)
+HRESULT QTBEPdmNodeContOnPdmNodeCont::SupersedeIfNecessary(int i, const CATBaseUnknown_var& spBaseUnknownOnNode,
+                                                           Successors* pSuccessors)
 {
     const QTBIPdmNode_var spIPdmNode(spBaseUnknownOnNode);
     QTB_INTERFACE(spIPdmNode);
@@ -102,31 +104,40 @@ HRESULT QTBEPdmNodeContOnPdmNodeCont::SupersedeIfNecessary(int i, const CATBaseU
                   << " not found, continuing !");
         return QTB_SUCCESS;
     }
-    // A node that the same answer replaced again has handed everything on already, and no node can take its own place.
+    // A version that the same answer superseded in turn hands what it takes on to the one in its place, whichever the
+    // answer names first; what it held was handed on with it.
+    CATBaseUnknown_var spBaseUnknownOnNewNode(spBaseUnknownOnNode);
+    for (auto it = pSuccessors->find(spBaseUnknownOnNewNode.Get()); it != pSuccessors->end();
+         it = pSuccessors->find(spBaseUnknownOnNewNode.Get())) {
+        spBaseUnknownOnNewNode = it->second;
+    }
     bool isInGraph = false;
-    if (const HRESULT hr = IsInGraph(spBaseUnknownOnNode, &isInGraph); FAILED(hr)) {
+    if (const HRESULT hr = IsInGraph(spBaseUnknownOnNewNode, &isInGraph); FAILED(hr)) {
         return hr;
     }
-    if (!isInGraph || spIPdmNodeOnOldNode == spIPdmNode) {
+    // An item that was read twice counts once, and no node can take its own place.
+    CATBaseUnknown_var spBaseUnknownOnOldNode(spIPdmNodeOnOldNode);
+    if (!isInGraph || spBaseUnknownOnOldNode == spBaseUnknownOnNewNode) {
         return QTB_SUCCESS;
     }
 
-    CATBaseUnknown_var spBaseUnknownOnOldNode(spIPdmNodeOnOldNode);
-    CATBaseUnknown_var spBaseUnknownOnNewNode(spBaseUnknownOnNode);
+    const QTBIPdmNode_var spIPdmNodeOnNewNode(spBaseUnknownOnNewNode);
     if (QTBDebugUtil::GetDebugStatus()) {
-        if (QTBIPdmRelNode_var(spBaseUnknownOnOldNode) != NULL_var && QTBIPdmRelNode_var(spIPdmNode) != NULL_var) {
+        if (QTBIPdmRelNode_var(spBaseUnknownOnOldNode) != NULL_var &&
+            QTBIPdmRelNode_var(spBaseUnknownOnNewNode) != NULL_var) {
             QTB_TRACE("QTBEPdmNodeContOnPdmNodeCont::ReplaceNodesIfNecessary -> replacing relation ");
             QTBTraceUtil::PrintPdmNodeInfo(spIPdmNodeOnOldNode, "");
             QTB_TRACE("with");
-            QTBTraceUtil::PrintPdmNodeInfo(spIPdmNode, "");
+            QTBTraceUtil::PrintPdmNodeInfo(spIPdmNodeOnNewNode, "");
         } else {
             QTB_TRACE("QTBEPdmNodeContOnPdmNodeCont::ReplaceNodesIfNecessary -> replacing object "
                       << QTBTraceUtil::GetNodeString(spBaseUnknownOnOldNode, FALSE) << " with "
-                      << QTBTraceUtil::GetNodeString(spBaseUnknownOnNode, FALSE));
+                      << QTBTraceUtil::GetNodeString(spBaseUnknownOnNewNode, FALSE));
         }
     }
-    QTB_CALL(g_QTBLoadManager.ReplacePdmItem, spIPdmNode, usSupersededKey, NULL_var);
+    QTB_CALL(g_QTBLoadManager.ReplacePdmItem, spIPdmNodeOnNewNode, usSupersededKey, NULL_var);
     QTB_CALL(RemoveNodeFromContainer, &spBaseUnknownOnOldNode, &spBaseUnknownOnNewNode);
+    pSuccessors->emplace(spBaseUnknownOnOldNode.Get(), spBaseUnknownOnNewNode);
     return QTB_SUCCESS;
 }
 
@@ -176,7 +187,7 @@ HRESULT QTBEPdmNodeContOnPdmNodeCont::UpdateNodeRelations(QTBIPdmRelNode_var* ps
 {
     QTB_SCOPE("QTBEPdmNodeContOnPdmNodeCont::UpdateNodeRelations");
     QTB_ASSERT(pspIPdmRelNodeOnNode != NULL);
-    QTB_INTERFACE(*pspIPdmRelNodeOnNode);
+    QTB_ASSERT_AS("*pspIPdmRelNodeOnNode", *pspIPdmRelNodeOnNode != NULL_var);
     const QTBIPdmNode_var spIPdmNodeOnRelation(*pspIPdmRelNodeOnNode);
     QTB_INTERFACE(spIPdmNodeOnRelation);
     if (QTBDebugUtil::GetDebugStatus()) {
@@ -200,7 +211,7 @@ HRESULT QTBEPdmNodeContOnPdmNodeCont::RefreshPdmNode(QTBIPdmNode_var* pspIPdmNod
 {
     QTB_SCOPE("QTBEPdmNodeContOnPdmNodeCont::RefreshPdmNode");
     QTB_ASSERT(pspIPdmNodeOnOldNode != NULL);
-    QTB_INTERFACE(*pspIPdmNodeOnOldNode);
+    QTB_ASSERT_AS("*pspIPdmNodeOnOldNode", *pspIPdmNodeOnOldNode != NULL_var);
     QTB_ASSERT(pspIPdmNodeOnNewNode != NULL);
     const QTBINodeAttributes_var spINodeAttributesOnOldPdmNode(*pspIPdmNodeOnOldNode);
     QTB_INTERFACE(spINodeAttributesOnOldPdmNode);

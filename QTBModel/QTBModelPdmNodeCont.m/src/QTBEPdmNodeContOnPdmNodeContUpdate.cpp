@@ -347,7 +347,7 @@ HRESULT QTBEPdmNodeContOnPdmNodeCont::ReplacePdmNode(QTBIPdmNode_var* pspIPdmNod
 {
     QTB_SCOPE("QTBEPdmNodeContOnPdmNodeCont::ReplacePdmNode");
     QTB_ASSERT(pspIPdmNodeOnOldNode != NULL);
-    QTB_INTERFACE(*pspIPdmNodeOnOldNode);
+    QTB_ASSERT_AS("*pspIPdmNodeOnOldNode", *pspIPdmNodeOnOldNode != NULL_var);
     QTB_ASSERT(pspIPdmNodeOnNewNode != NULL);
     const QTBINodeAttributes_var spINodeAttributesOnOldPdmNode(*pspIPdmNodeOnOldNode);
     QTB_INTERFACE(spINodeAttributesOnOldPdmNode);

@@ -21,7 +21,7 @@ public:
 
     // The relation nodes on one side under that name and, when pPdmObjs is given, the objects at their other ends, at
     // equal positions. bIncludeRelationSubclasses takes every relation whose class is or derives from that name. With
-    // pPdmObjs, only objects of the given classes are taken (all for a null or empty list). bNewestVersionsOnly
+    // pPdmObjs, only objects of the given classes are taken (all for a null or empty list), and bNewestVersionsOnly
     // reduces both lists to the newest versions, as far as they can be told. Both lists are emptied first. Fails when
     // a relation has not exactly one object at its other end.
     HRESULT GetRightNodes(const CATUnicodeString& usRelationName, CATListValCATBaseUnknown_var* pPdmRels,

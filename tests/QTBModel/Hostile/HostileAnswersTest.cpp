@@ -53,6 +53,20 @@ TEST_F(HostileAnswers, AnEmbeddedObjectThatIsReadAgainTakesThePlaceOfTheFormerOn
     EXPECT_EQ(AttributeOf(FindNode("P.Owner"), "Name"), "Kim");
 }
 
+TEST_F(HostileAnswers, AnEmbeddedObjectThatIsReadAgainKeepsWhatIsAttachedToIt)
+{
+    Update(WithOwner("P") + Part("Q") + PartPart("R", "Q", "P.Owner"));
+    EXPECT_THAT(ShowTrees("Q", Relations({PARTS})), Succeeds());
+    ASSERT_EQ(TreeOf(Find("Q")), "Q(R(P.Owner))");
+    ASSERT_THAT(QTBINodeAttributes_var(FindNode("P.Owner"))->SetCatiaAttribute("Mass", "7"), Succeeds());
+    Update(WithOwner("P"));
+    EXPECT_THAT(RightKeys("R", "PartPart"), ElementsAre("P.Owner"));
+    EXPECT_EQ(TreeOf(Find("Q")), "Q(R(P.Owner))");
+    CATUnicodeString usValue;
+    EXPECT_THAT(QTBINodeAttributes_var(FindNode("P.Owner"))->GetCatiaAttribute("Mass", &usValue), Succeeds());
+    EXPECT_EQ(usValue, "7");
+}
+
 TEST_F(HostileAnswers, AnItemWithTheKeyOfAnEmbeddedObjectStaysInTheGraph)
 {
     Update(Part("P.Owner") + Part("Q") + PartPart("R", "Q", "P.Owner"));
@@ -155,8 +169,7 @@ TEST_F(HostileAnswers, ARingOfSupersedingVersionsIsFollowedOnce)
         items += Part(key, Superseding(key, "V" + std::to_string((i + 1) % LENGTH)));
     }
     Update(items);
-    EXPECT_LT(AllKeys().size(), static_cast<std::size_t>(LENGTH));
-    EXPECT_FALSE(AllKeys().empty());
+    EXPECT_THAT(AllKeys(), ElementsAre("V0")) << "what would close the ring is left out";
 }
 
 TEST_F(HostileAnswers, WhatAnAnswerBringsAndDeletesIsGone)

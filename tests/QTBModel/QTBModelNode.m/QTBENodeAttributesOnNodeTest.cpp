@@ -934,6 +934,10 @@ TEST_F(NodeAttributesTest, AddingAValueWithoutNameFailsWhereItIsRead)
     DebugCapture capture;
     EXPECT_THAT(spNode->AddStringAttributeValue("", "1"), FailsAssertion("pNewStringAttr->IsValid()"));
     EXPECT_THAT(capture.Lines(), Contains(StartsWith("SetAttributeAsXmlNode : HRESULT FAILED")));
+    // Nothing is left behind that would keep the record from being read again.
+    CATBaseUnknown_var spElement;
+    EXPECT_THAT(spNode->GetXmlElement(&spElement), Succeeds());
+    EXPECT_THAT(spNode->SetXmlElement(spElement), Succeeds());
 }
 
 TEST_F(NodeAttributesTest, AnAddedValueThatIsShownByAnotherNameFailsTheCheckAfterItWasAdded)

@@ -41,6 +41,7 @@ public:
 
     void Update(const Answer& answer)
     {
+        m_Successors.clear();
         for (const ReadObject& object : answer.objects) {
             m_Objects.insert(object.key);
         }
@@ -87,14 +88,20 @@ private:
 
     void Supersede(const ReadObject& object)
     {
-        if (object.superseded.empty() || object.superseded == object.key || m_Objects.count(object.key) == 0 ||
+        // One that was superseded in turn hands on to the one in its place.
+        std::string key = object.key;
+        while (m_Objects.count(key) == 0 && m_Successors.count(key) > 0) {
+            key = m_Successors[key];
+        }
+        if (object.superseded.empty() || object.superseded == key || m_Objects.count(key) == 0 ||
             m_Objects.erase(object.superseded) == 0) {
             return;
         }
+        m_Successors[object.superseded] = key;
         for (auto& relation : m_Relations) {
             for (std::string* pEnd : {&relation.second.first, &relation.second.second}) {
                 if (*pEnd == object.superseded) {
-                    *pEnd = object.key;
+                    *pEnd = key;
                 }
             }
         }
@@ -109,6 +116,8 @@ private:
     }
 
     std::set<std::string> m_Objects;
+    // Of the last answer: superseded objects, and what took their places.
+    std::map<std::string, std::string> m_Successors;
     std::map<std::string, std::pair<std::string, std::string>> m_Relations;
 };
 

@@ -94,6 +94,24 @@ TEST_F(PdmGraphLink, ARelationCanSupersedeARelation)
     EXPECT_THAT(capture.Lines(), Contains("with"));
 }
 
+TEST_F(PdmGraphLink, VersionsNamedNewestFirstHandEverythingOnToTheNewest)
+{
+    Update(Part("L") + Part("A1") + Part("R") + PartPart("LA", "L", "A1") + PartPart("AR", "A1", "R"));
+    Update(Superseding("A4", "A3") + Superseding("A3", "A2") + Superseding("A2", "A1"));
+    EXPECT_THAT(AllKeys(), ElementsAre("A4", "AR", "L", "LA", "R"));
+    EXPECT_THAT(RightKeys("LA", "PartPart"), ElementsAre("A4"));
+    EXPECT_THAT(LeftKeys("AR", "PartPart"), ElementsAre("A4"));
+}
+
+TEST_F(PdmGraphLink, RelationsNamedNewestFirstLeaveTheNewest)
+{
+    Update(Part("A") + Part("B") + PartPart("R1", "A", "B"));
+    Update(PartPart("R3", "A", "B", Info({{"QtbKey", "R3"}, {"QtbSupersedes", "R2"}})) +
+           PartPart("R2", "A", "B", Info({{"QtbKey", "R2"}, {"QtbSupersedes", "R1"}})));
+    EXPECT_THAT(AllKeys(), ElementsAre("A", "B", "R3"));
+    EXPECT_THAT(RightKeys("A", "PartPart"), ElementsAre("R3"));
+}
+
 TEST_F(PdmGraphLink, ARelationSupersededInTheAnswerThatHoldsItIsNotLinkedAgain)
 {
     Update(Part("A") + Part("B") + PartPart("R1", "A", "B") +
@@ -170,7 +188,7 @@ TEST_F(PdmGraphLink, LinkingChecksItsArguments)
                 FailsAssertion("pListOfNodes"));
     EXPECT_THAT(Extension()->UpdateNodeRelations(static_cast<QTBIPdmRelNode_var*>(nullptr)),
                 FailsAssertion("pspIPdmRelNodeOnNode != NULL"));
-    EXPECT_THAT(Extension()->UpdateNodeRelations(&spIPdmRelNode), LacksInterface("*pspIPdmRelNodeOnNode"));
+    EXPECT_THAT(Extension()->UpdateNodeRelations(&spIPdmRelNode), FailsAssertion("*pspIPdmRelNodeOnNode"));
 }
 
 TEST_F(PdmGraphLink, ARelationThatCannotBeLinkedFailsQuietly)
@@ -219,7 +237,7 @@ TEST_F(PdmGraphLink, RefreshingChecksItsArguments)
     QTBIPdmNode_var spOld;
     QTBIPdmNode_var spNew;
     EXPECT_THAT(GetPdmNodeCont()->RefreshPdmNode(nullptr, &spNew), FailsAssertion("pspIPdmNodeOnOldNode != NULL"));
-    EXPECT_THAT(GetPdmNodeCont()->RefreshPdmNode(&spOld, &spNew), LacksInterface("*pspIPdmNodeOnOldNode"));
+    EXPECT_THAT(GetPdmNodeCont()->RefreshPdmNode(&spOld, &spNew), FailsAssertion("*pspIPdmNodeOnOldNode"));
     spOld = CreateObject("A");
     EXPECT_THAT(GetPdmNodeCont()->RefreshPdmNode(&spOld, nullptr), FailsAssertion("pspIPdmNodeOnNewNode != NULL"));
 }

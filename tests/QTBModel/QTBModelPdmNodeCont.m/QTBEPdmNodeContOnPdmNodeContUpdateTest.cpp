@@ -405,7 +405,7 @@ TEST_F(PdmGraphUpdate, ReplacingChecksItsArguments)
     QTBIPdmNode_var spOld;
     QTBIPdmNode_var spNew;
     EXPECT_THAT(Extension()->ReplacePdmNode(nullptr, &spNew), FailsAssertion("pspIPdmNodeOnOldNode != NULL"));
-    EXPECT_THAT(Extension()->ReplacePdmNode(&spOld, &spNew), LacksInterface("*pspIPdmNodeOnOldNode"));
+    EXPECT_THAT(Extension()->ReplacePdmNode(&spOld, &spNew), FailsAssertion("*pspIPdmNodeOnOldNode"));
     spOld = CreateObject("A");
     EXPECT_THAT(Extension()->ReplacePdmNode(&spOld, nullptr), FailsAssertion("pspIPdmNodeOnNewNode != NULL"));
 }

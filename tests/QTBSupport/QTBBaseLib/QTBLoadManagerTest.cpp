@@ -287,6 +287,28 @@ TEST_F(LoadManager, ARenamedInstanceIsFoundByItsNewNameOnly)
     EXPECT_EQ(RelationOf("AB/Bolt.7"), "AB");
 }
 
+TEST_F(LoadManager, InstanceKeysOfSupersededRelationsLeadToTheOnesInTheirPlaces)
+{
+    const auto version = [](const char* key, const char* superseded) {
+        return PartPart(key, "A", "B",
+                        Attribute("InstanceName", "Bolt.1") + Info({{"QtbKey", key}, {"QtbSupersedes", superseded}}));
+    };
+    Update(NumberedPart("A", "100") + NumberedPart("B", "200") + Usage("R/1", "A", "B", "Bolt.1"));
+    Update(version("R/2", "R/1"));
+    EXPECT_EQ(RelationOf("R/1/Bolt.1"), "R/2");
+    Update(version("R/3", "R/2"));
+    EXPECT_EQ(RelationOf("R/1/Bolt.1"), "R/3");
+    EXPECT_EQ(RelationOf("R/2/Bolt.1"), "R/3");
+    EXPECT_EQ(RelationOf("R/1/Bolt.2"), "none");
+    EXPECT_EQ(RelationOf("R/9/Bolt.1"), "none");
+    // The first comes back and takes the place of the last.
+    Update(version("R/1", "R/3"));
+    EXPECT_EQ(RelationOf("R/1/Bolt.1"), "R/1");
+    EXPECT_EQ(RelationOf("R/2/Bolt.1"), "R/1");
+    g_QTBLoadManager.Reset();
+    EXPECT_EQ(RelationOf("R/2/Bolt.1"), "none");
+}
+
 TEST_F(LoadManager, TheInstanceKeyIsTheRelationsKeyAndTheInstanceName)
 {
     EXPECT_TRUE(QTBLoadManager::MakeInstanceKey("AB", "Bolt.1") == "AB/Bolt.1");

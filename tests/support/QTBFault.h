@@ -1,5 +1,6 @@
 #pragma once
 
+#include <new>
 #include <string_view>
 #include <utility>
 
@@ -18,7 +19,9 @@ public:
         // The call succeeds without having done anything.
         DoesNothing,
         // The call raises the error FaultERR_1 of the catalog "QTBFault".
-        Raises
+        Raises,
+        // The call ends for lack of memory.
+        LacksMemory
     };
 
     explicit QTBFault(const char* operation, const CATBaseUnknown_var& spComponent = NULL_var, int callsBefore = 0,
@@ -43,6 +46,9 @@ public:
     {
         if (s_pCurrent->m_Kind == Raises) {
             CATError::Throw(__FILE__, __LINE__, new CATInternalError("FaultERR_1", "QTBFault"));
+        }
+        if (s_pCurrent->m_Kind == LacksMemory) {
+            throw std::bad_alloc();
         }
         return s_pCurrent->m_Kind == DoesNothing ? S_OK : E_FAIL;
     }

@@ -565,7 +565,7 @@ HRESULT QTBERepNodeContOnRepNodeCont::GetPdmNodesFromRepNodeList(const CATListVa
 
 // Keys are unique in the container, so two handles with the same key are the same rep node. A part that many places use
 // has many rep nodes, an assembly many children: the search starts from the shorter list. When several children show
-// the PDM node, which only a damaged tree has, the one that was linked to it last is the answer.
+// the PDM node, a relation that superseded its neighbour, the one that was linked to it last is the answer.
 HRESULT QTBERepNodeContOnRepNodeCont::FindCorrespondingRepNode(const QTBIRepNode_var& spIRepNodeOnParent,
                                                                const QTBIPdmNode_var& spIPdmNodeOnChild,
                                                                QTBIRepNode_var* pspIRepNode)

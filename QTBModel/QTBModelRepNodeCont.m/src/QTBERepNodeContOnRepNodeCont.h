@@ -1,5 +1,7 @@
 #pragma once
 
+#include <vector>
+
 #include "CATHashTabQTBHashTableAttribute.h"
 #include "CATListPtr.h"
 #include "QTBINodeRelations.h"
@@ -8,6 +10,7 @@
 #include "QTBNodeRelationInfo.h"
 
 class CATFrmWindow;
+class CATXHException;
 class QTBIPdmNode;
 class QTBIPdmNodeCont;
 class QTBIRepNode;
@@ -123,6 +126,7 @@ private:
     // What stays the same while a tree is expanded, and one rep node that is being expanded.
     struct Expansion;
     struct ExpansionLevel;
+    class PathScope;
     // One level of a filtered structure.
     struct FilteredLevel;
     // The direction in which a relation is followed: names the operations of the PDM nodes and the texts of the checks.
@@ -134,10 +138,15 @@ private:
 
     // The expansion: creates the missing rep nodes below a rep node. Walks with a stack of its own.
     HRESULT RecursiveUpdateRepTreeAdd(const Expansion& expansion, const QTBIRepNode_var& spIRepNodeOnParent);
+    HRESULT EnterChildLevel(const Expansion& expansion, std::vector<ExpansionLevel>* pLevels);
     HRESULT EnterLevel(const Expansion& expansion, ExpansionLevel* pLevel);
     HRESULT ExpandLevel(const Expansion& expansion, ExpansionLevel* pLevel);
     HRESULT TreatNextChild(const Expansion& expansion, ExpansionLevel* pLevel, QTBIRepNode_var* pspIRepNodeOnChild,
                            bool* pChildIsRelation);
+    static HRESULT FailExpansion(const CATXHException& exception);
+    HRESULT FindChild(ExpansionLevel* pLevel, const QTBIPdmNode_var& spIPdmNodeOnChild,
+                      QTBIRepNode_var* pspIRepNodeOnChild);
+    bool IndexChildren(ExpansionLevel* pLevel);
     HRESULT ClosesCircle(const QTBIPdmNode_var& spIPdmNodeOnChild, const QTBNodeRelationInfo& NodeRelationInfo,
                          bool isStart, bool* pClosesCircle);
     HRESULT ExpandFilteredLevel(const FilteredLevel& level, const QTBIRepNode_var& spIRepNode, FilteredLevel* pNext);
@@ -149,6 +158,7 @@ private:
     HRESULT IsToBeShown(const QTBIRepNode_var& spIRepNode, const QTBIPdmNode_var& spIPdmNodeOnCurrentNode,
                         bool* pIsToBeShown);
     // Shows the window's tree again when it changed, ends the action, and reports a reached expansion level.
+    static void BeginUpdate();
     HRESULT FinishUpdate(bool windowNeedsUpdate);
 
     CATFrmWindow* m_pQtbFrmNavigGraphicWindow = NULL;

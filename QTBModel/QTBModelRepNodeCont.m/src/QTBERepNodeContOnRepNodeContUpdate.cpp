@@ -2,6 +2,7 @@
 
 #include <iostream>
 #include <memory>
+#include <unordered_map>
 #include <utility>
 #include <vector>
 
@@ -11,6 +12,7 @@
 #include "QTBGlobVarsUtil.h"
 #include "QTBHashTableQtbNodeAttribute.h"
 #include "QTBHashTableUtil.h"
+#include "QTBINodeRelations.h"
 #include "QTBIPdmNode.h"
 #include "QTBIPdmNodeCont.h"
 #include "QTBIPdmObjNode.h"
@@ -27,6 +29,7 @@
 #include "QTBPdmTreeObj.h"
 #include "QTBPdmTreeRel.h"
 #include "QTBRepTreeUtil.h"
+#include "QTBReservedNames.h"
 #include "QTBSchema.h"
 #include "QTBSchemaUtil.h"
 #include "QTBTraceUtil.h"
@@ -34,6 +37,8 @@
 namespace {
 
 constexpr int UNLIMITED = -1;
+// From so many children on they are indexed by what they show.
+constexpr int MANY_CHILDREN = 32;
 
 // Keeps the trees of a bulk update from ending the action one by one, however the update ends.
 class SingleActionScope
@@ -52,6 +57,7 @@ private:
     unsigned char* m_pbIncActionIndexAfterUpdate;
 };
 
+// One container is updated at a time, and what it may pass is the same for all of them.
 int g_MaxExpansionLevel = UNLIMITED;
 bool g_bMaxLevelReached = false;
 
@@ -135,6 +141,33 @@ struct QTBERepNodeContOnRepNodeCont::ExpansionLevel
     CATListValCATBaseUnknown_var PdmNodes;
     CATListValQTBNodeRelationInfo RelationInfos;
     int position = 0;
+    // The children by the PDM nodes that they show, where there are many; NULL_var for a PDM node that several show.
+    std::unordered_map<const CATBaseUnknown*, QTBIRepNode_var> ChildrenByPdmNode;
+    bool isIndexed = false;
+};
+
+// Takes what is left of the path off the expansion table, when an expansion ends by an exception.
+class QTBERepNodeContOnRepNodeCont::PathScope
+{
+public:
+    PathScope(QTBERepNodeContOnRepNodeCont& cont, const std::vector<ExpansionLevel>& levels)
+        : m_Cont(cont), m_Levels(levels)
+    {
+    }
+    PathScope(const PathScope&) = delete;
+    PathScope& operator=(const PathScope&) = delete;
+    ~PathScope()
+    {
+        for (const ExpansionLevel& level : m_Levels) {
+            if (level.isOnPath) {
+                QTBHashTableUtil::Remove(level.usPdmKey, &m_Cont.m_ExpansionTable, TRUE, FALSE);
+            }
+        }
+    }
+
+private:
+    QTBERepNodeContOnRepNodeCont& m_Cont;
+    const std::vector<ExpansionLevel>& m_Levels;
 };
 
 // A level of a filtered structure: rep nodes, the relations that each of them is expanded along, and which rep node and
@@ -232,7 +265,7 @@ HRESULT QTBERepNodeContOnRepNodeCont::UpdateRepTrees(const QTBIPdmNode_var& spIP
                                                      unsigned char* pbAddNewNodes)
 {
     QTB_SCOPE("QTBERepNodeContOnRepNodeCont::UpdateRepTrees");
-    g_PassedRepNodes.Begin();
+    BeginUpdate();
     const QTBIRepNodeCont_var spIRepNodeContOnThis(this);
     QTB_INTERFACE(spIRepNodeContOnThis);
     // Two names for the PDM node stand in the texts; meant.
@@ -277,11 +310,18 @@ HRESULT QTBERepNodeContOnRepNodeCont::UpdateRepTree(const QTBIRepNode_var& spIRe
                                                     unsigned char* pbCollectExistingChildren)
 {
     QTB_SCOPE("QTBERepNodeContOnRepNodeCont::UpdateRepTree");
-    g_PassedRepNodes.Begin();
+    BeginUpdate();
     unsigned char bWindowNeedsUpdate = FALSE;
     QTB_CALL(UpdateRepTreeIntern, spIRepNode, NodeRelationInfos, pbOneLevelOnly, &bWindowNeedsUpdate,
              pListOfRelRepNodes, pListOfObjRepNodes, pbAddNewNodes, pbCollectExistingChildren);
     return FinishUpdate(bWindowNeedsUpdate != FALSE && *pbUpdateWindow != FALSE);
+}
+
+// What an update that ended by an exception has left is not this one's.
+void QTBERepNodeContOnRepNodeCont::BeginUpdate()
+{
+    g_PassedRepNodes.Begin();
+    g_bMaxLevelReached = false;
 }
 
 HRESULT QTBERepNodeContOnRepNodeCont::FinishUpdate(bool windowNeedsUpdate)
@@ -336,6 +376,7 @@ HRESULT QTBERepNodeContOnRepNodeCont::RecursiveUpdateRepTreeAdd(const Expansion&
     QTB_SCOPE("QTBERepNodeContOnRepNodeCont::RecursiveUpdateRepTreeAdd");
     // The rep nodes on the path from the start node, each with the children that are still to be treated.
     std::vector<ExpansionLevel> levels;
+    const PathScope pathScope(*this, levels);
     levels.emplace_back(spIRepNodeOnParent, true, 0);
     HRESULT hr = EnterLevel(expansion, &levels.back());
     while (!levels.empty()) {
@@ -359,10 +400,27 @@ HRESULT QTBERepNodeContOnRepNodeCont::RecursiveUpdateRepTreeAdd(const Expansion&
             const bool isStart = level.isStart && childIsRelation;
             const int nextLevel = level.level + 1;
             levels.emplace_back(spIRepNodeOnChild, isStart, nextLevel);
-            hr = EnterLevel(expansion, &levels.back());
+            hr = EnterChildLevel(expansion, &levels);
         }
     }
     return hr;
+}
+
+// An error that is raised on the way into the last level is caught by the level above it.
+HRESULT QTBERepNodeContOnRepNodeCont::EnterChildLevel(const Expansion& expansion, std::vector<ExpansionLevel>* pLevels)
+{
+    try {
+        return EnterLevel(expansion, &pLevels->back());
+    } catch (const CATXHException& exception) {
+        pLevels->pop_back();
+        return FailExpansion(exception);
+    }
+}
+
+HRESULT QTBERepNodeContOnRepNodeCont::FailExpansion(const CATXHException& exception)
+{
+    QTB_TRACE("QTBERepNodeContOnRepNodeCont::RecursiveUpdateRepTreeAdd ->" << exception.GetError()->GetNLSMessage());
+    return exception.GetResult();
 }
 
 HRESULT QTBERepNodeContOnRepNodeCont::EnterLevel(const Expansion& expansion, ExpansionLevel* pLevel)
@@ -405,9 +463,7 @@ HRESULT QTBERepNodeContOnRepNodeCont::ExpandLevel(const Expansion& expansion, Ex
         pLevel->PdmNodes = std::move(PdmNodes);
         pLevel->RelationInfos = std::move(RelationInfos);
     } catch (const CATXHException& exception) {
-        QTB_TRACE("QTBERepNodeContOnRepNodeCont::RecursiveUpdateRepTreeAdd ->"
-                  << exception.GetError()->GetNLSMessage());
-        return exception.GetResult();
+        return FailExpansion(exception);
     }
     return QTB_SUCCESS;
 }
@@ -431,10 +487,15 @@ HRESULT QTBERepNodeContOnRepNodeCont::TreatNextChild(const Expansion& expansion,
         }
 
         QTBIRepNode_var spIRepNodeOnChild;
-        QTB_CALL(FindCorrespondingRepNode, pLevel->spIRepNodeOnParent, spIPdmNodeOnChild, &spIRepNodeOnChild);
+        if (const HRESULT hr = FindChild(pLevel, spIPdmNodeOnChild, &spIRepNodeOnChild); FAILED(hr)) {
+            return hr;
+        }
         if (spIRepNodeOnChild == NULL_var) {
             QTB_CALL(CreateRepNode, pLevel->spIRepNodeOnParent, spIPdmNodeOnChild, &spIRepNodeOnChild, NodeRelationInfo,
                      expansion.pListOfRelRepNodes, expansion.pListOfObjRepNodes);
+            if (pLevel->isIndexed) {
+                pLevel->ChildrenByPdmNode.emplace(spIPdmNodeOnChild.GetImpl(), spIRepNodeOnChild);
+            }
             QTB_CALL(WindowNeedsToBeUpdated, pLevel->spIRepNodeOnParent, spIRepNodeOnChild, NodeRelationInfo,
                      expansion.pbWindowNeedsUpdate);
         } else if (expansion.bCollectExistingChildren != FALSE) {
@@ -448,11 +509,59 @@ HRESULT QTBERepNodeContOnRepNodeCont::TreatNextChild(const Expansion& expansion,
         }
         *pspIRepNodeOnChild = spIRepNodeOnChild;
     } catch (const CATXHException& exception) {
-        QTB_TRACE("QTBERepNodeContOnRepNodeCont::RecursiveUpdateRepTreeAdd ->"
-                  << exception.GetError()->GetNLSMessage());
-        return exception.GetResult();
+        return FailExpansion(exception);
     }
     return QTB_SUCCESS;
+}
+
+// The child of the level's rep node that shows a PDM node, if any. In a tree of many places with many children each the
+// search of FindCorrespondingRepNode would take as long for each child as the lesser of the two.
+HRESULT QTBERepNodeContOnRepNodeCont::FindChild(ExpansionLevel* pLevel, const QTBIPdmNode_var& spIPdmNodeOnChild,
+                                                QTBIRepNode_var* pspIRepNodeOnChild)
+{
+    if (pLevel->position == 1 && pLevel->PdmNodes.Size() >= MANY_CHILDREN) {
+        pLevel->isIndexed = IndexChildren(pLevel);
+    }
+    if (pLevel->isIndexed) {
+        const auto found = pLevel->ChildrenByPdmNode.find(spIPdmNodeOnChild.GetImpl());
+        if (found == pLevel->ChildrenByPdmNode.end()) {
+            return QTB_SUCCESS;
+        }
+        if (found->second != NULL_var) {
+            *pspIRepNodeOnChild = found->second;
+            return QTB_SUCCESS;
+        }
+    }
+    QTB_CALL(FindCorrespondingRepNode, pLevel->spIRepNodeOnParent, spIPdmNodeOnChild, pspIRepNodeOnChild);
+    return QTB_SUCCESS;
+}
+
+// False when the children cannot be read; whoever looks for one tells why.
+bool QTBERepNodeContOnRepNodeCont::IndexChildren(ExpansionLevel* pLevel)
+{
+    CATListValCATBaseUnknown_var DirectChildren;
+    if (FAILED(pLevel->spIRepNodeOnParent->GetDirectChildren(&DirectChildren))) {
+        return false;
+    }
+    for (const CATBaseUnknown_var& spDirectChild : DirectChildren) {
+        const QTBIRepNode_var spIRepNode(spDirectChild);
+        const QTBINodeRelations_var spINodeRelations(spDirectChild);
+        CATListValCATBaseUnknown_var PdmNodes;
+        if (spIRepNode == NULL_var || spINodeRelations == NULL_var ||
+            FAILED(spINodeRelations->GetLeftNodeList(QTBReservedNames::PDM_TO_REP, &PdmNodes, ALL_NODES))) {
+            return false;
+        }
+        if (!IsContainedHere(spIRepNode)) {
+            continue;
+        }
+        for (const CATBaseUnknown_var& spPdmNode : PdmNodes) {
+            const auto [place, isNew] = pLevel->ChildrenByPdmNode.emplace(spPdmNode.Get(), spIRepNode);
+            if (!isNew) {
+                place->second = NULL_var;
+            }
+        }
+    }
+    return true;
 }
 
 // Below the start node circles are not looked for: its own relations are what was asked for.
@@ -566,7 +675,8 @@ HRESULT QTBERepNodeContOnRepNodeCont::GetPdmNodesToBeShownAsChildren(
         QTB_TRACE("QTBERepNodeContOnRepNodeCont::GetPdmNodesToBeShownAsChildren -> spIRepNode:"
                   << QTBTraceUtil::GetNodeString(spIRepNode, FALSE));
         for (int i = 1; i <= pPdmNodesToBeShown->Size(); ++i) {
-            std::cout << "\t" << i << ".: " << QTBTraceUtil::GetNodeString((*pPdmNodesToBeShown)[i], FALSE) << " - ";
+            const CATUnicodeString usNode = QTBTraceUtil::GetNodeString((*pPdmNodesToBeShown)[i], FALSE);
+            std::cout << "\t" << i << ".: " << usNode << " - ";
             QTBTraceUtil::PrintNodeRelationInfo((*pPdmRelationsToBeShown)[i]);
         }
     }

@@ -388,6 +388,34 @@ TEST_F(RepTreeUpdate, TakesAPartInTwoBranchesForNoCircle)
     EXPECT_THAT(InfoList(), IsEmpty());
 }
 
+TEST_F(RepTreeUpdate, FindsTheChildrenOfALargeAssemblyAgain)
+{
+    constexpr int COUNT = 100;
+    const auto usage = [](int i, const std::string& further = "") {
+        return PartPart("R" + std::to_string(i), "P", "Q", further);
+    };
+    std::string items = Part("P") + Part("Q");
+    for (int i = 1; i <= COUNT; ++i) {
+        items += usage(i);
+    }
+    Update(items);
+    EXPECT_THAT(ShowTrees("P", Relations({PARTS})), Succeeds());
+    const QTBIRepNode_var spRoot = Find("P");
+    const auto children = ChildrenOf(spRoot);
+    EXPECT_EQ(children.Size(), COUNT);
+    // One more, one that stands in two places from now on, and all others again.
+    Update(usage(COUNT + 1) + usage(2, Info({{"QtbKey", "R2"}, {"QtbSupersedes", "R1"}})));
+    CATListValCATBaseUnknown_var rels;
+    CATListValCATBaseUnknown_var objs;
+    EXPECT_THAT(Expand(spRoot, Relations({PARTS}), FALSE, &rels, &objs, TRUE), Succeeds());
+    EXPECT_EQ(ChildrenOf(spRoot).Size(), COUNT + 1);
+    EXPECT_EQ(rels.Size(), COUNT) << "each relation once, whatever its places";
+    EXPECT_EQ(objs.Size(), COUNT);
+    for (const CATBaseUnknown_var& spChild : children) {
+        EXPECT_GT(ChildrenOf(spRoot).Locate(spChild), 0);
+    }
+}
+
 // The schema's maximum expansion level.
 class LimitedRepTreeUpdate : public RepTreeUpdate
 {
@@ -404,6 +432,20 @@ protected:
         return SUCCEEDED(hr) ? "" : TextOf(CATError::CATGetLastError(hr, nullptr)->GetNLSParameters().at(0));
     }
 };
+
+TEST_F(LimitedRepTreeUpdate, IsNotToldByTheUpdateAfterTheOneThatReachedIt)
+{
+    Limit("1");
+    Update(Part("P") + Part("Q") + Part("R") + PartPart("PQ", "P", "Q") + PartPart("PR", "P", "R"));
+    const QTBIRepNode_var spRoot = CreateRoot("P");
+    {
+        // Behind the first child, where the level is reached.
+        const QTBFault fault("GetRightObject", FindNode("PR"), 0, QTBFault::LacksMemory);
+        EXPECT_THROW(static_cast<void>(Expand(spRoot, Relations({PARTS}))), std::bad_alloc);
+    }
+    EXPECT_EQ(TreeOf(spRoot), "P(PQ(Q))");
+    EXPECT_THAT(Expand(CreateRoot("C"), Relations({PARTS})), Succeeds());
+}
 
 TEST_F(LimitedRepTreeUpdate, CreatesTheObjectsOfTheLastLevelAndFailsThen)
 {
@@ -933,6 +975,30 @@ TEST_F(FailingExpansion, CatchesErrorsAndTellsThem)
                                               TextOf(CATError::CATGetLastError(hr, nullptr)->GetNLSMessage())));
         EXPECT_EQ(Cont()->GetExpansionPathLength(), 0);
     }
+}
+
+TEST_F(FailingExpansion, CatchesAnErrorOnTheWayIntoAChild)
+{
+    EXPECT_THAT(Expand(a, Relations({PARTS})), Succeeds());
+    ASSERT_EQ(TreeOf(a), "A(AB(B(BC(C))))");
+    const QTBFault fault("GetPdmNodeKey", Find("B"), 0, QTBFault::Raises);
+    const DebugCapture capture;
+    const HRESULT hr = Expand(a, Relations({PARTS}));
+    EXPECT_THAT(hr, FailsWithMessage("FaultERR_1"));
+    EXPECT_THAT(capture.Lines(), Contains("QTBERepNodeContOnRepNodeCont::RecursiveUpdateRepTreeAdd ->" +
+                                          TextOf(CATError::CATGetLastError(hr, nullptr)->GetNLSMessage())));
+    EXPECT_EQ(Cont()->GetExpansionPathLength(), 0);
+}
+
+TEST_F(FailingExpansion, LeavesNothingBehindWhenMemoryRunsOut)
+{
+    {
+        const QTBFault fault("GetRightObject", FindNode("BC"), 0, QTBFault::LacksMemory);
+        EXPECT_THROW(static_cast<void>(Expand(a, Relations({PARTS}))), std::bad_alloc);
+    }
+    EXPECT_EQ(Cont()->GetExpansionPathLength(), 0);
+    EXPECT_THAT(Expand(a, Relations({PARTS})), Succeeds());
+    EXPECT_EQ(TreeOf(a), "A(AB(B(BC(C))))");
 }
 
 TEST_F(FailingExpansion, OfTheTreesOfAPdmNodeChecksItsSteps)

@@ -239,10 +239,18 @@ void QTBNameValueListAttr::AddEntry(const QTBPooledName& name, const CATUnicodeS
     if (size + 1 < ENTRIES_WITHOUT_INDEX) {
         return;
     }
-    Extras& extras = MakeExtras();
-    const std::size_t indexed = extras.offsets.size();
-    for (std::size_t i = indexed; i <= size; ++i) {
-        extras.offsets.emplace(m_Entries[i].name, static_cast<int>(i));
+    try {
+        Extras& extras = MakeExtras();
+        for (std::size_t i = extras.offsets.size(); i <= size; ++i) {
+            extras.offsets.emplace(m_Entries[i].name, static_cast<int>(i));
+        }
+    } catch (...) {
+        // An index that lacks entries finds those no more: there are all, or none of them and no index.
+        m_Entries.pop_back();
+        if (m_pExtras != nullptr && m_pExtras->offsets.size() < m_Entries.size()) {
+            m_pExtras->offsets.clear();
+        }
+        throw;
     }
 }
 

@@ -12,7 +12,8 @@
 #include "QTBPooledName.h"
 
 // Base of the attribute values of a node. An attribute object reads its "a" element when it is constructed and does not
-// refer to it afterwards; a value that was changed is written out by WriteXmlToString only.
+// refer to it afterwards, but an embedded object's, which is written as it stands; a value that was changed is written
+// out by WriteXmlToString only.
 //
 // Reading is strict: an "a" element without a non-empty "name", or whose content is not of the form of the attribute's
 // class (see there), gives an object that is not valid. Such an object has no name and no value and all its operations
@@ -51,7 +52,6 @@ protected:
 
     // Takes the attribute over from its element; an attribute without name stays invalid.
     void SetNameFromElement(const CATDOMElementView& element);
-    void SetInvalid() { m_Name = QTBPooledName(); }
     const CATUnicodeString& NameText() const { return m_Name.GetText(); }
 
     // The name of the type in the "a" element; empty for the type that needs none.

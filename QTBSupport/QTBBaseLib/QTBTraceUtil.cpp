@@ -1,6 +1,7 @@
 #include "QTBTraceUtil.h"
 
 #include <iostream>
+#include <sstream>
 #include <string>
 
 #include "CATIProduct.h"
@@ -24,6 +25,27 @@ bool IsTracing()
 std::string Indent(int iDepth)
 {
     return std::string(static_cast<std::size_t>(iDepth > 0 ? iDepth : 0), '\t');
+}
+
+// Composed before it is written: what is asked for a node's text may write lines of its own.
+template <class... Piece>
+void WriteLine(const Piece&... pieces)
+{
+    std::ostringstream line;
+    (line << ... << pieces);
+    std::cout << line.str() << std::endl;
+}
+
+// Whether a relation has both its objects; one that has just been read has not.
+bool IsLinked(const QTBIPdmRelNode_var& spIPdmRelNode)
+{
+    const QTBINodeRelations_var spINodeRelations(spIPdmRelNode);
+    CATListValCATBaseUnknown_var leftNodes;
+    CATListValCATBaseUnknown_var rightNodes;
+    return spINodeRelations != NULL_var &&
+           SUCCEEDED(spINodeRelations->GetAllLeftRelations(&leftNodes, TRUE, ALL_NODES)) &&
+           SUCCEEDED(spINodeRelations->GetAllRightRelations(&rightNodes, TRUE, ALL_NODES)) && leftNodes.Size() > 0 &&
+           rightNodes.Size() > 0;
 }
 
 CATUnicodeString GetKey(const CATBaseUnknown_var& spNode)
@@ -77,8 +99,7 @@ HRESULT PrintRelationsOfSide(QTBINodeRelations& relations, const Side& side)
         CATListValCATBaseUnknown_var nodes;
         hr = (relations.*side.getNodes)(names[i], &nodes, ALL_NODES);
         for (const CATBaseUnknown_var& spNode : nodes) {
-            std::cout << "\t" << side.title << ":[" << names[i] << "] " << QTBTraceUtil::GetNodeString(spNode, TRUE)
-                      << std::endl;
+            WriteLine("\t", side.title, ":[", names[i], "] ", QTBTraceUtil::GetNodeString(spNode, TRUE));
         }
     }
     return hr;
@@ -128,16 +149,15 @@ HRESULT QTBTraceUtil::PrintQtbAttributes(const CATBaseUnknown_var& spNode, int i
         return hr;
     }
     const std::string indent = Indent(iDepth);
-    std::cout << indent << "Attributes of " << GetNodeString(spNode, TRUE) << ":" << std::endl;
+    WriteLine(indent, "Attributes of ", GetNodeString(spNode, TRUE), ":");
     for (const CATUnicodeString& usName : names) {
         CATUnicodeString usDataType;
         CATUnicodeString usValue;
         spINodeAttributes->GetAttributeDataType(usName, &usDataType);
-        std::cout << indent << "\t" << usName << " (" << usDataType << ")";
         if (SUCCEEDED(spINodeAttributes->GetStringAttributeValue(usName, &usValue, FALSE, FALSE))) {
-            std::cout << ":[" << usValue << "]";
+            usValue = ":[" + usValue + "]";
         }
-        std::cout << std::endl;
+        WriteLine(indent, "\t", usName, " (", usDataType, ")", usValue);
     }
     return S_OK;
 }
@@ -151,7 +171,7 @@ HRESULT QTBTraceUtil::PrintQtbRelations(const CATBaseUnknown_var& spNode)
     if (!IsTracing()) {
         return S_OK;
     }
-    std::cout << "Relations of " << GetNodeString(spNode, TRUE) << ":" << std::endl;
+    WriteLine("Relations of ", GetNodeString(spNode, TRUE), ":");
     const HRESULT hr = PrintRelationsOfSide(*spINodeRelations, RIGHT);
     return FAILED(hr) ? hr : PrintRelationsOfSide(*spINodeRelations, LEFT);
 }
@@ -159,8 +179,8 @@ HRESULT QTBTraceUtil::PrintQtbRelations(const CATBaseUnknown_var& spNode)
 HRESULT QTBTraceUtil::PrintNodeRelationInfo(const QTBNodeRelationInfo& NodeRelationInfo)
 {
     if (IsTracing()) {
-        std::cout << "relation:[" << NodeRelationInfo.GetRelationName() << "], direction:["
-                  << NodeRelationInfo.GetRelationDirection() << "]" << std::endl;
+        WriteLine("relation:[", NodeRelationInfo.GetRelationName(), "], direction:[",
+                  NodeRelationInfo.GetRelationDirection(), "]");
     }
     return S_OK;
 }
@@ -177,14 +197,14 @@ HRESULT QTBTraceUtil::PrintPdmNodeInfo(const QTBIPdmNode_var& spIPdmNode, const 
     if (const HRESULT hr = QTBInfoUtil::GetActionIndex(spIPdmNode, &iActionIndex); FAILED(hr)) {
         return hr;
     }
-    std::cout << usTitle << GetNodeString(spIPdmNode, TRUE) << ", action index:[" << iActionIndex << "]";
+    CATUnicodeString usObjects;
     CATUnicodeString usLeftObjKey;
     CATUnicodeString usRightObjKey;
     const QTBIPdmRelNode_var spIPdmRelNode(spIPdmNode);
-    if (spIPdmRelNode != NULL_var && SUCCEEDED(spIPdmRelNode->GetObjectKeys(&usLeftObjKey, &usRightObjKey))) {
-        std::cout << ", left object:[" << usLeftObjKey << "], right object:[" << usRightObjKey << "]";
+    if (IsLinked(spIPdmRelNode) && SUCCEEDED(spIPdmRelNode->GetObjectKeys(&usLeftObjKey, &usRightObjKey))) {
+        usObjects = ", left object:[" + usLeftObjKey + "], right object:[" + usRightObjKey + "]";
     }
-    std::cout << std::endl;
+    WriteLine(usTitle, GetNodeString(spIPdmNode, TRUE), ", action index:[", iActionIndex, "]", usObjects);
     return S_OK;
 }
 

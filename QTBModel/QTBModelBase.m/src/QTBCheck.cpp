@@ -1,5 +1,7 @@
 #include "QTBCheck.h"
 
+#include <iostream>
+
 namespace {
 
 constexpr const char* CATALOG = "QTBDebugErrors";
@@ -32,6 +34,11 @@ void WriteDiagnosis(const char* diagnosis, const QTBCheck::Site& site)
 } // namespace
 
 namespace QTBCheck {
+
+void WriteLine(const std::string& line)
+{
+    std::cout << line << std::endl;
+}
 
 CATError* AssertionFailed(const Site& site)
 {

@@ -1,6 +1,7 @@
 #pragma once
 
-#include <iostream>
+#include <sstream>
+#include <string>
 
 #include "CATError.h"
 #include "QTBDebugUtil.h"
@@ -102,7 +103,9 @@
 #define QTB_TRACE(...)                                                                                                 \
     do {                                                                                                               \
         if (QTBDebugUtil::GetDebugStatus()) [[unlikely]] {                                                             \
-            std::cout << __VA_ARGS__ << std::endl;                                                                     \
+            std::ostringstream qtbLine;                                                                                \
+            qtbLine << __VA_ARGS__;                                                                                    \
+            QTBCheck::WriteLine(qtbLine.str());                                                                        \
             QTBDebugUtil::Observe(QTBDebugUtil::OBSERVED_TRACE, "", __FILE__, __LINE__);                               \
         }                                                                                                              \
     } while (false)
@@ -133,6 +136,8 @@ CATError* ResultFailed(HRESULT hr, const Site& site);
 HRESULT Return(CATError* pError, const Site& site);
 HRESULT Unwind(HRESULT hr, int levels, const Site& site);
 [[noreturn]] void Raise(CATError* pError, const Site& site);
+// Writes a line to the debug output.
+void WriteLine(const std::string& line);
 // Writes the error's message with file and line to the debug output; the failure has no further effect.
 void Report(CATError* pError, const Site& site);
 

@@ -29,7 +29,7 @@ const QTBNodeKeyIndex::Entry* QTBNodeKeyIndex::FindNode(const CATBaseUnknown* pN
         return NULL;
     }
     for (std::size_t slot = HomeOf(hashKey); m_Entries[slot].pNode != NULL; slot = Next(slot)) {
-        if (m_Entries[slot].pNode == pNode) {
+        if (m_Entries[slot].pNode == pNode && m_Entries[slot].hashKey == hashKey) {
             return &m_Entries[slot];
         }
     }
@@ -75,12 +75,6 @@ void QTBNodeKeyIndex::Remove(const Entry* pEntry)
     }
     m_Entries[hole] = Entry();
     --m_Count;
-}
-
-void QTBNodeKeyIndex::RemoveAll()
-{
-    m_Entries.clear();
-    m_Count = 0;
 }
 
 void QTBNodeKeyIndex::Grow()

@@ -22,7 +22,7 @@ public:
 
     // Null when no node has that key.
     const Entry* Find(const CATUnicodeString& usKey, unsigned int hashKey) const;
-    // The entry of that very node, filed under that hash.
+    // The entry of that very node, filed under that hash; null when it is filed under another one.
     const Entry* FindNode(const CATBaseUnknown* pNode, unsigned int hashKey) const;
     // The same for a node that has another hash now, or does not tell it: looks through the whole index.
     const Entry* FindNode(const CATBaseUnknown* pNode) const;
@@ -32,7 +32,6 @@ public:
     void Insert(const Entry& entry);
     // entry is one of Find or FindNode.
     void Remove(const Entry* pEntry);
-    void RemoveAll();
 
 private:
     static constexpr std::size_t FIRST_SIZE = 64;

@@ -9,8 +9,9 @@
 // Ordered set of nodes, the content of a relation. Adding at either end, containment and removal take about constant
 // time, however many nodes there are; reading the whole costs nothing unless a node was removed from the middle since.
 //
-// A short sequence is a plain list. A long one has an index from each node to its number: the first node has the number
-// m_First, its neighbours count up from there. A node removed from the middle leaves a hole until the next reading.
+// A short sequence is a plain list. A long one gets an index from each node to its number when it is first needed: the
+// first node has the number Index::first, its neighbours count up from there. A node removed from the middle leaves a
+// hole until the next reading.
 class QTBNodeSequence
 {
 public:

@@ -13,6 +13,7 @@ public:
     // Fails for a path to an object that is gone.
     HRESULT CommandIsAvailable(const char* commandName, CATCSO* pCSO);
 
-    // Appends the last object of each path, whatever the command. S_OK always; without a list nothing is done.
+    // Appends the last object of each path, whatever the command; a path to an object that is gone has none. S_OK
+    // always; without a list nothing is done.
     HRESULT AvailableElements(const char* commandName, CATCSO* pCSO, CATListValCATBaseUnknown_var** ppElements);
 };

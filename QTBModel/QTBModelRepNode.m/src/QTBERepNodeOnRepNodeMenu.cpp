@@ -485,6 +485,9 @@ HRESULT QTBERepNodeOnRepNode::CreateCtxCreateSubMenuItem(const QTBIPdmNode_var& 
     QTBCommandText::Creation Creation;
     QTB_CALL(spINodeAttrs->GetStringAttributeValue, usClassAttr, &Creation.usOwnerClassName, FALSE, FALSE);
     QTB_CALL(spINodeAttrs->GetKey, &Creation.usOwnerKey);
+    // The schema may know the object by its base class only.
+    CATUnicodeString usClassName;
+    QTB_CALL(spIPdmNode->GetClassName, &usClassName);
     QTB_CALL(QTBSchemaUtil::GetCurrentSchemaCatalogName, &Creation.usCatalogName);
     QTBSchema* pSchema = NULL;
     QTB_CALL(QTBSchemaUtil::GetCurrentSchemaPtr, &pSchema);
@@ -504,7 +507,7 @@ HRESULT QTBERepNodeOnRepNode::CreateCtxCreateSubMenuItem(const QTBIPdmNode_var& 
         }
         Creation.usRelationName = pRelation->GetName();
         for (const unsigned char bLeftToRight : {TRUE, FALSE}) {
-            if (pRelation->StartsAtClass(bLeftToRight, Creation.usOwnerClassName)) {
+            if (pRelation->StartsAtClass(bLeftToRight, usClassName)) {
                 Creation.bLeftToRight = bLeftToRight;
                 Creation.usClassName = bLeftToRight != FALSE ? usRightClassName : usLeftClassName;
                 QTB_CALL(CreateCtxCreateMenuItem, *pSchema, *pRelation, Creation, &Items);

@@ -779,6 +779,13 @@ TEST_F(RepNodeMenuCircle, FoldsWhatItExpanded)
     EXPECT_EQ(TreeOf(a), "A(AB(B))");
 }
 
+TEST_F(RepNodeMenuCircle, OffersToCreateBelowAnObjectThatTheSchemaKnowsByItsBaseClassOnly)
+{
+    Update(Object("OurPart", "M", Info({{"QtbRelevantBaseClass", "Part"}})));
+    EXPECT_THAT(Choose(CreateRoot("M"), "Create", "Consists of: Part"),
+                FailsWith("PdmServiceNotAvailableERR_2008", "CreateObject"));
+}
+
 TEST_F(RepNodeMenuCircle, NamesTheServiceThatCreatingNeeds)
 {
     EXPECT_THAT(Choose(CreateRoot("A"), "Create", "Consists of: Part"),

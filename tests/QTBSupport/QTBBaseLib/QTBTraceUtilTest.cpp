@@ -118,6 +118,16 @@ TEST_F(TraceUtil, PrintsPdmNodesWithTheirActionAndTheKeysOfTheirObjects)
     EXPECT_THAT(relation, ::testing::EndsWith("left object:[P1], right object:[P2]\n"));
 }
 
+TEST_F(TraceUtil, PrintsARelationThatIsNotLinkedYetInOneLine)
+{
+    CATBaseUnknown_var spRelation;
+    EXPECT_THAT(GetPdmNodeCont()->CreatePdmRelNode("R1", &spRelation, TRUE), Succeeds());
+    const std::string relation = Trace(S_OK, [&] { return QTBTraceUtil::PrintPdmNodeInfo(spRelation, "new "); });
+    EXPECT_THAT(relation, ::testing::StartsWith("new "));
+    EXPECT_THAT(relation, ::testing::EndsWith("[R1], action index:[0]\n"));
+    EXPECT_THAT(relation, ::testing::Not(HasSubstr("FAILED")));
+}
+
 TEST_F(TraceUtil, PrintsTheItemsOfAListWithTheirPositions)
 {
     CATListValCATUnicodeString list;

@@ -5,8 +5,10 @@
 #include <gmock/gmock.h>
 
 #include "CATFrmEditor.h"
+#include "CATFrmLayout.h"
 #include "CATHSO.h"
 #include "CATPathElement.h"
+#include "QTBEditedSchema.h"
 #include "QTBILinkToQtb.h"
 #include "QTBIPsnNode.h"
 #include "QTBListValues.h"
@@ -22,6 +24,7 @@ using ::testing::Contains;
 using ::testing::ElementsAre;
 using ::testing::ElementsAreArray;
 using ::testing::IsEmpty;
+using ::testing::UnorderedElementsAre;
 
 constexpr const char* EXPAND = "QTBELinkToQtbOnASMPRODUCT::ExpandToChildPart -> ";
 
@@ -52,10 +55,23 @@ protected:
         m_pFrmWindow = nullptr;
         return QTBILinkToQtb_var(spProduct)->HighlightProdStrucNode(bEmptyFirst, FALSE, &m_pFrmWindow);
     }
-    HRESULT HighlightFile(const CATIProduct_var& spProduct, unsigned char bEmptyFirst = TRUE)
+    HRESULT HighlightFile(const CATIProduct_var& spProduct, unsigned char bEmptyFirst = TRUE,
+                          unsigned char bActivateWindow = FALSE)
     {
         m_pFrmWindow = nullptr;
-        return QTBILinkToQtb_var(spProduct)->HighlightCatiaFileNode(bEmptyFirst, FALSE, &m_pFrmWindow);
+        return QTBILinkToQtb_var(spProduct)->HighlightCatiaFileNode(bEmptyFirst, bActivateWindow, &m_pFrmWindow);
+    }
+
+    // A file of a part.
+    static std::string FileOf(const std::string& partKey, const std::string& key, const std::string& fileName)
+    {
+        return File("CATProductFile", key, fileName) + Relation("PartFile", partKey + key, partKey, key);
+    }
+    // A file used in another under that instance name.
+    static std::string FileUsage(const std::string& key, const std::string& leftKey, const std::string& rightKey,
+                                 const std::string& instanceName)
+    {
+        return Relation("FileFile", key, leftKey, rightKey, Attribute("InstanceName", instanceName));
     }
 
     // The rep nodes that the window highlights, in their order.
@@ -113,6 +129,17 @@ protected:
             roots.emplace_back(spRoot);
         }
         return roots;
+    }
+
+    static QTBIRepNode_var ParentOf(const CATBaseUnknown_var& spRepNode)
+    {
+        QTBIRepNode_var spParent;
+        EXPECT_THAT(QTBIRepNode_var(spRepNode)->GetParent(&spParent), Succeeds());
+        return spParent;
+    }
+    static void RemoveFromGraph(const char* key)
+    {
+        EXPECT_THAT(GetPdmNodeCont()->RemoveNodeFromPdmGraph(key, FALSE, FALSE, FALSE, nullptr), Succeeds());
     }
 
     std::unique_ptr<QTBTestWindow> m_pWindow;
@@ -177,6 +204,98 @@ TEST_F(HighlightedProduct, WithoutPartIsHighlightedByTheRootsThatShowItsFile)
     EXPECT_EQ(other.GetFrmWindow()->GetEditor()->GetHSO()->GetSize(), 0);
     EXPECT_THAT(HighlightFile(Root("X"), TRUE), Succeeds());
     EXPECT_THAT(Highlighted(), ElementsAre("FX")) << "each file node empties the set";
+}
+
+TEST_F(HighlightedProduct, OfAPartIsHighlightedByTheFilesOfThatPartAndNotOfItsChildren)
+{
+    Update(FileOf("A", "FA", "b.CATProduct") + FileOf("B", "FB", "b.CATProduct") + FileOf("B", "FO", "other.CATPart") +
+           FileOf("C", "FC", "b.CATProduct") + Object("Document", "D") + Relation("PartDocument", "BD", "B", "D") +
+           File("CATProductFile", "FD", "b.CATProduct") + Relation("DocumentFile", "DF", "D", "FD"));
+    m_pWindow->Show(FindNode("A"), {"PartPart", "PartFile", "PartDocument", "DocumentFile"});
+    const QTBIRepNode_var spFile = m_pWindow->Find(FindNode("FB"));
+    CATUnicodeString usDisplayString;
+    int containerId = -1;
+    EXPECT_THAT(spFile->GetDisplayString(&usDisplayString), Succeeds());
+    EXPECT_THAT(m_pWindow->GetCont()->GetId(&containerId), Succeeds());
+    const DebugCapture capture;
+    EXPECT_THAT(HighlightFile(At("N1", {"B.1"}), FALSE), Succeeds());
+    EXPECT_THAT(Highlighted(), UnorderedElementsAre("FB", "FD"));
+    EXPECT_EQ(m_pFrmWindow, m_pWindow->GetFrmWindow());
+    EXPECT_THAT(capture.Lines(), Contains("CATIA file node:[" + ToText(usDisplayString) + "]: rep node container id:[" +
+                                          std::to_string(containerId) + "]"));
+}
+
+TEST_F(HighlightedProduct, OfARootPartIsHighlightedByTheFilesOfThatPart)
+{
+    Update(FileOf("A", "FA", "p.CATProduct") + FileOf("B", "FB", "p.CATProduct"));
+    m_pWindow->Show(FindNode("A"), {"PartPart", "PartFile"});
+    EXPECT_THAT(HighlightFile(Root("N1"), FALSE), Succeeds());
+    EXPECT_THAT(Highlighted(), ElementsAre("FA"));
+}
+
+TEST_F(HighlightedProduct, OfAPartThatIsShownTwiceIsHighlightedByTheFilesOfBothInOrder)
+{
+    Update(FileOf("B", "FB", "b.CATProduct") + FileOf("B", "FB2", "b.CATProduct"));
+    m_pWindow->Show(FindNode("A"), {"PartPart", "PartFile"});
+    ShowAgain("A", {"PartPart", "PartFile"});
+    EXPECT_THAT(HighlightFile(At("N1", {"B.1"}), FALSE), Succeeds());
+    EXPECT_THAT(Highlighted(), UnorderedElementsAre("FB", "FB2", "FB", "FB2"));
+    const CATListValCATBaseUnknown_var roots = RootsWithNumber("N1");
+    ASSERT_EQ(roots.Size(), 2);
+    EXPECT_THAT(RootsOf(HighlightedNodes()), ElementsAre(roots[1], roots[1], roots[2], roots[2]));
+}
+
+TEST_F(HighlightedProduct, OfAFileStructureIsHighlightedByTheFileThatItsInstanceNamesLeadTo)
+{
+    Update(File("CATProductFile", "FP", "p.CATProduct") + File("CATProductFile", "FB", "b.CATProduct") +
+           File("CATPartFile", "FC", "c.CATPart") + File("CATPartFile", "FO", "other.CATPart") +
+           FileUsage("PB", "FP", "FB", "B.1") + FileUsage("BC", "FB", "FC", "C.1") +
+           FileUsage("BO", "FB", "FO", "C.1") + FileUsage("BC2", "FB", "FC", "C.2"));
+    m_pWindow->Show(FindNode("FP"), {"FileFile"});
+    const CATIProduct_var spProduct = At("N1", {"B.1", "C.1"});
+    EXPECT_THAT(HighlightFile(spProduct), FailsCall("QTBVisUtil::GetQtbWindowForHighlight"))
+        << "the part structure leads nowhere";
+
+    QTBLoadEditedSchema({{R"(bomPartStructure="true")", R"(bomPartStructure="false")"}});
+    EXPECT_THAT(HighlightFile(spProduct), Succeeds());
+    EXPECT_THAT(Highlighted(), ElementsAre("FC"));
+    EXPECT_TRUE(ParentOf(HighlightedNodes()[1]) == m_pWindow->Find(FindNode("BC")));
+    EXPECT_EQ(m_pFrmWindow, m_pWindow->GetFrmWindow());
+    EXPECT_THAT(HighlightFile(Root("N1")), Succeeds());
+    EXPECT_THAT(Highlighted(), ElementsAre("FP"));
+
+    EXPECT_THAT(HighlightFile(Root("X")), FailsCall("QTBVisUtil::GetPathToRootInstanceNames"));
+    RemoveFromGraph("BC");
+    EXPECT_THAT(HighlightFile(spProduct), FailsCall("QTBVisUtil::GetTargetChildFileNodes"));
+}
+
+TEST_F(HighlightedProduct, BringsItsWindowToTheFrontOnRequest)
+{
+    Update(FileOf("B", "FB", "b.CATProduct"));
+    m_pWindow->Show(FindNode("A"), {"PartPart", "PartFile"});
+    const QTBTestWindow other;
+    CATFrmLayout* pLayout = CATFrmLayout::GetCurrentLayout();
+    const QTBILinkToQtb_var spILinkToQtb(At("N1", {"B.1"}));
+    for (const auto highlight : {&QTBILinkToQtb::HighlightProdStrucNode, &QTBILinkToQtb::HighlightCatiaFileNode}) {
+        pLayout->SetCurrentWindow(other.GetFrmWindow());
+        EXPECT_THAT(((*spILinkToQtb).*highlight)(TRUE, FALSE, nullptr), Succeeds());
+        EXPECT_EQ(pLayout->GetCurrentWindow(), other.GetFrmWindow());
+        EXPECT_THAT(((*spILinkToQtb).*highlight)(TRUE, TRUE, nullptr), Succeeds());
+        EXPECT_EQ(pLayout->GetCurrentWindow(), m_pWindow->GetFrmWindow());
+    }
+}
+
+TEST_F(HighlightedProduct, WithoutFileNodeBringsNoWindowToTheFront)
+{
+    m_pWindow->Show(FindNode("A"), {"PartPart"});
+    const QTBTestWindow other;
+    CATFrmLayout* pLayout = CATFrmLayout::GetCurrentLayout();
+    pLayout->SetCurrentWindow(other.GetFrmWindow());
+    const DebugCapture capture;
+    EXPECT_THAT(HighlightFile(At("N1", {"B.1"}), TRUE, TRUE), Succeeds());
+    EXPECT_EQ(pLayout->GetCurrentWindow(), other.GetFrmWindow());
+    EXPECT_THAT(capture.Lines(), Contains("QTBELinkToQtbOnASMPRODUCT::HighlightProdStrucNode -> "
+                                          "pFrmWindowWhereHighlighted == NULL !"));
 }
 
 TEST_F(HighlightedProduct, WithoutCorrespondingRepNodeFails)

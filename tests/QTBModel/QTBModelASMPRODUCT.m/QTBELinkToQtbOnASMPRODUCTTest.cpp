@@ -5,17 +5,20 @@
 #include "QTBEditedSchema.h"
 #include "QTBFakeProduct.h"
 #include "QTBILinkToQtb.h"
+#include "QTBLoadManager.h"
 #include "QTBMatchers.h"
 #include "QTBProductSession.h"
 #include "QTBPsnTreeUtil.h"
 
 namespace {
 
+using ::testing::AllOf;
 using ::testing::Contains;
 using ::testing::HasSubstr;
 using ::testing::IsEmpty;
 using ::testing::IsSupersetOf;
 using ::testing::Not;
+using ::testing::StartsWith;
 
 constexpr const char* GET = "QTBELinkToQtbOnASMPRODUCT::GetCatiaPartNumberForLink -> ";
 
@@ -311,6 +314,114 @@ TEST_F(LinkToQtb, AFileInAnotherVersionThanThatOfItsNumberIsToldAndCountsAsNoPar
     EXPECT_EQ(bExist, FALSE);
     EXPECT_TRUE(spRelation == NULL_var);
     EXPECT_TRUE(spPart == NULL_var);
+}
+
+// The product B.1 of a file structure, placed by FAB below FA.
+class LinkToQtbOfFileStructure : public LinkToQtb
+{
+protected:
+    void SetUp() override
+    {
+        LinkToQtb::SetUp();
+        UseFileStructure();
+        Update(File("CATProductFile", "FA", "p.CATProduct"));
+        m_spProduct = At("N1", {"B.1"});
+    }
+    void TearDown() override
+    {
+        m_spProduct = NULL_var;
+        LinkToQtb::TearDown();
+    }
+
+    static std::string PlaceOf(const CATIProduct_var& spProduct)
+    {
+        EXPECT_THAT(QTBPsnTreeUtil::SetInstanceAttributes(spProduct, "FAB", "B.1"), Succeeds());
+        return FileStructureOf(spProduct);
+    }
+    static std::string PlacedFile(const std::string& further)
+    {
+        return File("CATPartFile", "FB", "b.CATPart", further) + FileUsage("FAB", "FA", "FB", "B.1");
+    }
+    static std::string Number(std::string_view number) { return Attribute("PartNumber", number); }
+    static std::string Version(std::string_view version) { return Info({{"QtbVersion", version}}); }
+
+    // What CheckNameAndVersion writes of a version that it cannot read.
+    static auto TellsOfAnUnreadableVersion() { return Contains(AllOf(HasSubstr(" File:["), HasSubstr("], Line:["))); }
+
+    CATIProduct_var m_spProduct;
+};
+
+TEST_F(LinkToQtbOfFileStructure, ARejectedRelationCountsThoughNoPartIsGiven)
+{
+    // Without part number the file differs from nothing, and the structure cannot be confirmed either.
+    Update(PlacedFile("") + NumberedPart("X", "NX") + NumberedPart("Y", "NY") + Usage("XY", "X", "Y", "Y.1"));
+    EXPECT_EQ(PlaceOf(m_spProduct), "FAB");
+    unsigned char bExist = FALSE;
+    QTBIPdmRelNode_var spRelation = RelNode("XY");
+    QTBIPdmObjNode_var spPart = ObjNode("X");
+    const DebugCapture capture;
+    EXPECT_THAT(QTBILinkToQtb_var(m_spProduct)->CorrespondingPdmNodesExist(&bExist, &spRelation, &spPart, nullptr),
+                Succeeds());
+    EXPECT_THAT(capture.Lines(), Contains(StartsWith("QTBInfoUtil::GetCatiaPartNumberFromPdm : HRESULT FAILED")));
+    EXPECT_EQ(bExist, TRUE);
+    EXPECT_TRUE(spRelation == FindNode("XY")) << "untouched";
+    EXPECT_TRUE(spPart == FindNode("X")) << "untouched";
+}
+
+TEST_F(LinkToQtbOfFileStructure, AProductWithoutPartNumberDiffersFromNothing)
+{
+    Update(PlacedFile(Number("Other") + Version("1")));
+    const CATIProduct_var spProduct = At("N1", {"N.1"});
+    EXPECT_EQ(ToText(spProduct->GetPartNumber()), "");
+    EXPECT_EQ(PlaceOf(spProduct), "FAB");
+    EXPECT_THAT(spProduct->SetPartNumber("N9"), Succeeds());
+    EXPECT_EQ(PlaceOf(spProduct), "FAB differs");
+}
+
+TEST_F(LinkToQtbOfFileStructure, AFileWithoutPartNumberDiffersFromNothing)
+{
+    for (const std::string& number : {std::string(), Number("")}) {
+        Update(PlacedFile(number + Version("1")) +
+               File("CATPartFile", "FB2", "b2.CATPart", Number("N2") + Version("2")));
+        EXPECT_EQ(PlaceOf(m_spProduct), "FAB") << number;
+    }
+    Update(PlacedFile(Number("Other") + Version("1")));
+    EXPECT_EQ(PlaceOf(m_spProduct), "FAB differs");
+}
+
+TEST_F(LinkToQtbOfFileStructure, AVersionThatCannotBeReadDiffersFromNothing)
+{
+    const auto fileOfNumber = [](const std::string& further) {
+        return File("CATPartFile", "FB2", "b2.CATPart", Number("N2") + further);
+    };
+    Update(PlacedFile(Number("N2")) + fileOfNumber(Version("2")));
+    {
+        const DebugCapture capture;
+        EXPECT_EQ(PlaceOf(m_spProduct), "FAB") << "that of the relation's file";
+        EXPECT_THAT(capture.Lines(), TellsOfAnUnreadableVersion());
+        EXPECT_THAT(capture.Text(), Not(HasSubstr("CheckNameAndVersion -> '")));
+    }
+    Update(PlacedFile(Number("N2") + Version("1")));
+    Update(fileOfNumber(""));
+    {
+        const DebugCapture capture;
+        EXPECT_EQ(PlaceOf(m_spProduct), "FAB") << "that of the number's file";
+        EXPECT_THAT(capture.Lines(), TellsOfAnUnreadableVersion());
+    }
+    Update(fileOfNumber(Version("2")));
+    EXPECT_EQ(PlaceOf(m_spProduct), "FAB differs");
+}
+
+TEST_F(LinkToQtbOfFileStructure, APartNumberWithoutFileHasNoVersionToDifferFrom)
+{
+    // A document is no file, though a relation of files may lead to it.
+    Update(Object("Document", "D", Number("N2") + Version("1")) +
+           Relation("FileFile", "FAB", "FA", "D", Attribute("InstanceName", "B.1")));
+    QTBIPdmNode_var spFile;
+    EXPECT_THAT(g_QTBLoadManager.GetPdmFileForPartNumber("N2", &spFile), FailsQuietly());
+    const DebugCapture capture;
+    EXPECT_EQ(PlaceOf(m_spProduct), "FAB");
+    EXPECT_THAT(capture.Lines(), TellsOfAnUnreadableVersion());
 }
 
 TEST_F(LinkToQtb, WhoAsksForTheFileAloneLooksUpNoStructure)

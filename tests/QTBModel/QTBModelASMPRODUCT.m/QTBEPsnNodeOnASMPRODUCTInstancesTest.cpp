@@ -8,6 +8,8 @@
 #include "QTBFaultyProducts.h"
 #include "QTBLoadManager.h"
 #include "QTBPartInstanceInfo.h"
+#include "QTBProductLadder.h"
+#include "QTBTestEnvironment.h"
 
 using ::testing::Contains;
 using ::testing::ElementsAre;
@@ -292,6 +294,20 @@ TEST_F(ChildInstances, ADeepStructureIsSavedWithoutRecursion)
     Save(Root("P1"));
     EXPECT_THAT(SavedFor("P19999"), ElementsAre("/I"));
     EXPECT_THAT(SavedFor("P20000"), IsEmpty());
+}
+
+TEST_F(ChildInstances, TheSavingOfALadderOfSharedProductsEndsAtTheLimit)
+{
+    Open(QTBProductLadder());
+    const auto save = [](const char* partNumber) {
+        return QTBIPsnNode_var(Root(partNumber))->SaveCurrentChildInstanceInfoStrings();
+    };
+    const QTBTestEnvironment limit("QTB_MAX_PRODUCTS", "31");
+    EXPECT_THAT(save("L36"), Succeeds()) << "four levels of two are 31 products with the top";
+    EXPECT_THAT(SavedFor("L39"), ElementsAre("/x", "/y"));
+    ASSERT_THAT(save("L35"), FailsWith("MaxProductsReachedERR_2010", "31"));
+    EXPECT_THAT(SavedFor("L35"), ElementsAre("/x", "/y")) << "the top saves before what is below it";
+    EXPECT_THAT(save("L0"), FailsWith("MaxProductsReachedERR_2010", "31"));
 }
 
 // Comparing.

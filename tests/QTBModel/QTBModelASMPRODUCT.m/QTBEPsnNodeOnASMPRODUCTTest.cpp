@@ -8,6 +8,7 @@
 #include "QTBFaultyProducts.h"
 #include "QTBLoadManager.h"
 #include "QTBPdmSessionUtil.h"
+#include "QTBProductLadder.h"
 #include "QTBTestEnvironment.h"
 
 using ::testing::Contains;
@@ -557,14 +558,7 @@ TEST_F(PsnNode, AllChildrenOfADeepStructureAreFoundWithoutRecursion)
 
 TEST_F(PsnNode, TheChildrenOfALadderOfSharedProductsEndAtTheLimit)
 {
-    std::string ladder;
-    for (int i = 0; i < 40; ++i) {
-        const std::string number = std::to_string(i);
-        const std::string below = std::to_string(i + 1);
-        ladder += "<product id=\"" + number + "\" file=\"" + number + ".CATProduct\" partNumber=\"L" + number +
-                  "\"><instance of=\"" + below + "\" name=\"x\"/><instance of=\"" + below + "\" name=\"y\"/></product>";
-    }
-    Open(ladder + R"(<product id="40" file="40.CATPart" partNumber="L40"/>)");
+    Open(QTBProductLadder());
     CATListValCATBaseUnknown_var children;
     const QTBTestEnvironment limit("QTB_MAX_PRODUCTS", "31");
     EXPECT_THAT(GetAll(Root("L36"), &children), Succeeds()) << "four levels of two are 31 products with the top";
@@ -573,6 +567,24 @@ TEST_F(PsnNode, TheChildrenOfALadderOfSharedProductsEndAtTheLimit)
     EXPECT_THAT(GetAll(Root("L0"), &children), FailsWith("MaxProductsReachedERR_2010", "31"));
     EXPECT_THAT(QTBIPsnNode_var(Root("L20"))->GetAllReferenceChildNodes(&children, QTB_BOM_TYPE_ALL, NULL), Succeeds())
         << "each reference once";
+}
+
+TEST_F(PsnNode, TheChildrenOfALadderOfSkippedProductsEndAtTheLimit)
+{
+    SwitchBehaviorOn();
+    Open(QTBProductLadder("FOLDER_"));
+    CATListValCATBaseUnknown_var children;
+    const auto getDirect = [&children](const char* partNumber, unsigned char bConsiderBehavior) {
+        return QTBIPsnNode_var(Root(partNumber))
+            ->GetDirectChildren(&children, bConsiderBehavior, TRUE, QTB_BOM_TYPE_ALL, FALSE);
+    };
+    const QTBTestEnvironment limit("QTB_MAX_PRODUCTS", "31");
+    EXPECT_THAT(getDirect("FOLDER_36", TRUE), Succeeds()) << "four levels of two are 31 products with the top";
+    EXPECT_EQ(children.Size(), 16) << "those of the last level, which is not skipped";
+    ASSERT_THAT(getDirect("FOLDER_35", TRUE), FailsWith("MaxProductsReachedERR_2010", "31"));
+    EXPECT_THAT(getDirect("FOLDER_0", TRUE), FailsWith("MaxProductsReachedERR_2010", "31"));
+    EXPECT_THAT(getDirect("FOLDER_0", FALSE), Succeeds()) << "nothing is skipped then";
+    EXPECT_EQ(children.Size(), 2);
 }
 
 // Reference children.

@@ -11,6 +11,7 @@
 
 #include <gmock/gmock.h>
 
+#include "CATError.h"
 #include "CATIDOMDocument.h"
 #include "CATIDOMElement.h"
 #include "CATInstantiateComponent.h"
@@ -575,13 +576,21 @@ TEST_F(QTBNodeContainerTest, PrintingFailsAtAnEmptyHandleAndAtAComponentWithoutR
 TEST_F(QTBNodeContainerTest, AFailingLookUpMeansThatANodeDoesNotExist)
 {
     m_pContainer->FileNode(CreateNoNode());
+    const CATUnicodeString usKey(KeysOfBucket(0, 1)[0]);
+    CATBaseUnknown_var spNode;
+    unsigned char bNodeFound = FALSE;
+    const HRESULT hr = m_pContainer->GetNodeByKey(usKey, &spNode, &bNodeFound);
+    const CATError* pError = CATError::CATGetLastError(hr, nullptr);
+    ASSERT_NE(pError, nullptr);
+    const std::string message(pError->GetNLSMessage().View());
+    EXPECT_NE(message, "");
     DebugCapture capture;
-    EXPECT_EQ(m_pContainer->NodeExists(CATUnicodeString(KeysOfBucket(0, 1)[0])), FALSE);
+    EXPECT_EQ(m_pContainer->NodeExists(usKey), FALSE);
     const std::vector<std::string> lines = capture.Lines();
     ASSERT_GE(lines.size(), 3U);
     EXPECT_THAT(lines[0], StartsWith("spINodeAttributesOnCurrentNode == NULL_var"));
     EXPECT_THAT(lines[1], StartsWith("GetNodeByKey : HRESULT FAILED"));
-    EXPECT_THAT(capture.Text(), testing::HasSubstr("\n" + lines[2]));
+    EXPECT_EQ(capture.Text(), lines[0] + "\n" + lines[1] + "\n" + message + "\n");
 }
 
 TEST_F(QTBNodeContainerTest, TheMessageOfAFailingLookUpIsWrittenOnlyWithTheDebugStatusOn)

@@ -568,8 +568,20 @@ TYPED_TEST(NodeRelationsOfSideTest, WithAllActionIndexesZeroEveryPdmNodeIsMostRe
 TYPED_TEST(NodeRelationsOfSideTest, NegativeActionIndexesAreNeverMostRecentlyUpdated)
 {
     const CATBaseUnknown_var spObject = this->CreatePdmNode("O", 1);
+    const CATBaseUnknown_var spNegative = this->CreatePdmNode("P1", -1);
+    const CATBaseUnknown_var spZero = this->CreatePdmNode("P2", 0);
+    this->Set(spObject, "N", {spNegative});
+    EXPECT_THAT(this->Get(spObject, "N", MOST_RECENTLY_UPDATED_NODES), IsEmpty());
+    EXPECT_THAT(this->Get(spObject, "N", ALL_NODES), ElementsAre(spNegative));
+    this->Set(spObject, "N", {spNegative, spZero});
+    EXPECT_THAT(this->Get(spObject, "N", MOST_RECENTLY_UPDATED_NODES), ElementsAre(spZero));
+}
+
+TYPED_TEST(NodeRelationsOfSideTest, PlainNodesAreNeverMostRecentlyUpdated)
+{
+    const CATBaseUnknown_var spObject = this->CreatePdmNode("O", 1);
     this->Set(spObject, "N", {this->m_spA, this->m_spB});
-    EXPECT_THAT(this->Get(spObject, "N", MOST_RECENTLY_UPDATED_NODES), IsEmpty()) << "plain nodes are dropped";
+    EXPECT_THAT(this->Get(spObject, "N", MOST_RECENTLY_UPDATED_NODES), IsEmpty());
 }
 
 TYPED_TEST(NodeRelationsOfSideTest, OnlyNodesOfTheCurrentActionAreCurrent)

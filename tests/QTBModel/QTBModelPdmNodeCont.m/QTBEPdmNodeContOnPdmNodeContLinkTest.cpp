@@ -160,6 +160,21 @@ TEST_F(PdmGraphLink, ARelationWhoseObjectsAreNotInTheGraphIsDroppedByTheSameUpda
     EXPECT_THAT(RightKeys("A", "PartPart"), ElementsAre("AB", "AX"));
 }
 
+TEST_F(PdmGraphLink, OfARelationReadAgainWhoseObjectHasGoneTheUserIsNotInformed)
+{
+    const QTBFakeRepTree tree;
+    Update(Part("A") + Part("B") + PartPart("AB", "A", "B"));
+    // The first takes the link between B and its relation, the second B itself.
+    EXPECT_THAT(GetPdmNodeCont()->RemoveNodeFromPdmGraph("B", FALSE, TRUE, FALSE, nullptr), Succeeds());
+    EXPECT_THAT(GetPdmNodeCont()->RemoveNodeFromPdmGraph("B", FALSE, FALSE, FALSE, nullptr), Succeeds());
+    tree.CreateRepNode("AB-Rep-1", FindNode("AB"), tree.CreateContainer("window", true));
+    Update(PartPart("AB", "A", "B"));
+    EXPECT_THAT(AllKeys(), ElementsAre("A"));
+    EXPECT_THAT(QTBFakeRepTree::Calls(),
+                ElementsAre("AB-Rep-1.AddDebugInfoString(Removing PDM node with Key [AB])",
+                            "AB-Rep-1.GetRepNodeContainer()", "window.RecursiveRemoveRepTree(AB-Rep-1)"));
+}
+
 TEST_F(PdmGraphLink, ARelationMustLeadToObjects)
 {
     Update(Part("A") + Part("B") + PartPart("AB", "A", "B") + PartPart("X", "A", "AB"));

@@ -104,6 +104,11 @@ TEST_F(PdmGraphRemoval, AKeptNodeIsStillFoundButHasNoRelationsAndNoRepNodes)
     EXPECT_THAT(RightKeys("A", "PdmToRep"), IsEmpty());
     EXPECT_THAT(RightKeys("L", "PartPart"), ElementsAre("LR"));
     EXPECT_THAT(LeftKeys("R", "PartPart"), ElementsAre("LR"));
+    EXPECT_THAT(AllKeys(), ElementsAre("A", "AR", "L", "LA", "LR", "R")) << "its relations are kept too";
+    for (const char* key : {"LA", "AR"}) {
+        EXPECT_THAT(LeftKeys(key, "PartPart"), IsEmpty()) << key;
+        EXPECT_THAT(RightKeys(key, "PartPart"), IsEmpty()) << key;
+    }
 }
 
 TEST_F(PdmGraphRemoval, ARelationGoesAlone)
@@ -123,6 +128,25 @@ TEST_F(PdmGraphRemoval, RemovingByKeyDoesTheSame)
                 FailsAssertion("usPdmNodeKey != \"\""));
 }
 
+TEST_F(PdmGraphRemoval, RemovingByKeyHandsOnWhatItIsTold)
+{
+    const QTBFakeRepTree tree;
+    const QTBFakeCommunication communication;
+    const CATBaseUnknown_var spContainer = tree.CreateContainer("window", true);
+    tree.CreateRepNode("A-Rep-1", FindNode("A"), spContainer);
+    tree.CreateRepNode("R-Rep-2", FindNode("R"), spContainer);
+    const CATUnicodeString usOption("all versions");
+    EXPECT_THAT(GetPdmNodeCont()->RemoveNodeFromPdmGraph("A", TRUE, FALSE, TRUE, &usOption), Succeeds());
+    EXPECT_THAT(QTBFakeCommunication::Calls(), ElementsAre("Delete(A, all versions)"));
+    EXPECT_THAT(QTBFakeRepTree::Calls(), Contains("window.RecursiveRemoveRepTree(A-Rep-1, inform)"));
+    EXPECT_THAT(AllKeys(), ElementsAre("L", "LR", "R"));
+
+    EXPECT_THAT(GetPdmNodeCont()->RemoveNodeFromPdmGraph("R", FALSE, TRUE, FALSE, &usOption), Succeeds());
+    EXPECT_EQ(QTBFakeCommunication::Calls().size(), 1U) << "not deleted in the PDM system";
+    EXPECT_THAT(QTBFakeRepTree::Calls(), Contains("window.RecursiveRemoveRepTree(R-Rep-2)"));
+    EXPECT_THAT(AllKeys(), ElementsAre("L", "LR", "R")) << "kept";
+}
+
 TEST_F(PdmGraphRemoval, RemovingChecksItsHandle)
 {
     EXPECT_THAT(
@@ -133,6 +157,7 @@ TEST_F(PdmGraphRemoval, RemovingChecksItsHandle)
                 LacksInterface("*pspIPdmNode"));
     EXPECT_THAT(Extension()->RemovePdmNodeFromContainer(static_cast<QTBIPdmNode_var*>(nullptr), FALSE, FALSE),
                 FailsAssertion("pspIPdmNode"));
+    EXPECT_THAT(Extension()->RemovePdmNodeFromContainer(&spIPdmNode, FALSE, FALSE), LacksInterface("*pspIPdmNode"));
     EXPECT_THAT(Extension()->RemoveNodeFromPdmSystem(&spIPdmNode, nullptr), FailsAssertion("NULL_var != *pspIPdmNode"));
 }
 

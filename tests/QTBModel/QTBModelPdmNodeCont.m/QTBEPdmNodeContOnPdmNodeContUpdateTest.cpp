@@ -14,6 +14,7 @@ using ::testing::Contains;
 using ::testing::ElementsAre;
 using ::testing::HasSubstr;
 using ::testing::IsEmpty;
+using ::testing::IsSupersetOf;
 using ::testing::Not;
 
 namespace {
@@ -356,6 +357,24 @@ TEST_F(PdmGraphUpdate, ListedItemsAreRemoved)
                                           "deleted with key [AB] was not found, ignoring it"));
 }
 
+TEST_F(PdmGraphUpdate, OfListedItemsTheUserIsInformed)
+{
+    const QTBFakeRepTree tree;
+    Update(Part("A") + Part("B") + Part("C") + PartPart("AB", "A", "B") + PartPart("BC", "B", "C"));
+    const CATBaseUnknown_var spContainer = tree.CreateContainer("window", true);
+    tree.CreateRepNode("A-Rep-1", FindNode("A"), spContainer);
+    tree.CreateRepNode("AB-Rep-2", FindNode("AB"), spContainer);
+    tree.CreateRepNode("BC-Rep-3", FindNode("BC"), spContainer);
+    Update("<objectToDelete>A</objectToDelete>");
+    EXPECT_THAT(AllKeys(), ElementsAre("B", "BC", "C"));
+    EXPECT_THAT(QTBFakeRepTree::Calls(), IsSupersetOf({"window.RecursiveRemoveRepTree(A-Rep-1, inform)",
+                                                       "window.RecursiveRemoveRepTree(AB-Rep-2, inform)"}))
+        << "and of the relations that go with an object";
+    Update("<relationToDelete>BC</relationToDelete>");
+    EXPECT_THAT(AllKeys(), ElementsAre("B", "C"));
+    EXPECT_THAT(QTBFakeRepTree::Calls(), Contains("window.RecursiveRemoveRepTree(BC-Rep-3, inform)"));
+}
+
 TEST_F(PdmGraphUpdate, ADeletionWithoutKeyEndsTheUpdate)
 {
     EXPECT_THAT(TryUpdate(Answer("<objectToDelete/>")), FailsAssertion("usKeyOfObjectToDelete != \"\""));
@@ -386,6 +405,8 @@ TEST_F(PdmGraphUpdate, TheReadingStepsCheckTheirArguments)
     EXPECT_THAT(Extension()->ReadPdmNodes(spIDOMDocument, &Nodes, nullptr), FailsAssertion("pReadRelationNodes"));
     EXPECT_THAT(Extension()->ReadPdmNodesOfType("o", spIDOMDocument, TRUE, nullptr),
                 FailsAssertion("pListOfNodes != NULL"));
+    EXPECT_THAT(Extension()->ReadPdmNodesOfType("o", CATIDOMDocument_var(), TRUE, &Nodes),
+                LacksInterface("spIDOMDocument"));
     EXPECT_THAT(Extension()->RemoveNodesToBeDeleted(CATIDOMDocument_var()), LacksInterface("spIDOMDocument"));
 }
 

@@ -98,6 +98,20 @@ TEST_F(SelectedRepNodes, AreGivenInTheOrderOfTheSelectionWithoutFiltering)
     EXPECT_EQ(elements[4], a);
 }
 
+TEST_F(SelectedRepNodes, ThatHaveLeftTheModelAreNotGiven)
+{
+    Select(ab);
+    Select(a);
+    Select(FindNode("B"));
+    m_pPaths->LoseObject(a.GetImpl());
+    CATListValCATBaseUnknown_var elements;
+    CATListValCATBaseUnknown_var* pElements = &elements;
+    EXPECT_EQ(CATICSOFilter_var(a)->AvailableElements("Copy", &m_CSO, &pElements), S_OK);
+    ASSERT_EQ(elements.Size(), 2);
+    EXPECT_EQ(elements[1], ab);
+    EXPECT_EQ(elements[2], FindNode("B"));
+}
+
 TEST_F(SelectedRepNodes, AreNotGivenWithoutAListOrASelection)
 {
     Select(a);

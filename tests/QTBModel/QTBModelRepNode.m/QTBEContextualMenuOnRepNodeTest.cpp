@@ -432,6 +432,35 @@ TEST_F(RepNodeContextMenuOfChild, TakesAParentThatIsNoRelationAsWell)
     EXPECT_TRUE(IsAvailable(b, false));
 }
 
+// A rep node that fails to tell whether it stands for a relation, with an answer all the same.
+class AnsweringInVain : public QTBERepNodeOnRepNode
+{
+public:
+    inline static unsigned char s_bAnswer = FALSE;
+
+    HRESULT RepresentsPdmRelNode(unsigned char* pbRepresentsPdmRelNode, unsigned char*)
+    {
+        *pbRepresentsPdmRelNode = s_bAnswer;
+        return E_FAIL;
+    }
+};
+
+TEST_F(RepNodeContextMenuOfChild, UpdatesTheRelationToAParentThatFailsToSayButSaysItIsOne)
+{
+    UpdateRelation("true");
+    QTBTestLateType type("QTBAnsweringInVain", "QTBRepNode");
+    type.Register<TIEQTBIRepNode, QTBIRepNode, AnsweringInVain>();
+    const QTBIRepNode_var spRelation(KeepLoose(type.Create()));
+    EXPECT_THAT(QTBINodeRelations_var(FindNode("AB"))->AddRightNode("PdmToRep", spRelation, 1, TRUE), Succeeds());
+    EXPECT_THAT(spRelation->SetSinglePdmRelationToBeDisplayed(PARTS), Succeeds());
+    const QTBIRepNode_var b = CreateRoot("B");
+    LinkBelow(spRelation, b);
+    AnsweringInVain::s_bAnswer = TRUE;
+    EXPECT_TRUE(IsAvailable(b, false));
+    AnsweringInVain::s_bAnswer = FALSE;
+    EXPECT_FALSE(IsAvailable(b, true));
+}
+
 TEST_F(RepNodeContextMenuOfChild, DoesNotUpdateTheRelationToTheParentWhenSomethingFails)
 {
     UpdateRelation("true");

@@ -19,7 +19,9 @@ namespace {
 
 using ::testing::Contains;
 using ::testing::ElementsAre;
+using ::testing::HasSubstr;
 using ::testing::IsEmpty;
+using ::testing::Not;
 
 // Links that name a file for each part number.
 class NamedLink : public CATBaseUnknown
@@ -84,7 +86,7 @@ protected:
     {
         unsigned char bExist = 7;
         CATListValCATBaseUnknown_var products;
-        products.Append(Root("N1"));
+        products.Append(Root("N4"));
         EXPECT_THAT(LinkOf(key)->CorrespondingPsnNodesExist(&bExist, &products, nullptr), Succeeds());
         EXPECT_EQ(bExist, products.Size() > 0 ? TRUE : FALSE);
         std::vector<std::string> paths;
@@ -139,6 +141,67 @@ TEST_F(ProductsOfRepNode, AreNoneWhenAPartOnTheWayHasAnotherNumber)
                 Contains("QTBELinkToPsnOnRepNode::GetTargetPsnNodes -> InstanceInfoIndex:2, "
                          "usCurrentParentPartNumber:[OTHER] !=  usExpectedParentPartNumber:[N2] -> returning "
                          "unsuccessfully"));
+}
+
+TEST_F(ProductsOfRepNode, AreNoneWhenALaterBranchOfThePathFailsThoughAnEarlierOneLedToSome)
+{
+    Open(R"(
+        <product id="q" file="q.CATProduct" partNumber="M1">
+          <instance of="r" name="R.1"/><instance of="s" name="R.2"/>
+        </product>
+        <product id="r" file="r.CATProduct" partNumber="M2"><instance of="t" name="T.1"/></product>
+        <product id="s" file="s.CATProduct" partNumber="OTHER"><instance of="t" name="T.1"/></product>
+        <product id="t" file="t.CATPart" partNumber="M3"/>)");
+    Update(NumberedPart("Q", "M1") + NumberedPart("R", "M2") + NumberedPart("T", "M3") +
+           PartPart("QR", "Q", "R", R"(<a name="InstanceName" type="list"><v>R.1</v><v>R.2</v></a>)") +
+           Usage("RT", "R", "T", "T.1"));
+    m_pWindow->Show(FindNode("Q"), {"PartPart"});
+    EXPECT_THAT(ProductsOf("R"), ElementsAre("M1/R.1", "M1/R.2"));
+    {
+        const DebugCapture capture;
+        EXPECT_THAT(ProductsOf("T"), IsEmpty());
+        EXPECT_THAT(capture.Lines(),
+                    Contains("QTBELinkToPsnOnRepNode::GetTargetPsnNodes -> InstanceInfoIndex:2, "
+                             "usCurrentParentPartNumber:[OTHER] !=  usExpectedParentPartNumber:[M2] -> returning "
+                             "unsuccessfully"));
+    }
+    EXPECT_THAT(Root("OTHER")->SetPartNumber("M2"), Succeeds());
+    EXPECT_THAT(ProductsOf("T"), ElementsAre("M1/R.1/T.1", "M1/R.2/T.1"));
+
+    EXPECT_THAT(At("M1", {"R.2"})->RemoveChild(At("M1", {"R.2", "T.1"})), Succeeds());
+    const DebugCapture capture;
+    EXPECT_THAT(ProductsOf("T"), IsEmpty());
+    EXPECT_THAT(capture.Lines(), Contains("QTBELinkToPsnOnRepNode::GetTargetPsnNodes -> no PSN child nodes found for "
+                                          "these instance names:"));
+}
+
+TEST_F(ProductsOfRepNode, AreThoseOfTheDocumentNearestTheRoot)
+{
+    m_pWindow->Show(FindNode("A"), {"PartPart"});
+    EXPECT_THAT(ProductsOf("C"), ElementsAre("N1/B.2/C.1", "N1/B.1/C.1"));
+    EXPECT_THAT(Root("N1")->SetPartNumber("OTHER"), Succeeds());
+    EXPECT_THAT(ProductsOf("C"), ElementsAre("N2/C.1")) << "there was a deeper one";
+    EXPECT_THAT(Root("N2")->SetPartNumber("OTHER"), Succeeds());
+    EXPECT_THAT(ProductsOf("C"), ElementsAre("N3")) << "and one of the part itself";
+}
+
+TEST_F(ProductsOfRepNode, AreCountedInTheDebugOutputWhenTheFirstOfSeveralIsGiven)
+{
+    m_pWindow->Show(FindNode("A"), {"PartPart"});
+    unsigned char bExists = FALSE;
+    CATIProduct_var spProduct;
+    {
+        const DebugCapture capture;
+        EXPECT_THAT(LinkOf("C")->CorrespondingPsnNodeExists(&bExists, &spProduct), Succeeds());
+        EXPECT_EQ(bExists, TRUE);
+        EXPECT_EQ(PathOf(spProduct), "N1/B.2/C.1");
+        EXPECT_THAT(capture.Lines(), Contains("QTBELinkToPsnOnRepNode::CorrespondingPsnNodeExists -> 2 corresponding "
+                                              "PSN nodes exist"));
+    }
+    const DebugCapture capture;
+    EXPECT_THAT(LinkOf("A")->CorrespondingPsnNodeExists(&bExists, &spProduct), Succeeds());
+    EXPECT_EQ(PathOf(spProduct), "N1");
+    EXPECT_THAT(capture.Text(), Not(HasSubstr("corresponding PSN nodes exist")));
 }
 
 TEST_F(ProductsOfRepNode, OfARootPartAreTheRootOfTheDocumentWithItsNumber)

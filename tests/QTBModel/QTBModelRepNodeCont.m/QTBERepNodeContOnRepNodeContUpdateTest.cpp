@@ -399,6 +399,7 @@ TEST_F(RepTreeUpdate, FindsTheChildrenOfALargeAssemblyAgain)
         items += usage(i);
     }
     Update(items);
+    Consider(ALL_NODES);
     EXPECT_THAT(ShowTrees("P", Relations({PARTS})), Succeeds());
     const QTBIRepNode_var spRoot = Find("P");
     const auto children = ChildrenOf(spRoot);
@@ -439,11 +440,11 @@ TEST_F(LimitedRepTreeUpdate, IsNotToldByTheUpdateAfterTheOneThatReachedIt)
     Update(Part("P") + Part("Q") + Part("R") + PartPart("PQ", "P", "Q") + PartPart("PR", "P", "R"));
     const QTBIRepNode_var spRoot = CreateRoot("P");
     {
-        // Behind the first child, where the level is reached.
-        const QTBFault fault("GetRightObject", FindNode("PR"), 0, QTBFault::LacksMemory);
+        // Behind the first child, where the level is reached; the relation that was read last comes first.
+        const QTBFault fault("GetRightObject", FindNode("PQ"), 0, QTBFault::LacksMemory);
         EXPECT_THROW(static_cast<void>(Expand(spRoot, Relations({PARTS}))), std::bad_alloc);
     }
-    EXPECT_EQ(TreeOf(spRoot), "P(PQ(Q))");
+    EXPECT_EQ(TreeOf(spRoot), "P(PR(R))");
     EXPECT_THAT(Expand(CreateRoot("C"), Relations({PARTS})), Succeeds());
 }
 
@@ -979,12 +980,13 @@ TEST_F(FailingExpansion, CatchesErrorsAndTellsThem)
 
 TEST_F(FailingExpansion, CatchesAnErrorOnTheWayIntoAChild)
 {
+    Consider(ALL_NODES);
     EXPECT_THAT(Expand(a, Relations({PARTS})), Succeeds());
-    ASSERT_EQ(TreeOf(a), "A(AB(B(BC(C))))");
+    ASSERT_EQ(TreeOf(a), "A(AB(B(BC(C))) AD(D))");
     const QTBFault fault("GetPdmNodeKey", Find("B"), 0, QTBFault::Raises);
     const DebugCapture capture;
     const HRESULT hr = Expand(a, Relations({PARTS}));
-    EXPECT_THAT(hr, FailsWithMessage("FaultERR_1"));
+    ASSERT_THAT(hr, FailsWithMessage("FaultERR_1"));
     EXPECT_THAT(capture.Lines(), Contains("QTBERepNodeContOnRepNodeCont::RecursiveUpdateRepTreeAdd ->" +
                                           TextOf(CATError::CATGetLastError(hr, nullptr)->GetNLSMessage())));
     EXPECT_EQ(Cont()->GetExpansionPathLength(), 0);
@@ -992,13 +994,14 @@ TEST_F(FailingExpansion, CatchesAnErrorOnTheWayIntoAChild)
 
 TEST_F(FailingExpansion, LeavesNothingBehindWhenMemoryRunsOut)
 {
+    Consider(ALL_NODES);
     {
         const QTBFault fault("GetRightObject", FindNode("BC"), 0, QTBFault::LacksMemory);
         EXPECT_THROW(static_cast<void>(Expand(a, Relations({PARTS}))), std::bad_alloc);
     }
     EXPECT_EQ(Cont()->GetExpansionPathLength(), 0);
     EXPECT_THAT(Expand(a, Relations({PARTS})), Succeeds());
-    EXPECT_EQ(TreeOf(a), "A(AB(B(BC(C))))");
+    EXPECT_EQ(TreeOf(a), "A(AB(B(BC(C))) AD(D))");
 }
 
 TEST_F(FailingExpansion, OfTheTreesOfAPdmNodeChecksItsSteps)

@@ -120,11 +120,11 @@ TEST_F(TraceUtil, PrintsPdmNodesWithTheirActionAndTheKeysOfTheirObjects)
 
 TEST_F(TraceUtil, PrintsARelationThatIsNotLinkedYetInOneLine)
 {
-    CATBaseUnknown_var spRelation;
-    EXPECT_THAT(GetPdmNodeCont()->CreatePdmRelNode("R1", &spRelation, TRUE), Succeeds());
-    const std::string relation = Trace(S_OK, [&] { return QTBTraceUtil::PrintPdmNodeInfo(spRelation, "new "); });
+    Update(Part("P1") + Part("P2") + PartPart("R1", "P1", "P2"));
+    EXPECT_TRUE(SUCCEEDED(QTBINodeRelations_var(FindNode("R1"))->RemoveAllRels(nullptr)));
+    const std::string relation = Trace(S_OK, [] { return QTBTraceUtil::PrintPdmNodeInfo(PdmNode("R1"), "new "); });
     EXPECT_THAT(relation, ::testing::StartsWith("new "));
-    EXPECT_THAT(relation, ::testing::EndsWith("[R1], action index:[0]\n"));
+    EXPECT_THAT(relation, ::testing::EndsWith("[R1], action index:[1]\n"));
     EXPECT_THAT(relation, ::testing::Not(HasSubstr("FAILED")));
 }
 

@@ -36,10 +36,12 @@ CATRep* QTBE3DGeoVisuOnBndBox::BuildRep()
 
 CATRep* QTBE3DGeoVisuOnBndBox::BuildCoarseRep()
 {
+    QTB_SCOPE("QTBE3DGeoVisuOnBndBox::BuildCoarseRep");
     return NULL;
 }
 
 CATRep* QTBE3DGeoVisuOnBndBox::BuildPathRep(CATPathElement*)
 {
+    QTB_SCOPE("QTBE3DGeoVisuOnBndBox::BuildPathRep");
     return NULL;
 }

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "CATBaseUnknown.h"
+#include "QTBCheck.h"
 
 class CATRep;
 
@@ -8,8 +9,20 @@ class CATRep;
 class QTBESelectShowOnBndBox : public CATBaseUnknown
 {
 public:
-    HRESULT BeginShow() { return S_OK; }
-    HRESULT EndShow() { return S_OK; }
+    HRESULT BeginShow()
+    {
+        QTB_SCOPE("QTBESelectShowOnBndBox::BeginShow");
+        return S_OK;
+    }
+    HRESULT EndShow()
+    {
+        QTB_SCOPE("QTBESelectShowOnBndBox::EndShow");
+        return S_OK;
+    }
     // NULL.
-    CATRep* BuildSelectionRep() { return NULL; }
+    CATRep* BuildSelectionRep()
+    {
+        QTB_SCOPE("QTBESelectShowOnBndBox::BuildSelectionRep");
+        return NULL;
+    }
 };

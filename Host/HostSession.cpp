@@ -126,9 +126,8 @@ CATListValCATBaseUnknown_var HostSession::OpenAssembly(const std::string& path, 
                                           withBoxes ? CATStepContent::StructureAndBoxes : CATStepContent::Structure),
                 ExitCode::BadInput, "assembly");
 #else
-        throw HostError(ExitCode::Usage, "assembly " + path +
-                                             " is no product structure file (.xml), and this program was built without "
-                                             "the STEP reader");
+        throw HostError(ExitCode::BadInput,
+                        "assembly " + path + " is no product structure file (.xml), and " + NO_STEP_READER);
 #endif
     }
     for (const CATBaseUnknown_var& spDocument : documents) {

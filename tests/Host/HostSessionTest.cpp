@@ -7,6 +7,7 @@
 #include "LinkCommand.h"
 #include "ProductCommands.h"
 #include "QTBIPdmNode.h"
+#include "StoreInput.h"
 #include "TreeCommand.h"
 
 namespace fs = std::filesystem;
@@ -106,6 +107,20 @@ TEST(HostSession, AssemblyThatIsNoProductStructureIsBadInputAndTheSessionGoesOn)
     EXPECT_EQ(FailureOf([&] { session.OpenAssembly(file.Path()); }).first, ExitCode::BadInput);
     EXPECT_EQ(session.OpenAssembly(EXAMPLES + "as1/products.xml").Size(), 1);
 }
+
+#ifndef QTB_WITH_STEP
+TEST(HostSession, StepFileWithoutTheReaderIsBadInputThatNamesTheRemedy)
+{
+    const TemporaryFile file("no-reader.step", "ISO-10303-21;");
+    HostSession session("", "");
+    const auto [exitCode, message] = FailureOf([&] { session.OpenAssembly(file.Path()); });
+    EXPECT_EQ(exitCode, ExitCode::BadInput);
+    EXPECT_NE(message.find("./run convert"), std::string::npos) << message;
+    const auto [importCode, importMessage] = FailureOf([&] { StoreInput::ReadAnswers(file.Path()); });
+    EXPECT_EQ(importCode, ExitCode::BadInput);
+    EXPECT_NE(importMessage.find("./run convert"), std::string::npos) << importMessage;
+}
+#endif
 
 TEST(TreeCommand, UnknownRootIsAUsageError)
 {

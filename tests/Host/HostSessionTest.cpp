@@ -1,6 +1,5 @@
 #include <gtest/gtest.h>
 
-#include <filesystem>
 #include <fstream>
 #include <set>
 
@@ -11,10 +10,9 @@
 #include "QTBIPdmNode.h"
 #include "QTBIRepNode.h"
 #include "QTBNodeRelationInfo.h"
+#include "QTBTestFolder.h"
 #include "StoreInput.h"
 #include "TreeCommand.h"
-
-namespace fs = std::filesystem;
 
 namespace {
 
@@ -22,18 +20,13 @@ namespace {
 class TemporaryFile
 {
 public:
-    TemporaryFile(const std::string& name, const std::string& content) : m_Path(fs::temp_directory_path() / name)
-    {
-        std::ofstream(m_Path) << content;
-    }
-    TemporaryFile(const TemporaryFile&) = delete;
-    TemporaryFile& operator=(const TemporaryFile&) = delete;
-    ~TemporaryFile() { fs::remove(m_Path); }
+    TemporaryFile(const std::string& name, const std::string& content) : m_Path(m_Folder.Write(name, content)) {}
 
-    std::string Path() const { return m_Path.string(); }
+    std::string Path() const { return m_Path; }
 
 private:
-    fs::path m_Path;
+    QTBTestFolder m_Folder;
+    std::string m_Path;
 };
 
 // What a command says when it fails, and its exit code.

@@ -13,7 +13,7 @@
 
 namespace fs = std::filesystem;
 
-void RunConvert(const ConvertOptions& options)
+int RunConvert(const ConvertOptions& options)
 {
     CATStepAssembly assembly;
     try {
@@ -38,4 +38,5 @@ void RunConvert(const ConvertOptions& options)
     }
     fmt::print("{} products, {} usages, {} occurrences, depth {}\n", assembly.products.size(), assembly.usages.size(),
                assembly.CountOccurrences(), assembly.GetDepth());
+    return static_cast<int>(ExitCode::Success);
 }

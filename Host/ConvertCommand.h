@@ -10,4 +10,4 @@ struct ConvertOptions
 };
 
 // Writes the answers and tells on the standard output what was written. Raises HostError.
-void RunConvert(const ConvertOptions& options);
+int RunConvert(const ConvertOptions& options);

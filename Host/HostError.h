@@ -14,6 +14,10 @@ enum class ExitCode : int
 // What a person is told when memory runs out.
 inline constexpr const char* NO_MEMORY = "there is not enough memory for this";
 
+// What a person is told who gives a STEP file to a program that cannot read it.
+inline constexpr const char* NO_STEP_READER =
+    "this program was built without the STEP reader; ./run convert builds one that has it";
+
 // A failure that a person is told about; ends the program with its exit code.
 class HostError : public std::runtime_error
 {

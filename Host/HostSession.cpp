@@ -14,6 +14,8 @@
 #ifdef QTB_WITH_STEP
 #include "CATStepProducts.h"
 #endif
+#include "ConsideringNodes.h"
+#include "HostRelations.h"
 #include "HostResources.h"
 #include "QTBCommUtil.h"
 #include "QTBConstants.h"
@@ -25,8 +27,6 @@
 #include "QTBNodeRelationInfo.h"
 #include "QTBPdmStoreComponent.h"
 #include "QTBRepTreeUtil.h"
-#include "QTBSchema.h"
-#include "QTBSchemaRelation.h"
 #include "QTBSchemaUtil.h"
 #include "QTBXmlUtil.h"
 #include "StoreInput.h"
@@ -126,9 +126,8 @@ CATListValCATBaseUnknown_var HostSession::OpenAssembly(const std::string& path, 
                                           withBoxes ? CATStepContent::StructureAndBoxes : CATStepContent::Structure),
                 ExitCode::BadInput, "assembly");
 #else
-        throw HostError(ExitCode::Usage, "assembly " + path +
-                                             " is no product structure file (.xml), and this program was built without "
-                                             "the STEP reader");
+        throw HostError(ExitCode::BadInput,
+                        "assembly " + path + " is no product structure file (.xml), and " + NO_STEP_READER);
 #endif
     }
     for (const CATBaseUnknown_var& spDocument : documents) {
@@ -159,17 +158,8 @@ void HostSession::ReadAnswer(const std::string& path)
 
 void HostSession::ExpandEverything()
 {
-    QTBSchema* pSchema = nullptr;
-    Require(QTBSchemaUtil::GetCurrentSchemaPtr(&pSchema), ExitCode::Failure, "schema");
-    // New children go in front of the others, so the relation that is to stand first comes last.
-    CATListValQTBNodeRelationInfo relations;
-    for (int i = pSchema->GetRelationCount(); i >= 1; --i) {
-        QTBSchemaRelation* pRelation = nullptr;
-        Require(pSchema->GetRelationPtr(i, &pRelation), ExitCode::Failure, "schema");
-        relations.Append(QTBNodeRelationInfo(pRelation->GetName(), usLEFT_TO_RIGHT));
-    }
-    NodesToRetrieve nodes = ALL_NODES;
-    Require(m_spIRepNodeCont->SetPdmNodesToConsider(&nodes), ExitCode::Failure, "PDM window");
+    const CATListValQTBNodeRelationInfo relations = HostRelations::GetToExpand({});
+    const ConsideringNodes considering(m_spIRepNodeCont, ALL_NODES);
     unsigned char bTrue = TRUE;
     unsigned char bFalse = FALSE;
     for (const CATBaseUnknown_var& spRoot : GetRoots()) {
@@ -181,8 +171,34 @@ void HostSession::ExpandEverything()
                     ExitCode::Failure, "PDM window");
         }
     }
-    nodes = ONLY_CURRENT_NODES;
-    Require(m_spIRepNodeCont->SetPdmNodesToConsider(&nodes), ExitCode::Failure, "PDM window");
+}
+
+void HostSession::AddRoots(const QTBIRepNodeCont_var& spIRepNodeCont, const CATListValCATBaseUnknown_var& pdmObjects,
+                           NodesToRetrieve nodes)
+{
+    unsigned char bTrue = TRUE;
+    unsigned char bFalse = FALSE;
+    HRESULT hr = S_OK;
+    {
+        const ConsideringNodes considering(spIRepNodeCont, nodes);
+        for (const CATBaseUnknown_var& spPdmObject : pdmObjects) {
+            const HRESULT hrOfRoot = spIRepNodeCont->UpdateRepTrees(spPdmObject, CATListValQTBNodeRelationInfo(),
+                                                                    &bTrue, nullptr, nullptr, &bFalse);
+            hr = FAILED(hr) ? hr : hrOfRoot;
+        }
+    }
+    Require(hr, ExitCode::Failure, "root");
+    Require(spIRepNodeCont->UpdateQtbWindow(&bTrue, &bFalse), ExitCode::Failure, "PDM window");
+}
+
+void HostSession::ReplaceRoots(const QTBIRepNodeCont_var& spIRepNodeCont,
+                               const CATListValCATBaseUnknown_var& pdmObjects, NodesToRetrieve nodes)
+{
+    unsigned char bTrue = TRUE;
+    unsigned char bFalse = FALSE;
+    Require(spIRepNodeCont->AddAsRepRootNodes(CATListValCATBaseUnknown_var(), &bTrue, &bFalse, nullptr, nullptr),
+            ExitCode::Failure, "PDM window");
+    AddRoots(spIRepNodeCont, pdmObjects, nodes);
 }
 
 CATListValCATBaseUnknown_var HostSession::GetRoots() const

@@ -5,6 +5,7 @@
 #include "CATInterface_var.h"
 #include "CATListValCATBaseUnknown_var.h"
 #include "HostError.h"
+#include "QTBConstants.h"
 #include "QTBIPdmNodeCont.h"
 #include "QTBIRepNodeCont.h"
 
@@ -44,6 +45,14 @@ public:
     // Expands every root of the PDM window along all relations of the schema, from left to right, whatever the action
     // that read them.
     void ExpandEverything();
+
+    // Shows PDM objects as roots, those of other actions too where the nodes say so; one that the container shows
+    // somewhere stays there. All are tried before the first failure is raised.
+    static void AddRoots(const QTBIRepNodeCont_var& spIRepNodeCont, const CATListValCATBaseUnknown_var& pdmObjects,
+                         NodesToRetrieve nodes = ALL_NODES);
+    // The same in an empty window: what it showed before goes.
+    static void ReplaceRoots(const QTBIRepNodeCont_var& spIRepNodeCont, const CATListValCATBaseUnknown_var& pdmObjects,
+                             NodesToRetrieve nodes = ALL_NODES);
 
     // The roots that the PDM window shows.
     CATListValCATBaseUnknown_var GetRoots() const;

@@ -10,6 +10,7 @@
 #include "CATFrmEditor.h"
 #include "CATFrmWindow.h"
 #include "HostSession.h"
+#include "HostText.h"
 #include "ProductLinks.h"
 #include "ProductTree.h"
 #include "Progress.h"
@@ -22,12 +23,9 @@
 #include "QTBRepTreeUtil.h"
 #include "TreePrinter.h"
 
-namespace {
+using HostText::ToText;
 
-std::string ToText(const CATUnicodeString& text)
-{
-    return std::string(text.View());
-}
+namespace {
 
 class LinkRun
 {

@@ -11,6 +11,7 @@
 
 #include "CATDocument.h"
 #include "HostSession.h"
+#include "HostText.h"
 #include "ProductTree.h"
 #include "QTBDebugUtil.h"
 #include "QTBIPsnNode.h"
@@ -18,15 +19,11 @@
 #include "QTBPsnTreeUtil.h"
 
 namespace fs = std::filesystem;
+using HostText::ToText;
 
 namespace {
 
 using Json = nlohmann::ordered_json;
-
-std::string ToText(const CATUnicodeString& text)
-{
-    return std::string(text.View());
-}
 
 Json ToJson(const CATListValCATUnicodeString& texts)
 {
@@ -90,10 +87,6 @@ std::string DescribeDocument(const CATIProduct_var& spIProduct, bool isDirty)
     }
     return isDirty ? "the file is newer than what the PDM system has" : "saved in " + path;
 }
-
-} // namespace
-
-namespace {
 
 // Texts of the first list that the second does not have, each as often as it has more of them.
 CATListValCATUnicodeString Subtract(const CATListValCATUnicodeString& texts, const CATListValCATUnicodeString& others)

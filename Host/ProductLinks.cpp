@@ -3,6 +3,7 @@
 #include <fmt/format.h>
 
 #include "HostSession.h"
+#include "HostText.h"
 #include "QTBConstants.h"
 #include "QTBILinkToQtb.h"
 #include "QTBINodeAttributes.h"
@@ -12,12 +13,9 @@
 #include "QTBInfoUtil.h"
 #include "QTBLoadManager.h"
 
-namespace {
+using HostText::ToText;
 
-std::string ToText(const CATUnicodeString& text)
-{
-    return std::string(text.View());
-}
+namespace {
 
 // Key of a PDM node, empty for an empty handle.
 template <class Interface>

@@ -11,10 +11,8 @@
 
 #include "CATApplicationFrame.h"
 #include "CATDlgNotice.h"
+#include "HostRelations.h"
 #include "QTBIRepNodeCont.h"
-#include "QTBSchema.h"
-#include "QTBSchemaRelation.h"
-#include "QTBSchemaUtil.h"
 
 namespace {
 
@@ -100,6 +98,9 @@ void Shell::Run(ShellArguments words)
         throw HostError(ExitCode::Usage, "there is no command " + words[0] + "; help lists them");
     }
     words.erase(words.begin());
+    if (words.size() > MAX_ARGUMENTS) {
+        throw HostError(ExitCode::Usage, fmt::format("at most {} arguments", MAX_ARGUMENTS));
+    }
     if (words.size() < pEntry->fewest || words.size() > pEntry->most) {
         throw HostError(ExitCode::Usage, "usage: " + GetUsage(*pEntry));
     }
@@ -172,14 +173,9 @@ std::vector<std::string> Shell::Complete(const std::string& line) const
     } else {
         const ShellEntry* pEntry = Find(line.substr(0, line.find_first_of(" \t")));
         const std::string arguments = pEntry != nullptr ? pEntry->arguments : "";
-        QTBSchema* pSchema = nullptr;
-        if (arguments.find("RELATION") != std::string::npos &&
-            SUCCEEDED(QTBSchemaUtil::GetCurrentSchemaPtr(&pSchema))) {
-            for (int i = 1; i <= pSchema->GetRelationCount(); ++i) {
-                QTBSchemaRelation* pRelation = nullptr;
-                if (SUCCEEDED(pSchema->GetRelationPtr(i, &pRelation))) {
-                    candidates.emplace_back(pRelation->GetName().View());
-                }
+        if (arguments.find("RELATION") != std::string::npos) {
+            for (const CATUnicodeString& usName : HostRelations::GetNames()) {
+                candidates.emplace_back(usName.View());
             }
         }
         CATListValCATBaseUnknown_var pdmNodes;

@@ -4,17 +4,18 @@
 
 ShellGroup ShellBoxCommands::GetBoxGroup()
 {
-    return {"Bounding boxes",
-            {
-                {"boxes", "", "list the bounding boxes of the open assemblies, with corner and opposite corner", 0, 0,
-                 ShellRun(this, &ShellBoxCommands::Print)},
-                {"mark", "BOX...", "mark bounding boxes", 1, ANY_NUMBER, ShellRun(this, &ShellBoxCommands::Mark)},
-                {"unmark", "BOX...", "take the marks away", 1, ANY_NUMBER, ShellRun(this, &ShellBoxCommands::Unmark)},
-                {"boxmenu", "BOX", "print a bounding box's context menu; pick starts its items", 1, 1,
-                 ShellRun(this, &ShellBoxCommands::OpenMenu)},
-                {"picture", "FILE", "draw the bounding boxes into a PNG file", 1, 1,
-                 ShellRun(this, &ShellBoxCommands::Draw)},
-            }};
+    return {
+        "Bounding boxes",
+        {
+            {"boxes", "", "list the bounding boxes of the open assemblies, with corner and opposite corner", 0, 0,
+             ShellRun(this, &ShellBoxCommands::Print)},
+            {"mark", "BOX...", "mark bounding boxes", 1, MAX_ARGUMENTS, ShellRun(this, &ShellBoxCommands::Mark)},
+            {"unmark", "BOX...", "take the marks away", 1, MAX_ARGUMENTS, ShellRun(this, &ShellBoxCommands::Unmark)},
+            {"boxmenu", "BOX", "print a bounding box's context menu; pick starts its items", 1, 1,
+             ShellRun(this, &ShellBoxCommands::OpenMenu)},
+            {"picture", "FILE", "draw the bounding boxes into a PNG file", 1, 1,
+             ShellRun(this, &ShellBoxCommands::Draw)},
+        }};
 }
 
 ProductBoxes::Shown ShellBoxCommands::Find(const std::string& name)

@@ -1,16 +1,12 @@
 #include "ShellContext.h"
 
+#include <algorithm>
 #include <charconv>
 
 #include "CATFrmLayout.h"
-#include "QTBConstants.h"
 #include "QTBINodeAttributes.h"
 #include "QTBIRepNodeCont.h"
-#include "QTBNodeRelationInfo.h"
 #include "QTBRepTreeUtil.h"
-#include "QTBSchema.h"
-#include "QTBSchemaRelation.h"
-#include "QTBSchemaUtil.h"
 
 CATFrmWindow* ShellContext::GetWindow() const
 {
@@ -71,24 +67,6 @@ QTBIPdmNode_var ShellContext::GetPdmNode(const std::string& name) const
     return spIPdmNode;
 }
 
-void ShellContext::AddRoots(const QTBIRepNodeCont_var& spIRepNodeCont, const CATListValCATBaseUnknown_var& pdmObjects)
-{
-    unsigned char bTrue = TRUE;
-    unsigned char bFalse = FALSE;
-    NodesToRetrieve nodes = ALL_NODES;
-    spIRepNodeCont->SetPdmNodesToConsider(&nodes);
-    HRESULT hr = S_OK;
-    for (const CATBaseUnknown_var& spPdmObject : pdmObjects) {
-        const HRESULT hrOfRoot = spIRepNodeCont->UpdateRepTrees(spPdmObject, CATListValQTBNodeRelationInfo(), &bTrue,
-                                                                nullptr, nullptr, &bFalse);
-        hr = FAILED(hr) ? hr : hrOfRoot;
-    }
-    nodes = ONLY_CURRENT_NODES;
-    spIRepNodeCont->SetPdmNodesToConsider(&nodes);
-    HostSession::Require(hr, ExitCode::Failure, "root");
-    HostSession::Require(spIRepNodeCont->UpdateQtbWindow(&bTrue, &bFalse), ExitCode::Failure, "window");
-}
-
 CATListValCATUnicodeString ShellContext::GetKeys(const ShellArguments& names) const
 {
     CATListValCATUnicodeString Keys;
@@ -98,31 +76,6 @@ CATListValCATUnicodeString ShellContext::GetKeys(const ShellArguments& names) co
                                                              : CATUnicodeString(name.c_str()));
     }
     return Keys;
-}
-
-CATListValQTBNodeRelationInfo ShellContext::GetRelations(const ShellArguments& arguments, std::size_t first)
-{
-    QTBSchema* pSchema = nullptr;
-    HostSession::Require(QTBSchemaUtil::GetCurrentSchemaPtr(&pSchema), ExitCode::Failure, "schema");
-    CATListValQTBNodeRelationInfo relations;
-    if (first >= arguments.size()) {
-        for (int i = pSchema->GetRelationCount(); i >= 1; --i) {
-            QTBSchemaRelation* pRelation = nullptr;
-            HostSession::Require(pSchema->GetRelationPtr(i, &pRelation), ExitCode::Failure, "schema");
-            relations.Append(QTBNodeRelationInfo(pRelation->GetName(), usLEFT_TO_RIGHT));
-        }
-    }
-    for (std::size_t i = arguments.size(); i > first; --i) {
-        std::string name = arguments[i - 1];
-        const bool toTheLeft = name.ends_with(":left");
-        name.resize(name.size() - (toTheLeft ? std::string_view(":left").size() : 0));
-        QTBSchemaRelation* pRelation = nullptr;
-        if (FAILED(pSchema->GetRelationPtr(name.c_str(), &pRelation))) {
-            throw HostError(ExitCode::Usage, "the schema has no relation " + name);
-        }
-        relations.Append(QTBNodeRelationInfo(name.c_str(), toTheLeft ? usRIGHT_TO_LEFT : usLEFT_TO_RIGHT));
-    }
-    return relations;
 }
 
 void ShellContext::ForgetNodes()
@@ -136,4 +89,15 @@ std::size_t ShellContext::ToNumber(const std::string& text)
     std::size_t number = 0;
     const auto [end, error] = std::from_chars(text.data(), text.data() + text.size(), number);
     return error == std::errc() && end == text.data() + text.size() ? number : 0;
+}
+
+int ShellContext::ToLevels(const std::string& text)
+{
+    // Deeper than any tree.
+    constexpr std::size_t MAX_LEVELS = 1000000;
+    const std::size_t levels = ToNumber(text);
+    if (levels == 0 && text != "0") {
+        throw HostError(ExitCode::Usage, text + " is no number of levels");
+    }
+    return static_cast<int>(std::min(levels, MAX_LEVELS));
 }

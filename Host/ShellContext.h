@@ -44,18 +44,14 @@ public:
     QTBIRepNode_var GetNode(const std::string& name) const;
     // Its PDM item; refused for a node that lost it.
     QTBIPdmNode_var GetPdmNode(const std::string& name) const;
-    // Shows PDM objects as roots; one that the container shows somewhere stays there.
-    static void AddRoots(const QTBIRepNodeCont_var& spIRepNodeCont, const CATListValCATBaseUnknown_var& pdmObjects);
     // PDM keys, given as such or by lines of the tree.
     CATListValCATUnicodeString GetKeys(const ShellArguments& names) const;
-
-    // Relations by name, all of the schema when there are none from that argument on; the relation that is to stand
-    // first comes last, because new children go in front of the others.
-    static CATListValQTBNodeRelationInfo GetRelations(const ShellArguments& arguments, std::size_t first);
 
     // Lets go of what is remembered of nodes: before a window goes, and when nodes left it.
     void ForgetNodes();
 
     // The number that a text is, 0 for any other text.
     static std::size_t ToNumber(const std::string& text);
+    // The number of levels that a text is; any other text is refused.
+    static int ToLevels(const std::string& text);
 };

@@ -66,7 +66,7 @@ void ShellProductCommands::Print(const ShellArguments&)
 
 void ShellProductCommands::PrintLinks(const ShellArguments& arguments)
 {
-    const int levels = arguments.empty() ? -1 : static_cast<int>(ShellContext::ToNumber(arguments[0]));
+    const int levels = arguments.empty() ? -1 : ShellContext::ToLevels(arguments[0]);
     const std::vector<ProductTree::Place> places = ProductTree::Collect(m_Context.assemblies);
     std::vector<TreePrinter::Line> lines;
     std::map<std::string, int> counts;

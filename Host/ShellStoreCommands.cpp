@@ -37,26 +37,27 @@ ShellGroup ShellStoreCommands::GetStoreGroup()
             {"newstore", "FILE [USER]", "make an empty PDM store and work with it", 1, 2,
              ShellRun(this, &ShellStoreCommands::Create)},
             {"import", "FILE... [DIR]", "take answers and STEP files into the store, with the files in DIR", 1,
-             ANY_NUMBER, ShellRun(this, &ShellStoreCommands::Import)},
+             MAX_ARGUMENTS, ShellRun(this, &ShellStoreCommands::Import)},
             {"query", "[CLASS] [NAME=VALUE...]", "find objects and show them; a star stands for any text", 0,
-             ANY_NUMBER, ShellRun(this, &ShellStoreCommands::Query)},
-            {"get", "KEY...", "read items from the store", 1, ANY_NUMBER, ShellRun(this, &ShellStoreCommands::Get)},
+             MAX_ARGUMENTS, ShellRun(this, &ShellStoreCommands::Query)},
+            {"get", "KEY...", "read items from the store", 1, MAX_ARGUMENTS, ShellRun(this, &ShellStoreCommands::Get)},
             {"refresh", "", "read everything anew that the current window shows", 0, 0,
              ShellRun(this, &ShellStoreCommands::Refresh)},
-            {"checkout", "NODE...", "check out objects", 1, ANY_NUMBER, ShellRun(this, &ShellStoreCommands::CheckOut)},
+            {"checkout", "NODE...", "check out objects", 1, MAX_ARGUMENTS,
+             ShellRun(this, &ShellStoreCommands::CheckOut)},
             {"checkin", "NODE [FILE]", "check in an object, with the file that it has now", 1, 2,
              ShellRun(this, &ShellStoreCommands::CheckIn)},
-            {"promote", "NODE...", "bring objects into their next state", 1, ANY_NUMBER,
+            {"promote", "NODE...", "bring objects into their next state", 1, MAX_ARGUMENTS,
              ShellRun(this, &ShellStoreCommands::Promote)},
-            {"revise", "NODE...", "make new versions of objects", 1, ANY_NUMBER,
+            {"revise", "NODE...", "make new versions of objects", 1, MAX_ARGUMENTS,
              ShellRun(this, &ShellStoreCommands::Revise)},
-            {"update", "NODE NAME=VALUE...", "change attributes of an item", 2, ANY_NUMBER,
+            {"update", "NODE NAME=VALUE...", "change attributes of an item", 2, MAX_ARGUMENTS,
              ShellRun(this, &ShellStoreCommands::Update)},
-            {"create", "CLASS [NAME=VALUE...]", "create an object", 1, ANY_NUMBER,
+            {"create", "CLASS [NAME=VALUE...]", "create an object", 1, MAX_ARGUMENTS,
              ShellRun(this, &ShellStoreCommands::CreateObject)},
-            {"relate", "RELATION NODE NODE [NAME=VALUE...]", "make a relation between two objects", 3, ANY_NUMBER,
+            {"relate", "RELATION NODE NODE [NAME=VALUE...]", "make a relation between two objects", 3, MAX_ARGUMENTS,
              ShellRun(this, &ShellStoreCommands::Relate)},
-            {"delete", "NODE...", "delete objects, with their relations, and relations", 1, ANY_NUMBER,
+            {"delete", "NODE...", "delete objects, with their relations, and relations", 1, MAX_ARGUMENTS,
              ShellRun(this, &ShellStoreCommands::Delete)},
             {"versions", "NODE", "print all versions of an object", 1, 1,
              ShellRun(this, &ShellStoreCommands::PrintVersions)},
@@ -156,7 +157,7 @@ void ShellStoreCommands::Query(const ShellArguments& arguments)
         return requests.Query(hasClass ? arguments[0].c_str() : "", AttrNames, AttrValues, bNewestVersionsOnly,
                               pspAnswer);
     });
-    m_Context.AddRoots(spIRepNodeCont, found);
+    HostSession::AddRoots(spIRepNodeCont, found);
 }
 
 void ShellStoreCommands::Get(const ShellArguments& arguments)

@@ -25,8 +25,8 @@ struct ShellGroup
     std::vector<ShellEntry> entries;
 };
 
-// For commands that take any number of arguments.
-inline constexpr std::size_t ANY_NUMBER = 1000;
+// No command takes more; what commands have that take any number of arguments.
+inline constexpr std::size_t MAX_ARGUMENTS = 1000;
 
 // Runs a command of a group's object.
 template <class Commands>

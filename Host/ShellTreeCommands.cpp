@@ -10,6 +10,8 @@
 #include "CATFrmLayout.h"
 #include "CATIGraphNode.h"
 #include "CATNavigBox.h"
+#include "ConsideringNodes.h"
+#include "HostRelations.h"
 #include "QTBGlobVarsUtil.h"
 #include "QTBINodeAttributes.h"
 #include "QTBIRepNodeCont.h"
@@ -19,13 +21,6 @@
 #include "ShellItemDialog.h"
 #include "TreePrinter.h"
 
-namespace {
-
-// Deeper than any tree.
-constexpr std::size_t MAX_LEVELS = 1000000;
-
-} // namespace
-
 ShellGroup ShellTreeCommands::GetTreeGroup()
 {
     return {"Tree",
@@ -34,13 +29,13 @@ ShellGroup ShellTreeCommands::GetTreeGroup()
                  "print the current window's tree, or what is below a node, with icons and states", 0, 2,
                  ShellRun(this, &ShellTreeCommands::Print)},
                 {"expand", "NODE [RELATION[:left]...]", "expand a node one level, along all relations if none is named",
-                 1, ANY_NUMBER, ShellRun(this, &ShellTreeCommands::Expand)},
-                {"expandall", "NODE [RELATION[:left]...]", "expand a node all the way down", 1, ANY_NUMBER,
+                 1, MAX_ARGUMENTS, ShellRun(this, &ShellTreeCommands::Expand)},
+                {"expandall", "NODE [RELATION[:left]...]", "expand a node all the way down", 1, MAX_ARGUMENTS,
                  ShellRun(this, &ShellTreeCommands::ExpandAll)},
                 {"fold", "NODE", "fold a node's branch", 1, 1, ShellRun(this, &ShellTreeCommands::Fold)},
                 {"highlight", "NODE", "highlight a node in its window, for a relation its object", 1, 1,
                  ShellRun(this, &ShellTreeCommands::Highlight)},
-                {"select", "NODE...", "preselect nodes in their window", 1, ANY_NUMBER,
+                {"select", "NODE...", "preselect nodes in their window", 1, MAX_ARGUMENTS,
                  ShellRun(this, &ShellTreeCommands::Select)},
                 {"properties", "NODE", "print the attributes of a node's PDM item", 1, 1,
                  ShellRun(this, &ShellTreeCommands::PrintProperties)},
@@ -60,8 +55,8 @@ ShellGroup ShellTreeCommands::GetMenuGroup()
                 {"menu", "NODE", "print a node's context menu, its items numbered", 1, 1,
                  ShellRun(this, &ShellTreeCommands::OpenMenu)},
                 {"pick", "ITEM [NAME=VALUE...]", "start an item of the open menu, with what its dialog asks for", 1,
-                 ANY_NUMBER, ShellRun(this, &ShellTreeCommands::Pick)},
-                {"do", "NODE ITEM [NAME=VALUE...]", "open a node's menu and start an item", 2, ANY_NUMBER,
+                 MAX_ARGUMENTS, ShellRun(this, &ShellTreeCommands::Pick)},
+                {"do", "NODE ITEM [NAME=VALUE...]", "open a node's menu and start an item", 2, MAX_ARGUMENTS,
                  ShellRun(this, &ShellTreeCommands::Do)},
             }};
 }
@@ -69,13 +64,7 @@ ShellGroup ShellTreeCommands::GetMenuGroup()
 void ShellTreeCommands::Print(const ShellArguments& arguments)
 {
     m_Context.GetContainer();
-    int levels = -1;
-    if (!arguments.empty() && arguments[0] != "all") {
-        levels = static_cast<int>(std::min<std::size_t>(ShellContext::ToNumber(arguments[0]), MAX_LEVELS));
-        if (levels == 0 && arguments[0] != "0") {
-            throw HostError(ExitCode::Usage, arguments[0] + " is no number of levels");
-        }
-    }
+    const int levels = arguments.empty() || arguments[0] == "all" ? -1 : ShellContext::ToLevels(arguments[0]);
     const QTBIRepNode_var spIBranch = arguments.size() > 1 ? m_Context.GetNode(arguments[1]) : QTBIRepNode_var();
     std::vector<TreePrinter::Line> lines = TreePrinter::CollectWindow(*m_Context.GetWindow(), levels, spIBranch);
     if (lines.empty() && spIBranch != NULL_var) {
@@ -92,7 +81,8 @@ void ShellTreeCommands::Print(const ShellArguments& arguments)
 void ShellTreeCommands::ExpandNode(const ShellArguments& arguments, unsigned char bOneLevelOnly)
 {
     const QTBIRepNode_var spIRepNode = m_Context.GetNode(arguments[0]);
-    const CATListValQTBNodeRelationInfo relations = ShellContext::GetRelations(arguments, 1);
+    const CATListValQTBNodeRelationInfo relations =
+        HostRelations::GetToExpand(ShellArguments(arguments.begin() + 1, arguments.end()));
     QTBIRepNodeCont_var spIRepNodeCont;
     HostSession::Require(spIRepNode->GetRepNodeContainer(&spIRepNodeCont), ExitCode::Failure, "window");
     CATUnicodeString usKey;
@@ -103,13 +93,10 @@ void ShellTreeCommands::ExpandNode(const ShellArguments& arguments, unsigned cha
                          arguments[0]);
     unsigned char bTrue = TRUE;
     unsigned char bFalse = FALSE;
-    NodesToRetrieve nodes = m_Consider;
-    spIRepNodeCont->SetPdmNodesToConsider(&nodes);
-    const HRESULT hr =
-        spIRepNodeCont->UpdateRepTree(spIRepNode, relations, &bOneLevelOnly, nullptr, nullptr, &bTrue, &bTrue, &bFalse);
-    nodes = ONLY_CURRENT_NODES;
-    spIRepNodeCont->SetPdmNodesToConsider(&nodes);
-    HostSession::Require(hr, ExitCode::Failure, arguments[0]);
+    const ConsideringNodes considering(spIRepNodeCont, m_Consider);
+    HostSession::Require(
+        spIRepNodeCont->UpdateRepTree(spIRepNode, relations, &bOneLevelOnly, nullptr, nullptr, &bTrue, &bTrue, &bFalse),
+        ExitCode::Failure, arguments[0]);
 }
 
 void ShellTreeCommands::Expand(const ShellArguments& arguments)

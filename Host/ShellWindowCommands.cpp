@@ -8,6 +8,7 @@
 #include "CATApplicationFrame.h"
 #include "CATDlgNotice.h"
 #include "CATFrmLayout.h"
+#include "HostText.h"
 #include "QTBDocUtil.h"
 #include "QTBGlobVarsUtil.h"
 #include "QTBIPdmObjNode.h"
@@ -15,34 +16,18 @@
 #include "QTBIRepNodeCont.h"
 #include "QTBRequestCommands.h"
 
-namespace {
-
-const char* ToText(QTBInfoListEntry::Kind kind)
-{
-    switch (kind) {
-    case QTBInfoListEntry::Information:
-        return "information";
-    case QTBInfoListEntry::Warning:
-        return "warning";
-    default:
-        return "error";
-    }
-}
-
-} // namespace
-
 ShellGroup ShellWindowCommands::GetWindowGroup()
 {
     return {
         "Windows",
         {
-            {"open", "[KEY...]", "open another PDM window, on these objects", 0, ANY_NUMBER,
+            {"open", "[KEY...]", "open another PDM window, on these objects", 0, MAX_ARGUMENTS,
              ShellRun(this, &ShellWindowCommands::Open)},
             {"windows", "", "list the windows; the current one is marked", 0, 0,
              ShellRun(this, &ShellWindowCommands::List)},
             {"window", "NUMBER", "make a window the current one", 1, 1, ShellRun(this, &ShellWindowCommands::Activate)},
             {"close", "", "close the current window", 0, 0, ShellRun(this, &ShellWindowCommands::Close)},
-            {"roots", "KEY...", "make PDM objects the roots of the current window", 1, ANY_NUMBER,
+            {"roots", "KEY...", "make PDM objects the roots of the current window", 1, MAX_ARGUMENTS,
              ShellRun(this, &ShellWindowCommands::SetRoots)},
         }};
 }
@@ -51,7 +36,7 @@ ShellGroup ShellWindowCommands::GetSessionGroup()
 {
     return {"Session",
             {
-                {"answer", "FILE...", "read PDM answers and let the windows follow", 1, ANY_NUMBER,
+                {"answer", "FILE...", "read PDM answers and let the windows follow", 1, MAX_ARGUMENTS,
                  ShellRun(this, &ShellWindowCommands::ReadAnswers)},
                 {"messages", "", "print the information list and empty it", 0, 0,
                  ShellRun(this, &ShellWindowCommands::PrintMessages)},
@@ -88,17 +73,6 @@ QTBIPdmNode_var ShellWindowCommands::GetObject(const std::string& key)
     return spIPdmNode;
 }
 
-void ShellWindowCommands::ShowAsRoots(const CATListValCATBaseUnknown_var& pdmNodes)
-{
-    const QTBIRepNodeCont_var spIRepNodeCont = m_Context.GetContainer();
-    unsigned char bTrue = TRUE;
-    unsigned char bFalse = FALSE;
-    HostSession::Require(
-        spIRepNodeCont->AddAsRepRootNodes(CATListValCATBaseUnknown_var(), &bTrue, &bFalse, nullptr, nullptr),
-        ExitCode::Failure, "window");
-    ShellContext::AddRoots(spIRepNodeCont, pdmNodes);
-}
-
 void ShellWindowCommands::Open(const ShellArguments& arguments)
 {
     CATListValCATBaseUnknown_var pdmNodes;
@@ -107,7 +81,7 @@ void ShellWindowCommands::Open(const ShellArguments& arguments)
     }
     HostSession::Require(QTBDocUtil::CreateNewQtbDocument(nullptr, nullptr), ExitCode::Failure, "PDM window");
     if (pdmNodes.Size() > 0) {
-        ShowAsRoots(pdmNodes);
+        HostSession::ReplaceRoots(m_Context.GetContainer(), pdmNodes);
     }
 }
 
@@ -146,7 +120,7 @@ void ShellWindowCommands::SetRoots(const ShellArguments& arguments)
         pdmNodes.Append(GetObject(key));
     }
     m_Context.menu.Close();
-    ShowAsRoots(pdmNodes);
+    HostSession::ReplaceRoots(m_Context.GetContainer(), pdmNodes);
 }
 
 void ShellWindowCommands::ReadAnswers(const ShellArguments& arguments)
@@ -161,7 +135,7 @@ void ShellWindowCommands::PrintMessages(const ShellArguments&)
     CATListValQTBInfoListEntry entries;
     QTBGlobVarsUtil::GetInfoListEntries(&entries);
     for (const QTBInfoListEntry& entry : entries) {
-        fmt::print(m_Context.out, "{}: {}\n", ToText(entry.kind), entry.text.View());
+        fmt::print(m_Context.out, "{}: {}\n", HostText::ToText(entry.kind), entry.text.View());
     }
     QTBGlobVarsUtil::ClearInfoList();
 }

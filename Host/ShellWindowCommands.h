@@ -22,7 +22,6 @@ private:
 
     // The PDM object of that key; read from the PDM system when the graph does not hold it.
     QTBIPdmNode_var GetObject(const std::string& key);
-    void ShowAsRoots(const CATListValCATBaseUnknown_var& pdmNodes);
 
     ShellContext& m_Context;
 };

@@ -13,24 +13,20 @@
 
 #include "AnswerText.h"
 #include "CATIDOMDocument.h"
+#include "HostRelations.h"
 #include "HostSession.h"
+#include "HostText.h"
+#include "QTBConstants.h"
 #include "QTBINodeAttributes.h"
 #include "QTBIPdmNode.h"
 #include "QTBPdmSessionUtil.h"
 #include "QTBPdmStore.h"
-#include "QTBSchema.h"
-#include "QTBSchemaUtil.h"
 #include "QTBXmlUtil.h"
 #include "StoreInput.h"
 
 namespace fs = std::filesystem;
 
 namespace {
-
-std::string ToString(const CATUnicodeString& text)
-{
-    return std::string(text.View());
-}
 
 std::vector<CATUnicodeString> ToTexts(const std::vector<std::string>& texts)
 {
@@ -134,7 +130,10 @@ public:
         QTBStoreExpansion expansion;
         expansion.keys = ToTexts(m_Options.keys);
         expansion.levels = m_Options.level;
-        expansion.relations = GetRelations();
+        for (const QTBNodeRelationInfo& relation : HostRelations::Get(m_Options.relations)) {
+            expansion.relations.push_back(
+                {relation.GetRelationName(), relation.GetRelationDirection() == usLEFT_TO_RIGHT});
+        }
         PrintAnswer([&expansion](QTBPdmStore& store, const QTBPdmStore::Receiver& receiver) {
             return store.Expand(expansion, receiver);
         });
@@ -231,29 +230,6 @@ private:
                              "store");
     }
 
-    std::vector<QTBStoreExpansion::Relation> GetRelations() const
-    {
-        std::vector<QTBStoreExpansion::Relation> relations;
-        for (const std::string& text : m_Options.relations) {
-            const std::size_t colon = text.find(':');
-            const std::string direction = colon == std::string::npos ? "right" : text.substr(colon + 1);
-            if (direction != "left" && direction != "right") {
-                throw HostError(ExitCode::Usage, fmt::format("--relation {}: the direction is left or right", text));
-            }
-            relations.push_back({CATUnicodeString(std::string_view(text).substr(0, colon)), direction == "right"});
-        }
-        if (relations.empty()) {
-            QTBSchema* pSchema = nullptr;
-            HostSession::Require(QTBSchemaUtil::GetCurrentSchemaPtr(&pSchema), ExitCode::Failure, "schema");
-            for (int i = 1; i <= pSchema->GetRelationCount(); ++i) {
-                QTBSchemaRelation* pRelation = nullptr;
-                HostSession::Require(pSchema->GetRelationPtr(i, &pRelation), ExitCode::Failure, "schema");
-                relations.push_back({pRelation->GetName(), true});
-            }
-        }
-        return relations;
-    }
-
     // A request that reads: its answer is what the command prints.
     void PrintAnswer(const Request& request)
     {
@@ -302,7 +278,7 @@ private:
                 throw HostError(ExitCode::Failure, key + " has no file name");
             }
             // The name must not lead out of the folder.
-            const fs::path path = fs::path(m_Options.folder) / fs::path(ToString(usFileName)).filename();
+            const fs::path path = fs::path(m_Options.folder) / fs::path(HostText::ToText(usFileName)).filename();
             HostSession::Require(m_pStore->FetchFile(key.c_str(), path.c_str()), ExitCode::Failure, "store");
             fmt::print("{}\n", path.string());
         }
@@ -340,6 +316,63 @@ void AddAttributes(CLI::App& command, StoreOptions& options, const char* descrip
     command.add_option("attributes", options.attributes, description)->type_name("NAME=VALUE");
 }
 
+void AddReadingRequests(CLI::App& store, StoreOptions& options)
+{
+    CLI::App* pQuery = AddCommand(store, options, "query", "Find objects by class and attributes");
+    AddAttributes(*pQuery, options, "conditions; a star stands for any text");
+    pQuery->add_option("--class", options.className, "class, subclasses included (any if not given)")
+        ->type_name("NAME");
+    pQuery->add_flag("--all-versions", options.allVersions, "old versions too");
+    pQuery->add_option("--limit", options.limit, "objects to find at most")->check(CLI::PositiveNumber)->type_name("N");
+    AddOutput(*pQuery, options);
+
+    CLI::App* pExpand = AddCommand(store, options, "expand", "Follow relations from objects");
+    AddKeys(*pExpand, options);
+    pExpand->add_option("--relation", options.relations, "relation to follow (all relations if not given)")
+        ->allow_extra_args(false)
+        ->type_name("NAME[:left|:right]");
+    pExpand->add_option("--level", options.level, "levels (all if not given)")
+        ->check(CLI::NonNegativeNumber)
+        ->type_name("N");
+    AddOutput(*pExpand, options);
+
+    CLI::App* pExport = AddCommand(store, options, "export", "Write everything as one answer");
+    pExport->add_flag("--all-versions", options.allVersions, "old versions too");
+    AddOutput(*pExport, options);
+}
+
+void AddChangingRequests(CLI::App& store, StoreOptions& options)
+{
+    CLI::App* pCheckOut = AddCommand(store, options, "checkout", "Check out objects");
+    AddKeys(*pCheckOut, options);
+    pCheckOut->add_option("--to", options.folder, "folder for the objects' files")
+        ->check(CLI::ExistingDirectory)
+        ->type_name("DIR");
+
+    CLI::App* pCheckIn = AddCommand(store, options, "checkin", "Check in objects");
+    AddKeys(*pCheckIn, options);
+    pCheckIn->add_option("--file", options.files, "file that the object has now; once for each key, in their order")
+        ->allow_extra_args(false)
+        ->type_name("FILE");
+
+    AddKeys(*AddCommand(store, options, "promote", "Bring objects into their next state"), options);
+    AddKeys(*AddCommand(store, options, "revise", "Make new versions of objects"), options);
+
+    CLI::App* pUpdate = AddCommand(store, options, "update", "Change attributes of an item");
+    pUpdate->add_option("key", options.key, "PDM key")->required()->type_name("KEY");
+    pUpdate->add_option("attributes", options.attributes, "new values")->required()->type_name("NAME=VALUE");
+
+    CLI::App* pRelate = AddCommand(store, options, "relate", "Make a relation between two objects");
+    pRelate->add_option("relation", options.className, "class of the relation")->required()->type_name("RELATION");
+    pRelate->add_option("left", options.left, "PDM key of the left object")->required()->type_name("LEFT");
+    pRelate->add_option("right", options.right, "PDM key of the right object")->required()->type_name("RIGHT");
+    AddAttributes(*pRelate, options, "attributes of the relation");
+
+    CLI::App* pDelete = AddCommand(store, options, "delete", "Delete objects, with their relations, and relations");
+    AddKeys(*pDelete, options);
+    pDelete->add_flag("--all-versions", options.allVersions, "with all versions, not only the newest");
+}
+
 } // namespace
 
 void AddStore(CLI::App& app, StoreOptions& options)
@@ -367,56 +400,8 @@ Exit codes: 0 done, 1 refused, 2 wrong command line, 3 input that cannot be read
         ->type_name("FILE");
     pImport->add_option("--files", options.folder, "folder with the files of file objects")->type_name("DIR");
 
-    CLI::App* pQuery = AddCommand(*pStore, options, "query", "Find objects by class and attributes");
-    AddAttributes(*pQuery, options, "conditions; a star stands for any text");
-    pQuery->add_option("--class", options.className, "class, subclasses included (any if not given)")
-        ->type_name("NAME");
-    pQuery->add_flag("--all-versions", options.allVersions, "old versions too");
-    pQuery->add_option("--limit", options.limit, "objects to find at most")->check(CLI::PositiveNumber)->type_name("N");
-    AddOutput(*pQuery, options);
-
-    CLI::App* pExpand = AddCommand(*pStore, options, "expand", "Follow relations from objects");
-    AddKeys(*pExpand, options);
-    pExpand->add_option("--relation", options.relations, "relation to follow (all relations if not given)")
-        ->allow_extra_args(false)
-        ->type_name("NAME[:left|:right]");
-    pExpand->add_option("--level", options.level, "levels (all if not given)")
-        ->check(CLI::NonNegativeNumber)
-        ->type_name("N");
-    AddOutput(*pExpand, options);
-
-    CLI::App* pCheckOut = AddCommand(*pStore, options, "checkout", "Check out objects");
-    AddKeys(*pCheckOut, options);
-    pCheckOut->add_option("--to", options.folder, "folder for the objects' files")
-        ->check(CLI::ExistingDirectory)
-        ->type_name("DIR");
-
-    CLI::App* pCheckIn = AddCommand(*pStore, options, "checkin", "Check in objects");
-    AddKeys(*pCheckIn, options);
-    pCheckIn->add_option("--file", options.files, "file that the object has now; once for each key, in their order")
-        ->allow_extra_args(false)
-        ->type_name("FILE");
-
-    AddKeys(*AddCommand(*pStore, options, "promote", "Bring objects into their next state"), options);
-    AddKeys(*AddCommand(*pStore, options, "revise", "Make new versions of objects"), options);
-
-    CLI::App* pUpdate = AddCommand(*pStore, options, "update", "Change attributes of an item");
-    pUpdate->add_option("key", options.key, "PDM key")->required()->type_name("KEY");
-    pUpdate->add_option("attributes", options.attributes, "new values")->required()->type_name("NAME=VALUE");
-
-    CLI::App* pRelate = AddCommand(*pStore, options, "relate", "Make a relation between two objects");
-    pRelate->add_option("relation", options.className, "class of the relation")->required()->type_name("RELATION");
-    pRelate->add_option("left", options.left, "PDM key of the left object")->required()->type_name("LEFT");
-    pRelate->add_option("right", options.right, "PDM key of the right object")->required()->type_name("RIGHT");
-    AddAttributes(*pRelate, options, "attributes of the relation");
-
-    CLI::App* pDelete = AddCommand(*pStore, options, "delete", "Delete objects, with their relations, and relations");
-    AddKeys(*pDelete, options);
-    pDelete->add_flag("--all-versions", options.allVersions, "with all versions, not only the newest");
-
-    CLI::App* pExport = AddCommand(*pStore, options, "export", "Write everything as one answer");
-    pExport->add_flag("--all-versions", options.allVersions, "old versions too");
-    AddOutput(*pExport, options);
+    AddReadingRequests(*pStore, options);
+    AddChangingRequests(*pStore, options);
 
     AddCommand(*pStore, options, "check", "Look for faults in a store and remove files that nobody refers to");
 }

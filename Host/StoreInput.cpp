@@ -83,7 +83,7 @@ std::vector<CATIDOMDocument_var> StoreInput::ReadAnswers(const std::string& path
         }
         return answers;
 #else
-        throw HostError(ExitCode::BadInput, path + ": this program was built without STEP");
+        throw HostError(ExitCode::BadInput, path + ": " + NO_STEP_READER);
 #endif
     }
     HostSession::Require(QTBXmlUtil::GetDomDocumentFromFile(path.c_str(), &answers.emplace_back()), ExitCode::BadInput,

@@ -5,7 +5,10 @@
 #include <fmt/format.h>
 #include <nlohmann/json.hpp>
 
+#include "ConsideringNodes.h"
+#include "HostRelations.h"
 #include "HostSession.h"
+#include "HostText.h"
 #include "Progress.h"
 #include "QTBConstants.h"
 #include "QTBDebugUtil.h"
@@ -13,10 +16,9 @@
 #include "QTBIPdmObjNode.h"
 #include "QTBIRepNode.h"
 #include "QTBNodeRelationInfo.h"
-#include "QTBSchema.h"
-#include "QTBSchemaRelation.h"
-#include "QTBSchemaUtil.h"
 #include "TreePrinter.h"
+
+using HostText::ToText;
 
 namespace {
 
@@ -29,66 +31,6 @@ struct Counts
     int shownObjects = 0;
     int shownRelations = 0;
 };
-
-QTBSchema& GetSchema()
-{
-    QTBSchema* pSchema = nullptr;
-    HostSession::Require(QTBSchemaUtil::GetCurrentSchemaPtr(&pSchema), ExitCode::Failure, "schema");
-    return *pSchema;
-}
-
-CATListValCATUnicodeString GetRelationNames()
-{
-    CATListValCATUnicodeString names;
-    for (int i = 1; i <= GetSchema().GetRelationCount(); ++i) {
-        QTBSchemaRelation* pRelation = nullptr;
-        HostSession::Require(GetSchema().GetRelationPtr(i, &pRelation), ExitCode::Failure, "schema");
-        names.Append(pRelation->GetName());
-    }
-    return names;
-}
-
-std::string Join(const CATListValCATUnicodeString& names)
-{
-    std::string text;
-    for (const CATUnicodeString& name : names) {
-        text += text.empty() ? "" : ", ";
-        text += name.View();
-    }
-    return text;
-}
-
-QTBNodeRelationInfo ParseRelation(const std::string& text, const CATListValCATUnicodeString& known)
-{
-    const std::size_t colon = text.find(':');
-    const CATUnicodeString name(std::string_view(text).substr(0, colon));
-    const std::string direction = colon == std::string::npos ? "right" : text.substr(colon + 1);
-    if (direction != "left" && direction != "right") {
-        throw HostError(ExitCode::Usage, fmt::format("--relation {}: the direction is left or right", text));
-    }
-    if (known.Locate(name) == 0) {
-        throw HostError(ExitCode::Usage, fmt::format("--relation {}: the schema has no relation of that name; its "
-                                                     "relations are {}",
-                                                     text, Join(known)));
-    }
-    return QTBNodeRelationInfo(name, direction == "left" ? usRIGHT_TO_LEFT : usLEFT_TO_RIGHT);
-}
-
-// New children go in front of the others, so the relation that is to stand first comes last.
-CATListValQTBNodeRelationInfo GetRelations(const TreeOptions& options)
-{
-    const CATListValCATUnicodeString known = GetRelationNames();
-    CATListValQTBNodeRelationInfo relations;
-    if (options.relations.empty()) {
-        for (const CATUnicodeString& name : known) {
-            relations.InsertAt(1, QTBNodeRelationInfo(name, usLEFT_TO_RIGHT));
-        }
-    }
-    for (const std::string& text : options.relations) {
-        relations.InsertAt(1, ParseRelation(text, known));
-    }
-    return relations;
-}
 
 NodesToRetrieve ParseConsider(const std::string& text)
 {
@@ -105,14 +47,12 @@ public:
 
     int Run()
     {
-        const CATListValQTBNodeRelationInfo relations = GetRelations(m_Options);
+        const CATListValQTBNodeRelationInfo relations = HostRelations::GetToExpand(m_Options.relations);
         ReadAnswers();
-        Consider(ParseConsider(m_Options.consider));
         if (!m_Options.roots.empty()) {
             ReplaceRoots();
         }
         Expand(relations);
-        Consider(ONLY_CURRENT_NODES);
         m_Progress.Clear();
         Print();
         return static_cast<int>(m_StoppedShort ? ExitCode::Failure : ExitCode::Success);
@@ -128,20 +68,10 @@ private:
         }
     }
 
-    void Consider(NodesToRetrieve nodes)
-    {
-        HostSession::Require(m_Session.GetRepNodeCont()->SetPdmNodesToConsider(&nodes), ExitCode::Failure, "window");
-    }
-
     // Empties the window and gives it the roots asked for.
     void ReplaceRoots()
     {
-        const QTBIRepNodeCont_var& spIRepNodeCont = m_Session.GetRepNodeCont();
-        unsigned char bTrue = TRUE;
-        unsigned char bFalse = FALSE;
-        HostSession::Require(
-            spIRepNodeCont->AddAsRepRootNodes(CATListValCATBaseUnknown_var(), &bTrue, &bFalse, nullptr, nullptr),
-            ExitCode::Failure, "window");
+        CATListValCATBaseUnknown_var pdmObjects;
         for (const std::string& key : m_Options.roots) {
             QTBIPdmNode_var spIPdmNode;
             unsigned char bFound = FALSE;
@@ -154,15 +84,14 @@ private:
                 throw HostError(ExitCode::Usage,
                                 fmt::format("--root {}: that is the key of a relation, not of an object", key));
             }
-            HostSession::Require(spIRepNodeCont->UpdateRepTrees(spIPdmNode, CATListValQTBNodeRelationInfo(), &bTrue,
-                                                                nullptr, nullptr, &bFalse),
-                                 ExitCode::Failure, "root " + key);
+            pdmObjects.Append(spIPdmNode);
         }
-        HostSession::Require(spIRepNodeCont->UpdateQtbWindow(&bTrue, &bFalse), ExitCode::Failure, "window");
+        HostSession::ReplaceRoots(m_Session.GetRepNodeCont(), pdmObjects, ParseConsider(m_Options.consider));
     }
 
     void Expand(const CATListValQTBNodeRelationInfo& relations)
     {
+        const ConsideringNodes considering(m_Session.GetRepNodeCont(), ParseConsider(m_Options.consider));
         if (m_Options.level < 0) {
             ExpandNodes(m_Session.GetRoots(), relations, FALSE, nullptr);
             return;
@@ -224,18 +153,6 @@ private:
         m_Options.asJson ? PrintJson(lines, counts, messages) : PrintText(lines, counts, messages);
     }
 
-    static const char* ToText(QTBInfoListEntry::Kind kind)
-    {
-        switch (kind) {
-        case QTBInfoListEntry::Information:
-            return "information";
-        case QTBInfoListEntry::Warning:
-            return "warning";
-        default:
-            return "error";
-        }
-    }
-
     static void PrintText(const std::vector<TreePrinter::Line>& lines, const Counts& counts,
                           const CATListValQTBInfoListEntry& messages)
     {
@@ -261,7 +178,7 @@ private:
                                                    {"shownRelations", counts.shownRelations}};
         nlohmann::ordered_json jsonMessages = nlohmann::ordered_json::array();
         for (const QTBInfoListEntry& message : messages) {
-            jsonMessages.push_back({{"kind", ToText(message.kind)}, {"text", std::string(message.text.View())}});
+            jsonMessages.push_back({{"kind", ToText(message.kind)}, {"text", ToText(message.text)}});
         }
         // The trees are written node by node: a document of them would be as deep as the data.
         std::cout << "{\n  \"trees\": ";

@@ -165,6 +165,15 @@ Exit codes: 0 done, 1 a line failed, 2 wrong command line, 3 input that cannot b
     pShell->add_flag("--debug", options.debug, "write the debug output");
 }
 
+#ifdef QTB_WITH_STEP
+void AddConvert(CLI::App& app, ConvertOptions& options)
+{
+    CLI::App* pConvert = app.add_subcommand("convert", "Write the PDM answers of a STEP assembly");
+    pConvert->add_option("assembly", options.assembly, "STEP file")->required()->type_name("STEP");
+    pConvert->add_option("folder", options.folder, "folder for the answers")->required()->type_name("DIR");
+}
+#endif
+
 int Run(int argc, char** argv)
 {
     CLI::App app("Drives the object-model library of a PDM integration as a CAD session would.", "qtbhost");
@@ -185,9 +194,7 @@ int Run(int argc, char** argv)
     AddStore(app, storeOptions);
 #ifdef QTB_WITH_STEP
     ConvertOptions convertOptions;
-    CLI::App* pConvert = app.add_subcommand("convert", "Write the PDM answers of a STEP assembly");
-    pConvert->add_option("assembly", convertOptions.assembly, "STEP file")->required()->type_name("STEP");
-    pConvert->add_option("folder", convertOptions.folder, "folder for the answers")->required()->type_name("DIR");
+    AddConvert(app, convertOptions);
 #endif
 
     try {
@@ -221,8 +228,7 @@ int Run(int argc, char** argv)
     }
 #ifdef QTB_WITH_STEP
     if (app.got_subcommand("convert")) {
-        RunConvert(convertOptions);
-        return static_cast<int>(ExitCode::Success);
+        return RunConvert(convertOptions);
     }
 #endif
     throw std::logic_error(app.get_subcommands().front()->get_name() + " has no function");

@@ -1,10 +1,7 @@
 #include "QTBFuzzSession.h"
 
-#include <unistd.h>
-
 #include <cstdio>
 #include <cstdlib>
-#include <filesystem>
 #include <fstream>
 #include <iostream>
 #include <memory>
@@ -36,8 +33,7 @@
 #include "QTBSchema.h"
 #include "QTBSchemaRelation.h"
 #include "QTBSchemaUtil.h"
-
-namespace fs = std::filesystem;
+#include "QTBTestFolder.h"
 
 namespace {
 
@@ -54,29 +50,6 @@ public:
 protected:
     int overflow(int c) override { return c; }
     std::streamsize xsputn(const char*, std::streamsize count) override { return count; }
-};
-
-class Folder
-{
-public:
-    Folder()
-    {
-        std::string path = fs::is_directory("/dev/shm") ? "/dev/shm" : fs::temp_directory_path().string();
-        path += "/QTBFuzz-XXXXXX";
-        if (mkdtemp(path.data()) == nullptr) {
-            QTBFuzzSession::Fail("no folder can be made: " + path);
-        }
-        m_Path = path;
-    }
-    ~Folder()
-    {
-        std::error_code ignored;
-        fs::remove_all(m_Path, ignored);
-    }
-    const std::string& GetPath() const { return m_Path; }
-
-private:
-    std::string m_Path;
 };
 
 constexpr const char* SCHEMA = QTB_SOURCE_DIR "/resources/schema/QTBSchema.xml";
@@ -279,8 +252,9 @@ std::vector<std::string_view> QTBFuzzSession::SplitLines(std::string_view text)
 
 const std::string& QTBFuzzSession::GetFolder()
 {
-    static const Folder s_Folder;
-    return s_Folder.GetPath();
+    static const QTBTestFolder s_Folder{QTBTestFolder::GetFastParent()};
+    static const std::string s_Path = s_Folder.GetPath();
+    return s_Path;
 }
 
 std::string QTBFuzzSession::WriteFile(const std::string& name, std::string_view content)

@@ -1,15 +1,18 @@
 #include <gtest/gtest.h>
 
-#include <filesystem>
 #include <fstream>
+#include <set>
 
+#include "ConsideringNodes.h"
 #include "HostSession.h"
 #include "LinkCommand.h"
 #include "ProductCommands.h"
 #include "QTBIPdmNode.h"
+#include "QTBIRepNode.h"
+#include "QTBNodeRelationInfo.h"
+#include "QTBTestFolder.h"
+#include "StoreInput.h"
 #include "TreeCommand.h"
-
-namespace fs = std::filesystem;
 
 namespace {
 
@@ -17,18 +20,13 @@ namespace {
 class TemporaryFile
 {
 public:
-    TemporaryFile(const std::string& name, const std::string& content) : m_Path(fs::temp_directory_path() / name)
-    {
-        std::ofstream(m_Path) << content;
-    }
-    TemporaryFile(const TemporaryFile&) = delete;
-    TemporaryFile& operator=(const TemporaryFile&) = delete;
-    ~TemporaryFile() { fs::remove(m_Path); }
+    TemporaryFile(const std::string& name, const std::string& content) : m_Path(m_Folder.Write(name, content)) {}
 
-    std::string Path() const { return m_Path.string(); }
+    std::string Path() const { return m_Path; }
 
 private:
-    fs::path m_Path;
+    QTBTestFolder m_Folder;
+    std::string m_Path;
 };
 
 // What a command says when it fails, and its exit code.
@@ -106,6 +104,90 @@ TEST(HostSession, AssemblyThatIsNoProductStructureIsBadInputAndTheSessionGoesOn)
     EXPECT_EQ(FailureOf([&] { session.OpenAssembly(file.Path()); }).first, ExitCode::BadInput);
     EXPECT_EQ(session.OpenAssembly(EXAMPLES + "as1/products.xml").Size(), 1);
 }
+
+TEST(HostSession, ContainerConsidersTheCurrentActionAgainWhenAnExpansionWasGivenUp)
+{
+    HostSession session("", "");
+    session.ReadAnswer(EXAMPLES + "as1/structure.xml");
+    const QTBIRepNodeCont_var& spIRepNodeCont = session.GetRepNodeCont();
+    QTBIPdmNode_var spIPdmNode;
+    unsigned char bFound = FALSE;
+    session.GetPdmNodeCont()->GetPdmNodeByKey("as1", &spIPdmNode, &bFound);
+    ASSERT_EQ(bFound, TRUE);
+    const auto isShown = [&] {
+        CATListValCATBaseUnknown_var nodes;
+        EXPECT_EQ(spIPdmNode->GetRepNodes(&nodes, spIRepNodeCont), S_OK);
+        return nodes.Size() > 0;
+    };
+    const auto update = [&] {
+        unsigned char bTrue = TRUE;
+        unsigned char bFalse = FALSE;
+        EXPECT_EQ(spIRepNodeCont->UpdateRepTrees(spIPdmNode, CATListValQTBNodeRelationInfo(), &bTrue, nullptr, nullptr,
+                                                 &bFalse),
+                  S_OK);
+    };
+    HostSession::ReplaceRoots(spIRepNodeCont, {});
+    EXPECT_FALSE(isShown());
+    const auto [exitCode, message] = FailureOf([&] {
+        const ConsideringNodes considering(spIRepNodeCont, ALL_NODES);
+        throw HostError(ExitCode::Failure, "given up");
+    });
+    EXPECT_EQ(exitCode, ExitCode::Failure);
+    update();
+    EXPECT_FALSE(isShown()) << "the answer belongs to an action before the current one";
+    {
+        const ConsideringNodes considering(spIRepNodeCont, ALL_NODES);
+        update();
+    }
+    EXPECT_TRUE(isShown());
+}
+
+TEST(HostSession, ReplacedRootsAreTheOnlyOnesAndAddedOnesStandBesideThem)
+{
+    HostSession session("", "");
+    session.ReadAnswer(EXAMPLES + "as1/structure.xml");
+    const auto get = [&](const char* key) {
+        QTBIPdmNode_var spIPdmNode;
+        unsigned char bFound = FALSE;
+        session.GetPdmNodeCont()->GetPdmNodeByKey(key, &spIPdmNode, &bFound);
+        return CATBaseUnknown_var(spIPdmNode);
+    };
+    const auto rootKeys = [&] {
+        std::multiset<std::string> keys;
+        for (const CATBaseUnknown_var& spRoot : session.GetRoots()) {
+            CATUnicodeString usKey;
+            EXPECT_EQ(QTBIRepNode_var(spRoot)->GetPdmNodeKey(&usKey), S_OK);
+            keys.emplace(usKey.View());
+        }
+        return keys;
+    };
+    CATListValCATBaseUnknown_var objects;
+    objects.Append(get("nut"));
+    objects.Append(get("rod"));
+    HostSession::ReplaceRoots(session.GetRepNodeCont(), objects);
+    EXPECT_EQ(rootKeys(), (std::multiset<std::string>{"nut", "rod"}));
+    objects.Append(get("plate"));
+    HostSession::AddRoots(session.GetRepNodeCont(), objects);
+    EXPECT_EQ(rootKeys(), (std::multiset<std::string>{"nut", "plate", "rod"}));
+    objects.RemoveAll();
+    objects.Append(get("as1"));
+    HostSession::ReplaceRoots(session.GetRepNodeCont(), objects);
+    EXPECT_EQ(rootKeys(), (std::multiset<std::string>{"as1"}));
+}
+
+#ifndef QTB_WITH_STEP
+TEST(HostSession, StepFileWithoutTheReaderIsBadInputThatNamesTheRemedy)
+{
+    const TemporaryFile file("no-reader.step", "ISO-10303-21;");
+    HostSession session("", "");
+    const auto [exitCode, message] = FailureOf([&] { session.OpenAssembly(file.Path()); });
+    EXPECT_EQ(exitCode, ExitCode::BadInput);
+    EXPECT_NE(message.find("./run convert"), std::string::npos) << message;
+    const auto [importCode, importMessage] = FailureOf([&] { StoreInput::ReadAnswers(file.Path()); });
+    EXPECT_EQ(importCode, ExitCode::BadInput);
+    EXPECT_NE(importMessage.find("./run convert"), std::string::npos) << importMessage;
+}
+#endif
 
 TEST(TreeCommand, UnknownRootIsAUsageError)
 {

@@ -3,9 +3,7 @@
 #include "ProductBoxes.h"
 
 #include <png.h>
-#include <unistd.h>
 
-#include <cstdlib>
 #include <filesystem>
 #include <fstream>
 #include <memory>
@@ -17,6 +15,7 @@
 #include "BoxesCommand.h"
 #include "CAT3DCuboidRep.h"
 #include "HostSession.h"
+#include "QTBTestFolder.h"
 #include "Shell.h"
 
 namespace fs = std::filesystem;
@@ -30,24 +29,10 @@ constexpr LineImage::Color WHITE{255, 255, 255};
 class Boxes : public ::testing::Test
 {
 protected:
-    void SetUp() override
-    {
-        std::string folder = ::testing::TempDir() + "QTBBoxes-XXXXXX";
-        ASSERT_NE(mkdtemp(folder.data()), nullptr);
-        m_Folder = folder;
-    }
-    void TearDown() override { fs::remove_all(m_Folder); }
-
-    std::string Write(const std::string& name, const std::string& content) const
-    {
-        std::ofstream(m_Folder + "/" + name) << content;
-        return m_Folder + "/" + name;
-    }
-
     // An assembly with two places of a part: one moved by 10 along x, the other besides turned by 90 degrees about z.
     std::string WriteAssembly(const std::string& box = "0 0 0 4 2 1") const
     {
-        return Write("assembly.xml", R"(<products>
+        return m_Folder.Write("assembly.xml", R"(<products>
 <product id="a" file="a.CATProduct" partNumber="A">
   <instance of="p" name="P.1"><property name="Placement">1 0 0 0 1 0 0 0 1 10 0 0</property></instance>
   <instance of="s" name="S.1"><property name="Placement">1 0 0 0 1 0 0 0 1 10 0 0</property></instance>
@@ -57,7 +42,7 @@ protected:
   <instance of="e" name="E.1"/>
 </product>
 <product id="p" file="p.CATPart" partNumber="P"><property name="BoundingBox">)" +
-                                         box + R"(</property></product>
+                                                  box + R"(</property></product>
 <product id="e" file="e.CATPart" partNumber="E"/>
 </products>)");
     }
@@ -73,7 +58,7 @@ protected:
         return "not refused";
     }
 
-    std::string m_Folder;
+    QTBTestFolder m_Folder;
 };
 
 } // namespace
@@ -121,8 +106,8 @@ TEST_F(Boxes, AreMarkedInTheShellByNumberNameAndMenu)
     EXPECT_EQ(run("boxes"), "[1] (10, 0, 0) - (14, 2, 1)  P.1  <== marked\n[2] (10, 0, 5) - (8, 4, 6)  S.1/P.1\n");
     EXPECT_EQ(run("boxmenu 3"), "error: there is no bounding box 3; boxes lists them\n");
     EXPECT_EQ(run("picture /no/such/folder/boxes.png").substr(0, 6), "error:");
-    EXPECT_EQ(run("picture " + m_Folder + "/boxes.png"), "");
-    EXPECT_GT(fs::file_size(m_Folder + "/boxes.png"), 1000U);
+    EXPECT_EQ(run("picture " + m_Folder.GetPath("boxes.png")), "");
+    EXPECT_GT(fs::file_size(m_Folder.GetPath("boxes.png")), 1000U);
     // The boxes go with the window of their assembly; the open menu still holds one.
     run("window 2");
     EXPECT_EQ(run("close"), "");
@@ -137,7 +122,8 @@ TEST_F(Boxes, ThatAreNoNumbersAreRefusedWithTheirProduct)
         EXPECT_EQ(Refusal(options, ExitCode::BadInput),
                   "P.1: the property BoundingBox is \"" + std::string(box) + "\"; expected were 6 numbers");
     }
-    options.assembly = Write("none.xml", R"(<products><product id="a" file="a.CATPart" partNumber="A"/></products>)");
+    options.assembly =
+        m_Folder.Write("none.xml", R"(<products><product id="a" file="a.CATPart" partNumber="A"/></products>)");
     EXPECT_THAT(Refusal(options, ExitCode::BadInput), HasSubstr("has no boxes"));
     options.assembly = WriteAssembly();
     options.marks = {"no/such/path"};
@@ -149,7 +135,7 @@ TEST_F(Boxes, CommandListsMarksAndDraws)
     BoxesOptions options;
     options.assembly = WriteAssembly();
     options.marks = {"S.1"};
-    options.png = m_Folder + "/boxes.png";
+    options.png = m_Folder.GetPath("boxes.png");
     options.size = 64;
     ::testing::internal::CaptureStdout();
     EXPECT_EQ(RunBoxes(options), 0);

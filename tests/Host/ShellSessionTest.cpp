@@ -1,7 +1,5 @@
 #include <gtest/gtest.h>
 
-#include <stdlib.h>
-
 #include <algorithm>
 #include <filesystem>
 #include <fstream>
@@ -10,6 +8,7 @@
 
 #include "CATBaseUnknown.h"
 #include "HostSession.h"
+#include "QTBTestFolder.h"
 #include "Shell.h"
 
 namespace fs = std::filesystem;
@@ -42,31 +41,23 @@ class WorkFolder
 public:
     WorkFolder() : m_Before(fs::current_path())
     {
-        std::string folder = ::testing::TempDir() + "QTBShell-XXXXXX";
-        EXPECT_NE(mkdtemp(folder.data()), nullptr);
-        m_Folder = folder;
-        fs::create_directory_symlink(QTB_SOURCE_DIR "/examples", m_Folder / "examples");
-        fs::create_directory(m_Folder / "files");
+        fs::create_directory_symlink(QTB_SOURCE_DIR "/examples", m_Folder.GetPath("examples"));
+        fs::create_directory(m_Folder.GetPath("files"));
         for (const auto& [name, content] : {std::pair("files/rod.CATPart", "a rod"),
                                             {"files/nut.CATPart", "a nut"},
                                             {"files/rod-assembly.CATProduct", "an assembly"},
                                             {"long-rod.CATPart", "a longer rod"}}) {
-            std::ofstream(m_Folder / name) << content;
+            m_Folder.Write(name, content);
         }
-        fs::current_path(m_Folder);
+        fs::current_path(m_Folder.GetPath());
     }
     WorkFolder(const WorkFolder&) = delete;
     WorkFolder& operator=(const WorkFolder&) = delete;
-    ~WorkFolder()
-    {
-        fs::current_path(m_Before);
-        std::error_code error;
-        fs::remove_all(m_Folder, error);
-    }
+    ~WorkFolder() { fs::current_path(m_Before); }
 
 private:
     fs::path m_Before;
-    fs::path m_Folder;
+    QTBTestFolder m_Folder;
 };
 
 // A session and what its shell says.

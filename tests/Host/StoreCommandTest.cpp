@@ -2,9 +2,6 @@
 
 #include "StoreCommand.h"
 
-#include <unistd.h>
-
-#include <cstdlib>
 #include <filesystem>
 #include <fstream>
 #include <iterator>
@@ -14,6 +11,7 @@
 
 #include "CATBaseUnknown.h"
 #include "HostError.h"
+#include "QTBTestFolder.h"
 
 namespace fs = std::filesystem;
 using ::testing::AllOf;
@@ -25,15 +23,6 @@ namespace {
 class StoreCommand : public ::testing::Test
 {
 protected:
-    void SetUp() override
-    {
-        std::string folder = ::testing::TempDir() + "QTBStoreCommand-XXXXXX";
-        ASSERT_NE(mkdtemp(folder.data()), nullptr);
-        m_Folder = folder;
-        m_Store = folder + "/pdm.store";
-    }
-    void TearDown() override { fs::remove_all(m_Folder); }
-
     // Runs "qtbhost store" with these arguments; what it prints.
     static std::string Run(const std::vector<std::string>& arguments, int expectedResult = 0)
     {
@@ -75,8 +64,8 @@ protected:
              QTB_SOURCE_DIR "/examples/as1/files.xml"});
     }
 
-    std::string m_Folder;
-    std::string m_Store;
+    QTBTestFolder m_Folder;
+    const std::string m_Store = m_Folder.GetPath("pdm.store");
 };
 
 TEST_F(StoreCommand, AStoreIsMadeAndFilled)
@@ -95,7 +84,7 @@ TEST_F(StoreCommand, AnswersAreWrittenToTheOutputOrAFile)
     const std::string answer = Run({"expand", m_Store, "rod-assembly", "--relation", "PartPart", "--level", "1"});
     EXPECT_THAT(answer, AllOf(HasSubstr("<function name=\"expand\">"), HasSubstr("<a name=\"Key\">rod</a>"),
                               Not(HasSubstr("CATPartFile"))));
-    const std::string path = m_Folder + "/answer.xml";
+    const std::string path = m_Folder.GetPath("answer.xml");
     EXPECT_EQ(Run({"expand", m_Store, "rod-assembly", "--relation", "PartPart", "--level", "1", "-o", path}), "");
     std::ifstream file(path);
     EXPECT_EQ(std::string(std::istreambuf_iterator<char>(file), std::istreambuf_iterator<char>()), answer);
@@ -129,12 +118,13 @@ TEST_F(StoreCommand, ChangesSayWhatBecameOfTheItems)
 TEST_F(StoreCommand, FilesGoInAndOut)
 {
     MakeExample();
-    const std::string path = m_Folder + "/new.CATPart";
+    const std::string path = m_Folder.GetPath("new.CATPart");
     std::ofstream(path) << "a rod";
     Run({"checkout", m_Store, "CATPartFile/rod"});
     Run({"checkin", m_Store, "CATPartFile/rod", "--file", path});
-    EXPECT_THAT(Run({"checkout", m_Store, "CATPartFile/rod", "--to", m_Folder}), HasSubstr(m_Folder + "/rod.CATPart"));
-    std::ifstream file(m_Folder + "/rod.CATPart");
+    EXPECT_THAT(Run({"checkout", m_Store, "CATPartFile/rod", "--to", m_Folder.GetPath()}),
+                HasSubstr(m_Folder.GetPath("rod.CATPart")));
+    std::ifstream file(m_Folder.GetPath("rod.CATPart"));
     EXPECT_EQ(std::string(std::istreambuf_iterator<char>(file), std::istreambuf_iterator<char>()), "a rod");
 }
 
@@ -142,19 +132,20 @@ TEST_F(StoreCommand, WhatIsWrongIsSaidWithItsExitCode)
 {
     MakeExample();
     EXPECT_THAT(Refusal({"init", m_Store}, ExitCode::BadInput), HasSubstr("there is a file of that name"));
-    EXPECT_THAT(Refusal({"query", m_Folder + "/missing"}, ExitCode::BadInput), HasSubstr("There is no PDM store"));
+    EXPECT_THAT(Refusal({"query", m_Folder.GetPath("missing")}, ExitCode::BadInput),
+                HasSubstr("There is no PDM store"));
     EXPECT_THAT(Refusal({"expand", m_Store, "nobody"}, ExitCode::Failure), HasSubstr("has no item \"nobody\""));
     EXPECT_THAT(Refusal({"query", m_Store, "PartNumber"}, ExitCode::Usage), HasSubstr("NAME=VALUE"));
     EXPECT_THAT(Refusal({"expand", m_Store, "nut", "--relation", "PartPart:up"}, ExitCode::Usage),
                 HasSubstr("left or right"));
-    EXPECT_THAT(Refusal({"import", m_Store, m_Folder + "/missing.xml"}, ExitCode::BadInput),
+    EXPECT_THAT(Refusal({"import", m_Store, m_Folder.GetPath("missing.xml")}, ExitCode::BadInput),
                 HasSubstr("does not exist"));
-    std::ofstream(m_Folder + "/bad.xml") << "<answer>";
-    EXPECT_THAT(Refusal({"import", m_Store, m_Folder + "/bad.xml"}, ExitCode::BadInput), HasSubstr("bad.xml"));
+    std::ofstream(m_Folder.GetPath("bad.xml")) << "<answer>";
+    EXPECT_THAT(Refusal({"import", m_Store, m_Folder.GetPath("bad.xml")}, ExitCode::BadInput), HasSubstr("bad.xml"));
     // An answer that cannot be had leaves no file.
-    Refusal({"expand", m_Store, "nobody", "-o", m_Folder + "/answer.xml"}, ExitCode::Failure);
-    EXPECT_FALSE(fs::exists(m_Folder + "/answer.xml"));
-    EXPECT_FALSE(fs::exists(m_Folder + "/answer.xml.new"));
+    Refusal({"expand", m_Store, "nobody", "-o", m_Folder.GetPath("answer.xml")}, ExitCode::Failure);
+    EXPECT_FALSE(fs::exists(m_Folder.GetPath("answer.xml")));
+    EXPECT_FALSE(fs::exists(m_Folder.GetPath("answer.xml.new")));
 }
 
 TEST_F(StoreCommand, ACheckThatFindsFaultsFails)

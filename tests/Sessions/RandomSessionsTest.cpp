@@ -104,22 +104,9 @@ void AppendSession(SessionSteps& steps, const SessionSteps& session, const std::
 class RandomSessions : public testing::Test
 {
 protected:
-    // In memory where that is possible: stores wait for the disk.
-    RandomSessions()
-    {
-        m_Folder = fs::is_directory("/dev/shm") ? "/dev/shm" : fs::temp_directory_path().string();
-        m_Folder += "/QTBSessions-XXXXXX";
-        EXPECT_NE(mkdtemp(m_Folder.data()), nullptr);
-    }
-    ~RandomSessions() override
-    {
-        std::error_code ignored;
-        fs::remove_all(m_Folder, ignored);
-    }
-
     std::string PlayApart(const SessionSteps& steps) const
     {
-        return RunApart([&] { return SessionPlayer::PlayAll(steps, m_Folder); });
+        return RunApart([&] { return SessionPlayer::PlayAll(steps, m_Folder.GetPath()); });
     }
 
     // Shrinks what failed, a session or several one after the other, and reports it.
@@ -135,7 +122,8 @@ protected:
     // Trees of sessions stay small; those of ladders end at the limit, which has to be right too.
     QTBTestEnvironment m_MaxRepNodes{"QTB_MAX_REP_NODES", "300"};
     QTBTestEnvironment m_MaxProducts{"QTB_MAX_PRODUCTS", "300"};
-    std::string m_Folder;
+    // Stores would wait for the disk.
+    QTBTestFolder m_Folder{QTBTestFolder::GetFastParent()};
 };
 
 } // namespace

@@ -1,23 +1,25 @@
 #pragma once
 
-#include <unistd.h>
-
+#include <cerrno>
 #include <chrono>
+#include <cstdlib>
 #include <filesystem>
 #include <fstream>
 #include <string>
-
-#include <gtest/gtest.h>
+#include <system_error>
 
 // A folder for the files of a test, empty at first; it goes with the object.
 class QTBTestFolder
 {
 public:
-    QTBTestFolder()
-        : m_Path(std::filesystem::canonical(testing::TempDir()) / ("QTBTestFolder-" + std::to_string(getpid())))
+    // parent: where the folder is made. Throws std::system_error when it cannot be.
+    explicit QTBTestFolder(const std::filesystem::path& parent = std::filesystem::temp_directory_path())
     {
-        std::filesystem::remove_all(m_Path);
-        std::filesystem::create_directories(m_Path);
+        std::string path = std::filesystem::canonical(parent) / "QTBTestFolder-XXXXXX";
+        if (mkdtemp(path.data()) == nullptr) {
+            throw std::system_error(errno, std::generic_category(), path);
+        }
+        m_Path = path;
     }
     QTBTestFolder(const QTBTestFolder&) = delete;
     QTBTestFolder& operator=(const QTBTestFolder&) = delete;
@@ -25,6 +27,12 @@ public:
     {
         std::error_code ignored;
         std::filesystem::remove_all(m_Path, ignored);
+    }
+
+    // The parent of folders whose files are not to wait for the disk: in memory where that is possible.
+    static std::filesystem::path GetFastParent()
+    {
+        return std::filesystem::is_directory("/dev/shm") ? "/dev/shm" : std::filesystem::temp_directory_path();
     }
 
     std::string GetPath() const { return m_Path.string(); }

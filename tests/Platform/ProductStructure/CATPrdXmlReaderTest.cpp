@@ -1,9 +1,9 @@
-#include <filesystem>
 #include <fstream>
 #include <iterator>
 
 #include "CATProductTestSession.h"
 #include "CATXMLError.h"
+#include "QTBTestFolder.h"
 
 using ProductStructureXml = CATProductTestSession;
 
@@ -57,21 +57,19 @@ TEST_F(ProductStructureXml, TheExampleOfTheDocumentationSaysWhatIsRead)
 
 TEST_F(ProductStructureXml, AFileIsReadRelativeToItsDirectory)
 {
-    const std::filesystem::path directory = std::filesystem::path(testing::TempDir()) / "products";
-    std::filesystem::create_directories(directory);
-    const std::string path = directory / "session.xml";
-    std::ofstream(path) << "<products><product id='a' file='sub/a.CATPart' partNumber='A'/>"
-                           "<product id='b' file='/b.CATPart' partNumber='B'/></products>";
+    const QTBTestFolder folder;
+    const std::string path =
+        folder.Write("session.xml", "<products><product id='a' file='sub/a.CATPart' partNumber='A'/>"
+                                    "<product id='b' file='/b.CATPart' partNumber='B'/></products>");
     EXPECT_EQ(CATProductServices::OpenFile(path.c_str(), nullptr), S_OK);
-    EXPECT_EQ(FileOf(Root("A")), (directory / "sub/a.CATPart").string());
+    EXPECT_EQ(FileOf(Root("A")), folder.GetPath("sub/a.CATPart"));
     EXPECT_EQ(FileOf(Root("B")), "/b.CATPart");
-    std::ofstream(path) << "<products>\n<product id='c' file='c.CATPart' link='lost'/></products>";
+    folder.Write("session.xml", "<products>\n<product id='c' file='c.CATPart' link='lost'/></products>");
     const HRESULT hr = CATProductServices::OpenFile(path.c_str(), nullptr);
     ASSERT_NE(ErrorOf(hr), nullptr);
     EXPECT_EQ(ErrorOf(hr)->GetSourceName(), path.c_str());
     EXPECT_EQ(ErrorOf(hr)->GetLine(), 2);
     EXPECT_EQ(ErrorOf(CATProductServices::OpenFile((path + ".not").c_str(), nullptr))->GetLine(), 0);
-    std::filesystem::remove_all(directory);
 }
 
 TEST_F(ProductStructureXml, NamesInAnyScriptAreRead)

@@ -11,6 +11,7 @@
 #include "CATIPersistent.h"
 #include "CATMsgCatalog.h"
 #include "QTBMatchers.h"
+#include "QTBTestFolder.h"
 #include "QTBTestSession.h"
 #include "QTBTestWindow.h"
 
@@ -65,7 +66,8 @@ TEST_F(PersistentOnDoc, ShowsOneNoticeInsteadOfSaving)
     m_spPersistent->SaveAs_B(nullptr);
     ExpectTheNotice();
     for (const unsigned char bBecameCurrent : {FALSE, TRUE}) {
-        const std::string path = ::testing::TempDir() + "QTBEPersistentOnDocTest.QTBDoc";
+        const QTBTestFolder folder;
+        const std::string path = folder.GetPath("saved.QTBDoc");
         m_spPersistent->SaveAs(path.c_str(), bBecameCurrent);
         ExpectTheNotice();
         EXPECT_FALSE(std::filesystem::exists(path));

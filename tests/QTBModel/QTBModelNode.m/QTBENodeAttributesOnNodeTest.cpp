@@ -1,8 +1,6 @@
 #include "QTBENodeAttributesOnNode.h"
 
 #include <algorithm>
-#include <filesystem>
-#include <fstream>
 #include <string>
 #include <vector>
 
@@ -22,6 +20,7 @@
 #include "QTBReplacedExtension.h"
 #include "QTBSchemaUtil.h"
 #include "QTBStringHash.h"
+#include "QTBTestFolder.h"
 #include "QTBTestSession.h"
 #include "QTBXmlElement.h"
 #include "QTBXmlUtil.h"
@@ -804,30 +803,28 @@ protected:
     void SetUp() override
     {
         NodeAttributesTest::SetUp();
-        std::filesystem::create_directories(m_Folder);
-        std::ofstream(m_Folder + "/TestDisplayNames.CATNls") << "First = \"2\";\nSecond = \"two\";\nThird = \"3\";\n";
-        CATMsgCatalog::SetSearchPath({CATUnicodeString(m_Folder), QTB_SOURCE_DIR "/resources/msgcatalog"});
+        m_Folder.Write("TestDisplayNames.CATNls", "First = \"2\";\nSecond = \"two\";\nThird = \"3\";\n");
+        CATMsgCatalog::SetSearchPath({CATUnicodeString(m_Folder.GetPath()), QTB_SOURCE_DIR "/resources/msgcatalog"});
     }
     void TearDown() override
     {
         CATMsgCatalog::SetSearchPath({QTB_SOURCE_DIR "/resources/msgcatalog"});
         EXPECT_EQ(QTBSchemaUtil::LoadSchema(QTB_SOURCE_DIR "/resources/schema/QTBSchema.xml"), S_OK);
-        std::filesystem::remove_all(m_Folder);
         NodeAttributesTest::TearDown();
     }
 
     void Load(const std::string& values, const char* showNames = "true")
     {
-        const std::string file = m_Folder + "/schema.xml";
-        std::ofstream(file) << "<qtbSchema system=\"ENOVIA_MATRIX\" catalog=\"TestDisplayNames\" "
-                               "showDataSourceNlsValues=\""
-                            << showNames
-                            << "\"><attributeNames class=\"C\" key=\"K\" relation=\"R\" left=\"L\" right=\"T\" "
-                               "leftClass=\"LC\" rightClass=\"RC\"/><dataSources><dataSource name=\"Source\">"
-                            << values
-                            << "</dataSource></dataSources><attributes><attribute name=\"State\" nlsKey=\"State\" "
-                               "dataSource=\"Source\"/></attributes><objects><object name=\"Part\" "
-                               "nlsKey=\"Part\"/></objects><relations/></qtbSchema>";
+        const std::string file = m_Folder.Write(
+            "schema.xml", std::string("<qtbSchema system=\"ENOVIA_MATRIX\" catalog=\"TestDisplayNames\" "
+                                      "showDataSourceNlsValues=\"") +
+                              showNames +
+                              "\"><attributeNames class=\"C\" key=\"K\" relation=\"R\" left=\"L\" right=\"T\" "
+                              "leftClass=\"LC\" rightClass=\"RC\"/><dataSources><dataSource name=\"Source\">" +
+                              values +
+                              "</dataSource></dataSources><attributes><attribute name=\"State\" nlsKey=\"State\" "
+                              "dataSource=\"Source\"/></attributes><objects><object name=\"Part\" "
+                              "nlsKey=\"Part\"/></objects><relations/></qtbSchema>");
         const HRESULT hr = QTBSchemaUtil::LoadSchema(CATUnicodeString(file));
         ASSERT_EQ(hr, S_OK) << CATError::CATGetLastError(hr, NULL)->GetNLSMessage();
     }
@@ -840,7 +837,7 @@ protected:
         return std::string(usValue.View());
     }
 
-    std::string m_Folder = testing::TempDir() + "NodeAttributesOfSchemaTest";
+    QTBTestFolder m_Folder;
 };
 
 } // namespace

@@ -1,5 +1,4 @@
 #include <algorithm>
-#include <cstdio>
 #include <cstdlib>
 #include <fstream>
 #include <iterator>
@@ -14,6 +13,7 @@
 #include "QTBPdmNodeContAccess.h"
 #include "QTBSchemaUtil.h"
 #include "QTBStringHash.h"
+#include "QTBTestFolder.h"
 
 using ::testing::Contains;
 using ::testing::ElementsAre;
@@ -35,10 +35,8 @@ protected:
         const std::size_t position = text.find(piece);
         ASSERT_NE(position, std::string::npos) << piece;
         text.erase(position, piece.size());
-        const std::string path = ::testing::TempDir() + "PdmNodeContStoreSchema.xml";
-        std::ofstream(path) << text;
-        EXPECT_THAT(QTBSchemaUtil::LoadSchema(path.c_str()), Succeeds());
-        std::remove(path.c_str());
+        const QTBTestFolder folder;
+        EXPECT_THAT(QTBSchemaUtil::LoadSchema(folder.Write("schema.xml", text).c_str()), Succeeds());
     }
 
     static std::string ReadPart(const char* key, const char* name) { return Part(key, Attribute("Name", name)); }

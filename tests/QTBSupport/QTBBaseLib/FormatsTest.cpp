@@ -1,7 +1,6 @@
 // The examples of docs/formats.md say what the program really reads.
 
 #include <cstdlib>
-#include <filesystem>
 #include <fstream>
 #include <iterator>
 #include <string>
@@ -16,6 +15,7 @@
 #include "QTBSchemaUtil.h"
 #include "QTBSimpleListAttr.h"
 #include "QTBTableAttr.h"
+#include "QTBTestFolder.h"
 #include "QTBTestSession.h"
 
 using ::testing::ElementsAre;
@@ -44,11 +44,8 @@ class Formats : public QTBTestSession
 protected:
     static HRESULT LoadSchemaText(const std::string& text)
     {
-        const std::string path = ::testing::TempDir() + "FormatsTest.xml";
-        std::ofstream(path, std::ios::binary) << text;
-        const HRESULT hr = QTBSchemaUtil::LoadSchema(path.c_str());
-        std::filesystem::remove(path);
-        return hr;
+        const QTBTestFolder folder;
+        return QTBSchemaUtil::LoadSchema(folder.Write("schema.xml", text).c_str());
     }
 
     static std::string TypeOf(const char* key, const char* attribute)
@@ -139,11 +136,10 @@ TEST_F(Formats, TheGrammarAcceptsTheExampleSchema)
     if (std::system("command -v xmllint > /dev/null") != 0) {
         GTEST_SKIP() << "xmllint is not installed";
     }
-    const std::string path = ::testing::TempDir() + "FormatsTest.xml";
-    std::ofstream(path, std::ios::binary) << Example("schema");
+    const QTBTestFolder folder;
+    const std::string path = folder.Write("schema.xml", Example("schema"));
     const std::string command = "xmllint --noout --schema " QTB_SOURCE_DIR "/resources/schema/QTBSchema.xsd " + path;
     EXPECT_EQ(std::system((command + " 2> /dev/null").c_str()), 0);
-    std::filesystem::remove(path);
 }
 
 TEST_F(Formats, TheExamplesOfTheProjectFitItsSchema)

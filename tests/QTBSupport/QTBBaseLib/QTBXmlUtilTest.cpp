@@ -1,7 +1,5 @@
 #include "QTBXmlUtil.h"
 
-#include <filesystem>
-#include <fstream>
 #include <string>
 #include <vector>
 
@@ -12,6 +10,7 @@
 #include "CATXMLWriter.h"
 #include "QTBConstants.h"
 #include "QTBListValues.h"
+#include "QTBTestFolder.h"
 #include "QTBXmlElement.h"
 
 using testing::ElementsAre;
@@ -90,18 +89,17 @@ TEST(XmlUtil, TrustedTextIsRead)
 
 TEST(XmlUtil, AFileIsReadAndNamedWhenItIsMalformed)
 {
-    const std::string path = testing::TempDir() + "QTBXmlUtilTest.xml";
-    std::ofstream(path) << "<a>x</a>";
+    const QTBTestFolder folder;
+    const std::string path = folder.Write("file.xml", "<a>x</a>");
     CATIDOMDocument_var spDocument;
     EXPECT_EQ(QTBXmlUtil::GetDomDocumentFromFile(path.c_str(), &spDocument), S_OK);
     EXPECT_THAT(GetElements(spDocument, "a"), ElementsAre("x"));
-    std::ofstream(path) << "<a>\n<b/>";
+    folder.Write("file.xml", "<a>\n<b/>");
     const HRESULT hr = QTBXmlUtil::GetDomDocumentFromFile(path.c_str(), &spDocument);
     const auto* pError = dynamic_cast<CATXMLError*>(CATError::CATGetLastError(hr, nullptr));
     ASSERT_NE(pError, nullptr);
     EXPECT_EQ(pError->GetSourceName(), path.c_str());
     EXPECT_EQ(pError->GetLine(), 2);
-    std::filesystem::remove(path);
 }
 
 TEST(XmlUtil, OnlyDirectChildrenAreFoundInDocumentOrder)

@@ -193,8 +193,8 @@ TEST_F(StoreChange, AFileThatCannotBeReadLeavesTheObjectCheckedOut)
     ASSERT_THAT(CheckOut({"F"}), Succeeds());
     ExpectRefusal([this] { return CheckIn({"F"}, {PathOf("missing").c_str()}); },
                   FailsWith("FileUnreadableERR_1117", PathOf("missing").c_str()));
-    ExpectRefusal([this] { return CheckIn({"F"}, {m_Folder.c_str()}); },
-                  FailsWith("FileUnreadableERR_1117", m_Folder.c_str()));
+    ExpectRefusal([this] { return CheckIn({"F"}, {m_Folder.GetPath().c_str()}); },
+                  FailsWith("FileUnreadableERR_1117", m_Folder.GetPath().c_str()));
     EXPECT_EQ(Rights("F"), "Edit CheckIn UpdateSubCmpRels");
 }
 

@@ -77,7 +77,7 @@ TEST_F(StoreFault, AFileThatIsNoStoreIsRefusedAndLeftAsItIs)
         EXPECT_THAT(Open(path), FailsWith("NoStoreERR_1003", path.c_str()));
         EXPECT_EQ(ReadFile(path), content);
     }
-    EXPECT_THAT(Open(m_Folder), FailsWith("NoStoreERR_1003", m_Folder.c_str()));
+    EXPECT_THAT(Open(m_Folder.GetPath()), FailsWith("NoStoreERR_1003", m_Folder.GetPath().c_str()));
     // A database of somebody else.
     sqlite3* pDatabase = nullptr;
     ASSERT_EQ(sqlite3_open(PathOf("foreign").c_str(), &pDatabase), SQLITE_OK);
@@ -93,7 +93,7 @@ TEST_F(StoreFault, AStoreIsNotMadeWhereAFileIs)
     EXPECT_EQ(ReadFile(path), "precious");
     EXPECT_THAT(QTBPdmStore::Create(Path().c_str()), FailsWith("StoreExistsERR_1002", Path().c_str()));
     EXPECT_THAT(QTBPdmStore::Create(PathOf("no/folder").c_str()), FailsWithMessage("StoreUnusableERR_1009"));
-    for (const fs::directory_entry& entry : fs::directory_iterator(m_Folder)) {
+    for (const fs::directory_entry& entry : fs::directory_iterator(m_Folder.GetPath())) {
         EXPECT_THAT(entry.path().string(), Not(HasSubstr(".new-")));
     }
 }
@@ -389,7 +389,7 @@ TEST_F(StoreFault, AStoreThatTheUserMayNotWriteToIsRead)
     Import(Part("A"));
     m_pStore.reset();
     fs::permissions(Path(), fs::perms::owner_read | fs::perms::group_read | fs::perms::others_read);
-    fs::permissions(m_Folder,
+    fs::permissions(m_Folder.GetPath(),
                     fs::perms::owner_read | fs::perms::owner_exec | fs::perms::others_read | fs::perms::others_exec);
     InOtherProcess([this] {
         // The administrator may write everywhere.
@@ -404,7 +404,7 @@ TEST_F(StoreFault, AStoreThatTheUserMayNotWriteToIsRead)
         const HRESULT hr = CheckOut({"A"});
         return SUCCEEDED(Get({"A"})) && QTBDescribeResult(hr).find("StoreReadOnlyERR_1007") != std::string::npos;
     });
-    fs::permissions(m_Folder, fs::perms::owner_all);
+    fs::permissions(m_Folder.GetPath(), fs::perms::owner_all);
 }
 
 // Stores that are full.

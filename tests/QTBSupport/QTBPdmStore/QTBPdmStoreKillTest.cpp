@@ -27,18 +27,9 @@ protected:
         QTBStoreSession::SetUp();
         WriteFile("one", std::string(20000, '1'));
         WriteFile("two", std::string(20000, '2'));
-        // On the disk, where a change takes its time.
-        std::string folder = ::testing::TempDir() + "QTBStoreKill-XXXXXX";
-        ASSERT_NE(mkdtemp(folder.data()), nullptr);
-        m_DiskFolder = folder;
-    }
-    void TearDown() override
-    {
-        fs::remove_all(m_DiskFolder);
-        QTBStoreSession::TearDown();
     }
 
-    std::string DiskPath() const { return m_DiskFolder + "/pdm.store"; }
+    std::string DiskPath() const { return m_DiskFolder.GetPath("pdm.store"); }
 
     // Requests of every kind that changes the store.
     static constexpr int KINDS = 9;
@@ -112,7 +103,8 @@ protected:
         EXPECT_TRUE(WIFSIGNALED(status) || (WIFEXITED(status) && WEXITSTATUS(status) == 0)) << status;
     }
 
-    std::string m_DiskFolder;
+    // A change takes its time there.
+    QTBTestFolder m_DiskFolder;
 };
 
 TEST_F(StoreKill, EveryReportedChangeIsThereAndNoneIsHalfDone)
@@ -161,7 +153,7 @@ TEST_F(StoreKill, EveryReportedChangeIsThereAndNoneIsHalfDone)
 
 TEST_F(StoreKill, AnUpdateOfAnOldStoreIsDoneWholeOrNotAtAll)
 {
-    const std::string original = m_DiskFolder + "/old.store";
+    const std::string original = m_DiskFolder.GetPath("old.store");
     {
         QTBStoreDatabase::Options options;
         options.mayCreate = true;
@@ -204,7 +196,7 @@ TEST_F(StoreKill, AStoreInTheMakingIsThereWholeOrNotAtAll)
     std::mt19937 random(5);
     int made = 0;
     for (int round = 0; round < 25; ++round) {
-        const std::string path = m_DiskFolder + "/new" + std::to_string(round) + ".store";
+        const std::string path = m_DiskFolder.GetPath("new" + std::to_string(round) + ".store");
         const pid_t pid = fork();
         ASSERT_GE(pid, 0);
         if (pid == 0) {

@@ -1,9 +1,5 @@
 #pragma once
 
-#include <unistd.h>
-
-#include <cstdlib>
-#include <filesystem>
 #include <fstream>
 #include <functional>
 #include <iterator>
@@ -16,6 +12,7 @@
 #include "CATIDOMDocument.h"
 #include "QTBMatchers.h"
 #include "QTBPdmStore.h"
+#include "QTBTestFolder.h"
 #include "QTBTestSession.h"
 #include "QTBXmlUtil.h"
 
@@ -29,11 +26,6 @@ protected:
     void SetUp() override
     {
         QTBTestSession::SetUp();
-        // In memory where that is possible: every change waits for the disk.
-        std::string folder = std::filesystem::is_directory("/dev/shm") ? "/dev/shm/" : ::testing::TempDir();
-        folder += "QTBStore-XXXXXX";
-        ASSERT_NE(mkdtemp(folder.data()), nullptr);
-        m_Folder = folder;
         ASSERT_THAT(QTBPdmStore::Create(Path().c_str()), Succeeds());
         m_pStore = OpenFor("kim");
     }
@@ -41,13 +33,11 @@ protected:
     void TearDown() override
     {
         m_pStore.reset();
-        std::error_code error;
-        std::filesystem::remove_all(m_Folder, error);
         QTBTestSession::TearDown();
     }
 
-    std::string Path() const { return m_Folder + "/pdm.store"; }
-    std::string PathOf(const std::string& name) const { return m_Folder + "/" + name; }
+    std::string Path() const { return m_Folder.GetPath("pdm.store"); }
+    std::string PathOf(const std::string& name) const { return m_Folder.GetPath(name); }
 
     std::unique_ptr<QTBPdmStore> OpenFor(const char* user) const
     {
@@ -237,7 +227,8 @@ protected:
     static inline const std::vector<QTBStoreExpansion::Relation> PARTS = {{"PartPart", true}};
     static inline const std::vector<QTBStoreExpansion::Relation> USES = {{"PartPart", false}};
 
-    std::string m_Folder;
+    // Every change would wait for the disk.
+    QTBTestFolder m_Folder{QTBTestFolder::GetFastParent()};
     std::unique_ptr<QTBPdmStore> m_pStore;
     std::string m_Answer;
     QTBStoreImportReport m_Report;

@@ -5,7 +5,6 @@
 #include <algorithm>
 #include <cstdlib>
 #include <filesystem>
-#include <fstream>
 #include <map>
 #include <string>
 #include <unordered_map>
@@ -17,76 +16,21 @@
 
 #include "CATProductTestSession.h"
 #include "CATStepAssembly.h"
+#include "CATStepText.h"
 #include "QTBTestEnvironment.h"
+#include "QTBTestFolder.h"
 
 using testing::HasSubstr;
 
 namespace {
 
-// An assembly as text: products and usages, with as many entities as the structure needs.
-class StepText
-{
-public:
-    // The definition of a product, to be used in AddUsage and AddFile.
-    int AddProduct(const std::string& id, const std::string& name, const std::string& version = {})
-    {
-        const int product = Add("PRODUCT('" + id + "','" + name + "','description of " + id + "',(#2))");
-        const int formation =
-            Add("PRODUCT_DEFINITION_FORMATION('" + version + "','',#" + std::to_string(product) + ")");
-        return Add("PRODUCT_DEFINITION('design','',#" + std::to_string(formation) + ",#3)");
-    }
-
-    int AddUsage(int parent, int child, const std::string& name, const std::string& designator = {})
-    {
-        return Add("NEXT_ASSEMBLY_USAGE_OCCURRENCE('u','" + name + "','',#" + std::to_string(parent) + ",#" +
-                   std::to_string(child) + "," + (designator.empty() ? "$" : "'" + designator + "'") + ")");
-    }
-
-    // The product's content stands in another file.
-    void AddFile(int definition, const std::string& fileName)
-    {
-        const std::string file = std::to_string(Add("DOCUMENT_FILE('" + fileName + "','',$,#" +
-                                                    std::to_string(Add("DOCUMENT_TYPE('geometry')")) + ",'',$)"));
-        const std::string role = std::to_string(Add("IDENTIFICATION_ROLE('external document id and location',$)"));
-        const std::string source = std::to_string(Add("EXTERNAL_SOURCE(IDENTIFIER('disc'))"));
-        Add("APPLIED_EXTERNAL_IDENTIFICATION_ASSIGNMENT('" + fileName + "',#" + role + ",#" + source + ",(#" + file +
-            "))");
-        Add("APPLIED_DOCUMENT_REFERENCE(#" + file + ",'',(#" + std::to_string(definition) + "))");
-    }
-
-    std::string ToString() const
-    {
-        return "ISO-10303-21;\nHEADER;\nFILE_DESCRIPTION(('test'),'2;1');\n"
-               "FILE_NAME('test','2020-01-01T00:00:00',(''),(''),'','','');\nFILE_SCHEMA(('AUTOMOTIVE_DESIGN'));\n"
-               "ENDSEC;\nDATA;\n#1=APPLICATION_CONTEXT('core data for automotive mechanical design processes');\n"
-               "#2=PRODUCT_CONTEXT('',#1,'mechanical');\n#3=PRODUCT_DEFINITION_CONTEXT('part "
-               "definition',#1,'design');\n" +
-               m_Entities + "ENDSEC;\nEND-ISO-10303-21;\n";
-    }
-
-private:
-    int Add(const std::string& entity)
-    {
-        m_Entities += "#" + std::to_string(++m_Last) + "=" + entity + ";\n";
-        return m_Last;
-    }
-
-    int m_Last = 3;
-    std::string m_Entities;
-};
-
 // Files of a test, and where the real assemblies lie.
 class StepProducts : public CATProductTestSession
 {
 protected:
-    StepProducts() { std::filesystem::create_directories(m_Directory); }
-    ~StepProducts() override { std::filesystem::remove_all(m_Directory); }
-
     std::string Write(const std::string& name, const std::string& content) const
     {
-        const std::filesystem::path path = m_Directory / name;
-        std::ofstream(path, std::ios::binary) << content;
-        return path.string();
+        return m_Folder.Write(name, content);
     }
 
     static HRESULT TryOpenFile(const std::string& path)
@@ -107,16 +51,14 @@ protected:
                                                                         : "(no error)";
     }
 
-    // The path of a real assembly, which lies beside the project or where QTB_ASSEMBLIES says; empty when it is not
-    // there.
+    // The path of a real assembly in the folder that QTB_ASSEMBLIES names; empty when it is not there.
     static std::string FindAssembly(const std::string& name)
     {
-        const char* directory = std::getenv("QTB_ASSEMBLIES");
-        const std::filesystem::path path =
-            std::filesystem::path(directory != nullptr ? directory : QTB_SOURCE_DIR "/../shared/data/assemblies") /
-            name;
-        return std::filesystem::exists(path) ? path.string() : std::string();
+        const char* folder = std::getenv("QTB_ASSEMBLIES");
+        const std::filesystem::path path = std::filesystem::path(folder != nullptr ? folder : "") / name;
+        return folder != nullptr && std::filesystem::exists(path) ? path.string() : std::string();
     }
+    static constexpr const char* NO_ASSEMBLY = "QTB_ASSEMBLIES names no folder with this assembly (docs/limits.md)";
 
     static CATIProduct_var OpenRoot(const std::string& path)
     {
@@ -170,14 +112,13 @@ protected:
         return census;
     }
 
-    const std::filesystem::path m_Directory =
-        std::filesystem::path(testing::TempDir()) /
-        ("step-" + std::string(testing::UnitTest::GetInstance()->current_test_info()->name()));
+    const QTBTestFolder m_Folder;
+    const std::filesystem::path m_Directory = m_Folder.GetPath();
 };
 
 TEST_F(StepProducts, ProductsUsagesAndPropertiesAreThoseOfTheFile)
 {
-    StepText text;
+    CATStepText text;
     const int top = text.AddProduct("T-1", "top", "A");
     const int part = text.AddProduct("P-1", "part", "B");
     text.AddUsage(top, part, "first");
@@ -204,7 +145,7 @@ TEST_F(StepProducts, ProductsUsagesAndPropertiesAreThoseOfTheFile)
 
 TEST_F(StepProducts, EmptyInstanceNamesAreFilledAndRepeatedOnesStay)
 {
-    StepText text;
+    CATStepText text;
     const int top = text.AddProduct("T", "top");
     const int part = text.AddProduct("P", "part");
     text.AddUsage(top, part, "same");
@@ -222,7 +163,7 @@ TEST_F(StepProducts, EmptyInstanceNamesAreFilledAndRepeatedOnesStay)
 
 TEST_F(StepProducts, ProductsWithOneIdHaveOnePartNumberAndFilesOfTheirOwn)
 {
-    StepText text;
+    CATStepText text;
     const int top = text.AddProduct("T", "top");
     text.AddUsage(top, text.AddProduct("P/1", "one"), "a");
     text.AddUsage(top, text.AddProduct("P/1", "two"), "b");
@@ -242,7 +183,7 @@ TEST_F(StepProducts, ProductsWithOneIdHaveOnePartNumberAndFilesOfTheirOwn)
 
 TEST_F(StepProducts, NamesInOtherScriptsAreKeptAndInvalidBytesRepaired)
 {
-    StepText text;
+    CATStepText text;
     const int top = text.AddProduct("\xE9\xBD\xBF\xE8\xBD\xAE", "top");
     text.AddUsage(top, text.AddProduct("P\xFFQ", "part"), "\xCE\xA9");
     OpenFile(Write("a.stp", text.ToString()));
@@ -253,12 +194,12 @@ TEST_F(StepProducts, NamesInOtherScriptsAreKeptAndInvalidBytesRepaired)
 
 TEST_F(StepProducts, ProductsThatReferToOneFileAreOneProduct)
 {
-    StepText inner;
+    CATStepText inner;
     const int body = inner.AddProduct("BODY", "body", "7");
     inner.AddUsage(body, inner.AddProduct("BOLT", "bolt"), "bolt.1");
     Write("body.stp", inner.ToString());
 
-    StepText text;
+    CATStepText text;
     const int top = text.AddProduct("T", "top");
     const int first = text.AddProduct("B1", "left body");
     const int second = text.AddProduct("B2", "right body");
@@ -284,7 +225,7 @@ TEST_F(StepProducts, ProductsThatReferToOneFileAreOneProduct)
 
 TEST_F(StepProducts, LoopsInAFileAndBetweenFilesAreRefused)
 {
-    StepText loop;
+    CATStepText loop;
     const int top = loop.AddProduct("T", "top");
     const int a = loop.AddProduct("A", "a");
     const int b = loop.AddProduct("B", "b");
@@ -296,7 +237,7 @@ TEST_F(StepProducts, LoopsInAFileAndBetweenFilesAreRefused)
                                                              path + ": the product \"b\" contains itself"));
 
     for (const auto& [name, other] : {std::pair("one.stp", "two.stp"), std::pair("two.stp", "one.stp")}) {
-        StepText text;
+        CATStepText text;
         const int root = text.AddProduct(name, name);
         const int child = text.AddProduct(other, other);
         text.AddUsage(root, child, "child");
@@ -309,7 +250,7 @@ TEST_F(StepProducts, LoopsInAFileAndBetweenFilesAreRefused)
 
 TEST_F(StepProducts, AFileThatIsCutOffIsRefusedWithItsLineAndLeavesTheSessionUsable)
 {
-    StepText text;
+    CATStepText text;
     const int top = text.AddProduct("T", "it''s (the) \"top\"; /* no comment */");
     text.AddUsage(top, text.AddProduct("P", "part"), "p");
     std::string content = text.ToString();
@@ -371,7 +312,7 @@ TEST_F(StepProducts, APipeIsNoFileAndNotWaitedFor)
 
 TEST_F(StepProducts, AFileOfTheLargestSizeIsReadAndOneOfAByteMoreIsNot)
 {
-    StepText text;
+    CATStepText text;
     text.AddProduct("A", "a");
     std::string content = text.ToString();
     const QTBTestEnvironment limit("CAT_MAX_FILE_MB", "1");
@@ -404,7 +345,7 @@ TEST_F(StepProducts, TheBracketAssemblyHasItsTwentySevenInstances)
 {
     const std::string path = FindAssembly("as1-oc-214.stp");
     if (path.empty()) {
-        GTEST_SKIP() << "the assembly is not here";
+        GTEST_SKIP() << NO_ASSEMBLY;
     }
     const CATIProduct_var spRoot = OpenRoot(path);
     ASSERT_TRUE(spRoot != NULL_var);
@@ -422,7 +363,7 @@ TEST_F(StepProducts, BoxesAndPlacementsComeFromTheShapesWhenTheyAreAskedFor)
 {
     const std::string path = FindAssembly("as1-oc-214.stp");
     if (path.empty()) {
-        GTEST_SKIP() << "the assembly is not here";
+        GTEST_SKIP() << NO_ASSEMBLY;
     }
     const CATStepAssembly bare = CATReadStepAssembly(path);
     for (const CATStepProduct& product : bare.products) {
@@ -456,7 +397,7 @@ TEST_F(StepProducts, TheBracketAssemblyOfAnotherSystemIsNamedByItsDesignators)
 {
     const std::string path = FindAssembly("as1-tu-203.stp");
     if (path.empty()) {
-        GTEST_SKIP() << "the assembly is not here";
+        GTEST_SKIP() << NO_ASSEMBLY;
     }
     const CATIProduct_var spRoot = OpenRoot(path);
     ASSERT_TRUE(spRoot != NULL_var);
@@ -474,7 +415,7 @@ TEST_F(StepProducts, TheAircraftIsPutTogetherFromItsFilesAndAMissingOneIsABroken
 {
     const std::string root = FindAssembly("s1-c5-214/s1-c5-214.stp");
     if (root.empty()) {
-        GTEST_SKIP() << "the assembly is not here";
+        GTEST_SKIP() << NO_ASSEMBLY;
     }
     const Census whole = Count(OpenRoot(root));
     EXPECT_EQ(whole.brokenLinks, 0);
@@ -495,7 +436,7 @@ TEST_F(StepProducts, TheTrailerCarHasTwoProductsWithOnePartNumber)
 {
     const std::string path = FindAssembly("trailer-car-ebom.step");
     if (path.empty()) {
-        GTEST_SKIP() << "the assembly is not here";
+        GTEST_SKIP() << NO_ASSEMBLY;
     }
     const CATIProduct_var spRoot = OpenRoot(path);
     ASSERT_TRUE(spRoot != NULL_var);
@@ -516,7 +457,7 @@ TEST_F(StepProducts, TheShredderHasNoTextThatIsNotUtf8)
 {
     const std::string path = FindAssembly("shredder-unit.step");
     if (path.empty()) {
-        GTEST_SKIP() << "the assembly is not here";
+        GTEST_SKIP() << NO_ASSEMBLY;
     }
     const CATIProduct_var spRoot = OpenRoot(path);
     ASSERT_TRUE(spRoot != NULL_var);
@@ -533,7 +474,7 @@ TEST_F(StepProducts, TheControllerBoardHasANameForEachOfItsInstances)
 {
     const std::string path = FindAssembly("odrive-v3.5.step");
     if (path.empty()) {
-        GTEST_SKIP() << "the assembly is not here";
+        GTEST_SKIP() << NO_ASSEMBLY;
     }
     const CATIProduct_var spRoot = OpenRoot(path);
     ASSERT_TRUE(spRoot != NULL_var);

@@ -2,9 +2,9 @@
 
 #include <algorithm>
 #include <filesystem>
-#include <fstream>
 #include <iostream>
 #include <memory>
+#include <optional>
 #include <stdexcept>
 #include <utility>
 
@@ -13,6 +13,7 @@
 
 #include "AnswerText.h"
 #include "CATIDOMDocument.h"
+#include "HostOutputFile.h"
 #include "HostSession.h"
 #include "QTBINodeAttributes.h"
 #include "QTBIPdmNode.h"
@@ -41,53 +42,42 @@ std::vector<CATUnicodeString> ToTexts(const std::vector<std::string>& texts)
 class AnswerOutput
 {
 public:
-    explicit AnswerOutput(const std::string& path) : m_Path(path)
+    explicit AnswerOutput(const std::string& path)
     {
-        if (!m_Path.empty()) {
-            m_File.open(GetInterimPath(), std::ios::binary);
-            Require();
-        }
-    }
-    AnswerOutput(const AnswerOutput&) = delete;
-    AnswerOutput& operator=(const AnswerOutput&) = delete;
-    ~AnswerOutput()
-    {
-        if (!m_Path.empty()) {
-            std::error_code error;
-            fs::remove(GetInterimPath(), error);
+        if (!path.empty()) {
+            m_File.emplace(path);
         }
     }
 
     void Write(std::string_view piece)
     {
-        (m_Path.empty() ? std::cout : m_File) << piece;
-        Require();
+        if (m_File) {
+            m_File->Write(piece);
+        } else {
+            std::cout << piece;
+            RequireStandardOutput();
+        }
     }
 
     void Finish()
     {
-        (m_Path.empty() ? std::cout : m_File).flush();
-        Require();
-        if (!m_Path.empty()) {
-            m_File.close();
-            Require();
-            fs::rename(GetInterimPath(), m_Path);
+        if (m_File) {
+            m_File->Complete();
+        } else {
+            std::cout.flush();
+            RequireStandardOutput();
         }
     }
 
 private:
-    std::string GetInterimPath() const { return m_Path + ".new"; }
-
-    void Require() const
+    static void RequireStandardOutput()
     {
-        if (m_Path.empty() ? !std::cout : !m_File) {
-            throw HostError(ExitCode::Failure,
-                            (m_Path.empty() ? "the standard output" : m_Path) + " cannot be written to");
+        if (!std::cout) {
+            throw HostError(ExitCode::Failure, "the standard output cannot be written to");
         }
     }
 
-    std::string m_Path;
-    std::ofstream m_File;
+    std::optional<HostOutputFile> m_File;
 };
 
 class StoreRun
@@ -258,6 +248,9 @@ private:
     void PrintAnswer(const Request& request)
     {
         Open(true);
+        if (m_pStore->IsOwnFile(m_Options.output.c_str())) {
+            throw HostError(ExitCode::Usage, m_Options.output + " belongs to the store itself; choose another file");
+        }
         AnswerOutput output(m_Options.output);
         HostSession::Require(request(*m_pStore, [&output](std::string_view piece) { output.Write(piece); }),
                              ExitCode::Failure, "store");

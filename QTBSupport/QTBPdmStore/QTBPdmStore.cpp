@@ -3,10 +3,12 @@
 #include <fcntl.h>
 #include <unistd.h>
 
+#include <algorithm>
 #include <cerrno>
 #include <cstdio>
 #include <cstring>
 #include <filesystem>
+#include <iterator>
 #include <new>
 #include <string>
 #include <system_error>
@@ -38,6 +40,9 @@ HRESULT Guard(Operation operation)
     }
 }
 
+// What the database keeps beside its file, itself first.
+constexpr const char* DATABASE_ENDS[] = {"", "-wal", "-shm", "-journal"};
+
 // The files of a store in the making; they vanish unless it is completed.
 class NewStore
 {
@@ -47,7 +52,7 @@ public:
     NewStore& operator=(const NewStore&) = delete;
     ~NewStore()
     {
-        for (const char* end : {"", "-wal", "-shm", "-journal"}) {
+        for (const char* end : DATABASE_ENDS) {
             std::error_code error;
             fs::remove(m_Interim + end, error);
         }
@@ -128,6 +133,23 @@ QTBPdmStore::QTBPdmStore(const CATUnicodeString& usPath, const Options& options)
 
 QTBPdmStore::~QTBPdmStore() = default;
 
+bool QTBPdmStore::IsOwnFile(const CATUnicodeString& usPath) const
+{
+    const auto resolve = [](const std::string& path) {
+        std::error_code error;
+        return fs::weakly_canonical(fs::absolute(path, error), error);
+    };
+    const fs::path path = resolve(std::string(usPath.View()));
+    const std::string& store = m_pDatabase->GetPath();
+    const bool isDatabase = std::any_of(std::begin(DATABASE_ENDS), std::end(DATABASE_ENDS), [&](const char* end) {
+        std::error_code error;
+        return path == resolve(store + end) || fs::equivalent(path, store + end, error);
+    });
+    const fs::path folder = resolve(QTBStoreFiles::GetFolder(store));
+    return !usPath.IsEmpty() &&
+           (isDatabase || std::mismatch(folder.begin(), folder.end(), path.begin(), path.end()).first == folder.end());
+}
+
 template <class Request>
 HRESULT QTBPdmStore::Read(const char* function, const Receiver& receiver, Request request)
 {
@@ -187,6 +209,9 @@ HRESULT QTBPdmStore::Invoke(const CATUnicodeString& usFunction, const Arguments&
 HRESULT QTBPdmStore::FetchFile(const CATUnicodeString& usKey, const CATUnicodeString& usPath)
 {
     return Guard([&] {
+        if (IsOwnFile(usPath)) {
+            throw QTBStoreFailure("FileIsStoresERR_1125", usPath);
+        }
         QTBStoreTransaction transaction(*m_pDatabase, QTBStoreTransaction::Kind::Read);
         const QTBStoreObject object = QTBStoreItems(*m_pDatabase).GetObject(usKey);
         if (object.fileId == 0) {

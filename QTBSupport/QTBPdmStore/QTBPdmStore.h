@@ -54,6 +54,9 @@ public:
 
     const CATUnicodeString& GetUser() const { return m_Options.user; }
 
+    // Whether a path, which need not exist, leads to a file of the store or into its folder of files.
+    bool IsOwnFile(const CATUnicodeString& usPath) const;
+
     // Lets answers know which items the session holds: a version then takes the place of the one that the session has,
     // even if it missed those in between.
     void SetSessionKeys(const std::function<bool(const CATUnicodeString&)>& isHeld) { m_IsHeld = isHeld; }
@@ -72,7 +75,7 @@ public:
     // user, by default the own), getRoots (argument class).
     using Arguments = std::vector<std::pair<CATUnicodeString, CATUnicodeString>>;
     HRESULT Invoke(const CATUnicodeString& usFunction, const Arguments& arguments, const Receiver& receiver);
-    // Writes the file of an object. Fails for an object without one.
+    // Writes the file of an object. Fails for an object without one, and for a path that leads into the store itself.
     HRESULT FetchFile(const CATUnicodeString& usKey, const CATUnicodeString& usPath);
 
     // Requests that change. They fail when the user may not do it (docs/store.md says who may do what).

@@ -8,6 +8,7 @@
 #include <string_view>
 #include <system_error>
 
+#include "QTBOutputFile.h"
 #include "QTBStoreDatabase.h"
 #include "QTBStoreFailure.h"
 #include "QTBStoreTransaction.h"
@@ -92,11 +93,19 @@ void QTBStoreFiles::Fetch(std::int64_t fileId, const CATUnicodeString& usPath)
 {
     const std::string hash = GetHash(fileId);
     const std::string target(usPath.View());
-    QTBStoreFileCopy copy(GetPath(hash), target + ".new");
-    if (copy.GetHash() != hash) {
+    const auto require = [&target](const std::error_code& error) { QTBStoreFileCopy::RequireWritten(target, error); };
+    QTBOutputFile file;
+    require(file.Open(target));
+    // What goes straight to its target cannot be taken back, so it is looked at before.
+    if (file.IsStraight() && QTBStoreFileCopy::Examine(GetPath(hash)).hash != hash) {
         m_Database.RaiseDamaged(ToFault(hash));
     }
-    copy.KeepAs(target);
+    const auto content = QTBStoreFileCopy::Examine(
+        GetPath(hash), [&file, &require](std::string_view block) { require(file.Write(block)); });
+    if (content.hash != hash) {
+        m_Database.RaiseDamaged(ToFault(hash));
+    }
+    require(file.Complete());
 }
 
 std::string QTBStoreFiles::FindFault(std::int64_t fileId)

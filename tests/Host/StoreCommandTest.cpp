@@ -157,6 +157,24 @@ TEST_F(StoreCommand, WhatIsWrongIsSaidWithItsExitCode)
     EXPECT_FALSE(fs::exists(m_Folder + "/answer.xml.new"));
 }
 
+TEST_F(StoreCommand, AnAnswerIsNotWrittenOverTheStoreItself)
+{
+    MakeExample();
+    Run({"checkout", m_Store, "CATPartFile/rod"});
+    Run({"checkin", m_Store, "CATPartFile/rod", "--file", QTB_SOURCE_DIR "/README.md"});
+    fs::create_symlink(m_Store, m_Folder + "/link");
+    fs::create_hard_link(m_Store, m_Folder + "/second name");
+    for (const std::string& path :
+         {m_Store, m_Store + "-wal", m_Store + "-shm", m_Store + "-journal", m_Store + ".files/answer",
+          m_Folder + "/./pdm.store", m_Folder + "/link", m_Folder + "/second name"}) {
+        EXPECT_THAT(Refusal({"export", m_Store, "-o", path}, ExitCode::Usage),
+                    path + " belongs to the store itself; choose another file");
+    }
+    EXPECT_EQ(Run({"check", m_Store}), "no faults\n");
+    Run({"export", m_Store, "-o", m_Store + ".files.xml"});
+    EXPECT_TRUE(fs::exists(m_Store + ".files.xml"));
+}
+
 TEST_F(StoreCommand, ACheckThatFindsFaultsFails)
 {
     MakeExample();

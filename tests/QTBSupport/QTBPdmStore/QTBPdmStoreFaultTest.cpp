@@ -1,6 +1,9 @@
 // Stores that cannot be used as one would like: each says why, and nothing is lost or half done.
 
+#include <fcntl.h>
+#include <pwd.h>
 #include <sys/resource.h>
+#include <sys/stat.h>
 #include <sys/wait.h>
 #include <unistd.h>
 
@@ -267,6 +270,33 @@ TEST_F(StoreFault, AWriterWaitsForAnotherAndThenSaysThatTheStoreIsInUse)
     EXPECT_THAT(hr, FailsWith("StoreBusyERR_1006", Path().c_str()));
     EXPECT_EQ(MessageOf(hr),
               "The PDM store \"" + Path() + "\" is in use by another program, which has not finished within 200 ms.");
+    // Neither does it go into a pipe, where it could not be taken back.
+    ASSERT_EQ(mkfifo(PathOf("pipe").c_str(), 0600), 0);
+    const int reader = open(PathOf("pipe").c_str(), O_RDONLY | O_NONBLOCK);
+    ASSERT_GE(reader, 0);
+    EXPECT_THAT(m_pStore->FetchFile("F", PathOf("pipe").c_str()), FailsWithMessage("StoreDamagedERR_1005"));
+    char c = 0;
+    EXPECT_EQ(read(reader, &c, 1), 0);
+    close(reader);
+}
+
+TEST_F(StoreFault, AFetchedFileReplacesNothingButItsTarget)
+{
+    Import(Object("CATPartFile", "F"));
+    ASSERT_THAT(CheckOut({"F"}), Succeeds());
+    ASSERT_THAT(CheckIn({"F"}, {WriteFile("f", "content").c_str()}), Succeeds());
+    WriteFile("target.new", "precious");
+    WriteFile("target", "old");
+    fs::create_symlink("target", PathOf("link"));
+    ASSERT_THAT(m_pStore->FetchFile("F", PathOf("link").c_str()), Succeeds());
+    EXPECT_EQ(ReadFile(PathOf("target")), "content");
+    EXPECT_TRUE(fs::is_symlink(PathOf("link")));
+    EXPECT_EQ(ReadFile(PathOf("target.new")), "precious");
+    EXPECT_THAT(m_pStore->FetchFile("F", m_Folder.c_str()), FailsWith("FileUnwritableERR_1118", m_Folder.c_str()));
+    const std::string bytes = ReadFile(Path());
+    EXPECT_THAT(m_pStore->FetchFile("F", Path().c_str()), FailsWith("FileIsStoresERR_1125", Path().c_str()));
+    EXPECT_EQ(ReadFile(Path()), bytes);
+    EXPECT_THAT(Faults(), IsEmpty());
     // Reading goes on.
     EXPECT_THAT(Get({"A"}), Succeeds());
     ASSERT_EQ(write(done[1], &c, 1), 1);

@@ -65,9 +65,14 @@ std::int64_t QTBStoreFiles::Keep(QTBStoreFileCopy& copy)
     const std::string path = GetPath(copy.GetHash());
     std::error_code error;
     fs::create_directory(fs::path(path).parent_path(), error);
-    const auto keptSize = fs::file_size(path, error);
-    if (error || static_cast<std::int64_t>(keptSize) != copy.GetSize()) {
+    try {
+        // Also when the content is there already: nobody knows how it fared since.
         copy.KeepAs(path);
+    } catch (const QTBStoreFailure&) {
+        // The folder may be another user's; the content is not less good for that.
+        if (!FindFault(copy.GetHash()).empty()) {
+            throw;
+        }
     }
     QTBStoreStatement statement = m_Database.Prepare("SELECT id FROM file WHERE hash = ?");
     if (statement.Bind(1, std::string_view{copy.GetHash()}).Step()) {
@@ -110,7 +115,11 @@ void QTBStoreFiles::Fetch(std::int64_t fileId, const CATUnicodeString& usPath)
 
 std::string QTBStoreFiles::FindFault(std::int64_t fileId)
 {
-    const std::string hash = GetHash(fileId);
+    return FindFault(GetHash(fileId));
+}
+
+std::string QTBStoreFiles::FindFault(const std::string& hash) const
+{
     try {
         return QTBStoreFileCopy::Examine(GetPath(hash)).hash == hash ? std::string() : ToFault(hash);
     } catch (const QTBStoreFailure&) {

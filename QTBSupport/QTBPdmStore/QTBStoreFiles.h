@@ -45,6 +45,7 @@ public:
 
 private:
     std::string GetHash(std::int64_t fileId);
+    std::string FindFault(const std::string& hash) const;
     std::string GetPath(const std::string& hash) const;
 
     QTBStoreDatabase& m_Database;

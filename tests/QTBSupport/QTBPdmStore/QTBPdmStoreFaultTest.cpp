@@ -280,6 +280,24 @@ TEST_F(StoreFault, AFileWhoseContentWasChangedIsNotGivenOut)
     close(reader);
 }
 
+TEST_F(StoreFault, AFileWhoseContentWasChangedIsReplacedWhenItsContentComesAgain)
+{
+    Import(Object("CATPartFile", "F"));
+    ASSERT_THAT(CheckOut({"F"}), Succeeds());
+    ASSERT_THAT(CheckIn({"F"}, {WriteFile("f", "content").c_str()}), Succeeds());
+    for (const auto& entry : fs::recursive_directory_iterator(Path() + ".files")) {
+        if (entry.is_regular_file()) {
+            std::ofstream(entry.path()) << "CONTENT";
+        }
+    }
+    EXPECT_THAT(Faults(), ElementsAre(HasSubstr("has another content than it had")));
+    ASSERT_THAT(CheckOut({"F"}), Succeeds());
+    ASSERT_THAT(CheckIn({"F"}, {PathOf("f").c_str()}), Succeeds());
+    EXPECT_THAT(Faults(), IsEmpty());
+    ASSERT_THAT(m_pStore->FetchFile("F", PathOf("fetched").c_str()), Succeeds());
+    EXPECT_EQ(ReadFile(PathOf("fetched")), "content");
+}
+
 TEST_F(StoreFault, AFetchedFileReplacesNothingButItsTarget)
 {
     Import(Object("CATPartFile", "F"));

@@ -159,25 +159,31 @@ HRESULT QTBPdmStore::Read(const char* function, const Receiver& receiver, Reques
     });
 }
 
-template <class Request>
-HRESULT QTBPdmStore::Change(const char* function, const Receiver& receiver, Request request)
+template <class Operation>
+HRESULT QTBPdmStore::ChangeFiles(Operation operation)
 {
-    std::vector<std::int64_t> releasedFiles;
-    const HRESULT hr = Guard([&] {
-        QTBStoreChanging changing(*m_pDatabase, {m_Options.user, m_IsHeld, receiver}, function);
-        request(changing);
-        releasedFiles = changing.GetReleasedFiles();
-    });
-    RemoveFiles(releasedFiles);
+    QTBStoreFileChanges changes;
+    const HRESULT hr = Guard([&] { operation(&changes); });
+    try {
+        QTBStoreFiles files(*m_pDatabase);
+        if (SUCCEEDED(hr)) {
+            files.RemoveUnused(changes.released);
+        } else {
+            files.RemoveUnnamed(changes.kept);
+        }
+    } catch (const std::exception&) {
+        // The change is done or refused; files that stay because this fails are found by the next check.
+    }
     return hr;
 }
 
-void QTBPdmStore::RemoveFiles(const std::vector<std::int64_t>& fileIds) noexcept
+template <class Request>
+HRESULT QTBPdmStore::Change(const char* function, const Receiver& receiver, Request request)
 {
-    if (!fileIds.empty()) {
-        // The change is done; files that stay because this fails are found by the next check.
-        Guard([&] { QTBStoreFiles(*m_pDatabase).RemoveUnused(fileIds); });
-    }
+    return ChangeFiles([&](QTBStoreFileChanges* pFiles) {
+        QTBStoreChanging changing(*m_pDatabase, {m_Options.user, m_IsHeld, receiver}, function, pFiles);
+        request(changing);
+    });
 }
 
 HRESULT QTBPdmStore::GetItems(const Keys& keys, const Receiver& receiver)
@@ -287,17 +293,13 @@ HRESULT QTBPdmStore::Import(const CATIDOMDocument_var& spAnswer, const CATUnicod
     if (spAnswer == NULL_var || FAILED(spAnswer->GetDocumentElement(&spRoot)) || spRoot == NULL_var) {
         return E_FAIL;
     }
-    std::vector<std::int64_t> releasedFiles;
-    const HRESULT hr = Guard([&] {
-        QTBStoreImport import(*m_pDatabase, {m_Options.user, m_IsHeld, {}}, usFileFolder);
+    return ChangeFiles([&](QTBStoreFileChanges* pFiles) {
+        QTBStoreImport import(*m_pDatabase, {m_Options.user, m_IsHeld, {}}, usFileFolder, pFiles);
         const QTBStoreImportReport report = import.Run(spRoot->GetView());
-        releasedFiles = import.GetReleasedFiles();
         if (pReport != nullptr) {
             *pReport = report;
         }
     });
-    RemoveFiles(releasedFiles);
-    return hr;
 }
 
 HRESULT QTBPdmStore::Check(CATListValCATUnicodeString* pFaults)

@@ -108,12 +108,12 @@ private:
     QTBPdmStore(const CATUnicodeString& usPath, const Options& options);
 
     template <class Request>
-    HRESULT Run(Request request);
-    template <class Request>
     HRESULT Read(const char* function, const Receiver& receiver, Request request);
     template <class Request>
     HRESULT Change(const char* function, const Receiver& receiver, Request request);
-    void RemoveFiles(const std::vector<std::int64_t>& fileIds) noexcept;
+    // A change that may keep and release files; those that nobody refers to after it are removed.
+    template <class Operation>
+    HRESULT ChangeFiles(Operation operation);
 
     Options m_Options;
     std::unique_ptr<QTBStoreDatabase> m_pDatabase;

@@ -34,8 +34,9 @@ bool IsEnd(const CATUnicodeString& usClass, const QTBSchema& schema, const QTBSc
 
 } // namespace
 
-QTBStoreChanging::QTBStoreChanging(QTBStoreDatabase& database, const Caller& caller, std::string_view function)
-    : QTBStoreRequest(database, caller, QTBStoreTransaction::Kind::Write, function)
+QTBStoreChanging::QTBStoreChanging(QTBStoreDatabase& database, const Caller& caller, std::string_view function,
+                                   QTBStoreFileChanges* pFiles)
+    : QTBStoreRequest(database, caller, QTBStoreTransaction::Kind::Write, function), m_Files(*pFiles)
 {
 }
 
@@ -53,6 +54,19 @@ QTBStoreObject QTBStoreChanging::GetObjectToChange(const CATUnicodeString& usKey
     QTBStoreObject object = m_Items.GetObject(usKey);
     Require(RightsOf(object).*right, object);
     return object;
+}
+
+std::int64_t QTBStoreChanging::KeepFile(QTBStoreFileCopy& copy)
+{
+    m_Files.kept.push_back(copy.GetHash());
+    return QTBStoreFiles(m_Database).Keep(copy);
+}
+
+void QTBStoreChanging::ReleaseFile(const QTBStoreObject& object)
+{
+    if (object.fileId != 0) {
+        m_Files.released.push_back(object.fileId);
+    }
 }
 
 void QTBStoreChanging::CheckOut(const std::vector<CATUnicodeString>& keys)
@@ -75,10 +89,8 @@ void QTBStoreChanging::CheckIn(const std::vector<CATUnicodeString>& keys, const 
         }
         Require(RightsOf(object).checkIn, object);
         if (i < copies.size() && copies[i] != nullptr) {
-            if (object.fileId != 0) {
-                m_ReleasedFiles.push_back(object.fileId);
-            }
-            object.fileId = QTBStoreFiles(m_Database).Keep(*copies[i]);
+            ReleaseFile(object);
+            object.fileId = KeepFile(*copies[i]);
             m_Items.Update(object);
         }
         m_Items.RemoveCheckOut(object.id);
@@ -279,9 +291,7 @@ void QTBStoreChanging::DeleteRelation(const QTBStoreRelation& relation)
 
 void QTBStoreChanging::RemoveObject(const QTBStoreObject& object)
 {
-    if (object.fileId != 0) {
-        m_ReleasedFiles.push_back(object.fileId);
-    }
+    ReleaseFile(object);
     m_Items.Delete(object);
     m_Answer.AddObjectToDelete(object.key);
 }
@@ -323,9 +333,7 @@ void QTBStoreChanging::DeleteNewestVersion(const QTBStoreObject& object)
         .Bind(1, earlier.id)
         .Bind(2, object.id)
         .Run();
-    if (object.fileId != 0) {
-        m_ReleasedFiles.push_back(object.fileId);
-    }
+    ReleaseFile(object);
     m_Items.Delete(object);
     earlier.isNewest = true;
     m_Items.Update(earlier);

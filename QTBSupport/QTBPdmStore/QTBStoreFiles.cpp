@@ -20,6 +20,12 @@ namespace {
 // Names of copies in the making begin so.
 constexpr const char* INCOMING = "incoming-";
 
+bool IsHash(const std::string& text)
+{
+    return text.size() == QTBStoreFileCopy::HASH_LENGTH &&
+           text.find_first_not_of("0123456789abcdef") == std::string::npos;
+}
+
 std::string ToFault(const std::string& hash)
 {
     return "the file " + hash + " has another content than it had";
@@ -39,8 +45,7 @@ std::string QTBStoreFiles::GetFolder(const std::string& storePath)
 std::string QTBStoreFiles::GetPath(const std::string& hash) const
 {
     // The text comes from the store's file, and a path is made of it.
-    if (hash.size() != QTBStoreFileCopy::HASH_LENGTH ||
-        hash.find_first_not_of("0123456789abcdef") != std::string::npos) {
+    if (!IsHash(hash)) {
         m_Database.RaiseDamaged(hash + " is no hash of a file");
     }
     return m_Folder + "/" + hash.substr(0, 2) + "/" + hash.substr(2);
@@ -127,20 +132,55 @@ std::string QTBStoreFiles::FindFault(const std::string& hash) const
     }
 }
 
-void QTBStoreFiles::RemoveAbandoned() const
+void QTBStoreFiles::RemoveAbandoned()
 {
     const auto yesterday = fs::file_time_type::clock::now() - std::chrono::hours(24);
+    std::vector<std::string> unnamed;
     std::error_code error;
     for (const fs::directory_entry& entry : fs::directory_iterator(m_Folder, error)) {
-        if (entry.path().filename().string().starts_with(INCOMING) && entry.last_write_time(error) < yesterday &&
-            !error) {
-            fs::remove(entry.path(), error);
+        const std::string name = entry.path().filename().string();
+        if (name.starts_with(INCOMING)) {
+            if (entry.last_write_time(error) < yesterday && !error) {
+                fs::remove(entry.path(), error);
+            }
+            continue;
+        }
+        for (const fs::directory_entry& kept : fs::directory_iterator(entry.path(), error)) {
+            const std::string hash = name + kept.path().filename().string();
+            if (IsHash(hash) && !HasRow(hash)) {
+                unnamed.push_back(hash);
+            }
         }
     }
+    RemoveUnnamed(unnamed);
+}
+
+bool QTBStoreFiles::HasRow(const std::string& hash)
+{
+    return m_Database.Prepare("SELECT 1 FROM file WHERE hash = ?").Bind(1, std::string_view{hash}).Step();
+}
+
+void QTBStoreFiles::RemoveUnnamed(const std::vector<std::string>& hashes)
+{
+    if (hashes.empty()) {
+        return;
+    }
+    // The other writers stay out: one of them may have kept a file and not committed its row yet.
+    QTBStoreTransaction transaction(m_Database, QTBStoreTransaction::Kind::Write);
+    for (const std::string& hash : hashes) {
+        std::error_code error;
+        if (!HasRow(hash)) {
+            fs::remove(GetPath(hash), error);
+        }
+    }
+    transaction.Commit();
 }
 
 void QTBStoreFiles::RemoveUnused(const std::vector<std::int64_t>& fileIds)
 {
+    if (fileIds.empty()) {
+        return;
+    }
     // The other writers stay out, so that none takes up a file that goes.
     QTBStoreTransaction transaction(m_Database, QTBStoreTransaction::Kind::Write);
     for (const std::int64_t id : fileIds) {

@@ -58,8 +58,9 @@ void ForEachBelow(const CATDOMElementView& root, std::string_view tag, Receiver 
 
 } // namespace
 
-QTBStoreImport::QTBStoreImport(QTBStoreDatabase& database, const Caller& caller, const CATUnicodeString& usFileFolder)
-    : QTBStoreChanging(database, {caller.user, caller.isHeld, NO_ANSWER}, "import"), m_FileFolder(usFileFolder)
+QTBStoreImport::QTBStoreImport(QTBStoreDatabase& database, const Caller& caller, const CATUnicodeString& usFileFolder,
+                               QTBStoreFileChanges* pFiles)
+    : QTBStoreChanging(database, {caller.user, caller.isHeld, NO_ANSWER}, "import", pFiles), m_FileFolder(usFileFolder)
 {
     QTBPdmSessionUtil::GetPdmSessionStringAttrValue(QTB_PDM_SESSION_FILE_NAME_ATTR, &m_FileNameAttr, FALSE);
 }
@@ -227,12 +228,11 @@ void QTBStoreImport::TakeFile(const QTBStoreRecord& record, QTBStoreObject* pObj
     if (fileName.has_parent_path() || !fs::is_regular_file(path, error)) {
         return;
     }
-    QTBStoreFiles files(m_Database);
-    const std::int64_t fileId = files.Keep(*files.Take(path.c_str()));
+    const std::int64_t fileId = KeepFile(*QTBStoreFiles(m_Database).Take(path.c_str()));
     if (fileId != pObject->fileId) {
         if (pObject->fileId != 0) {
             RequireChangeable(pObject->id);
-            m_ReleasedFiles.push_back(pObject->fileId);
+            ReleaseFile(*pObject);
         }
         pObject->fileId = fileId;
         m_Items.Update(*pObject);

@@ -17,7 +17,8 @@ class QTBStoreImport : public QTBStoreChanging
 {
 public:
     // fileFolder, unless empty, holds the files of file objects under their names; they are taken into the store too.
-    QTBStoreImport(QTBStoreDatabase& database, const Caller& caller, const CATUnicodeString& usFileFolder);
+    QTBStoreImport(QTBStoreDatabase& database, const Caller& caller, const CATUnicodeString& usFileFolder,
+                   QTBStoreFileChanges* pFiles);
     ~QTBStoreImport();
 
     // document is the document element of an answer.

@@ -90,6 +90,17 @@ protected:
         return names;
     }
 
+    std::vector<std::string> KeptFiles() const
+    {
+        std::vector<std::string> files;
+        for (const auto& entry : fs::recursive_directory_iterator(Path() + ".files")) {
+            if (entry.is_regular_file()) {
+                files.push_back(entry.path());
+            }
+        }
+        return files;
+    }
+
     static std::string MessageOf(HRESULT hr)
     {
         const CATError* pError = CATError::CATGetLastError(hr, nullptr);
@@ -296,6 +307,48 @@ TEST_F(StoreFault, AFileWhoseContentWasChangedIsReplacedWhenItsContentComesAgain
     EXPECT_THAT(Faults(), IsEmpty());
     ASSERT_THAT(m_pStore->FetchFile("F", PathOf("fetched").c_str()), Succeeds());
     EXPECT_EQ(ReadFile(PathOf("fetched")), "content");
+}
+
+TEST_F(StoreFault, AFileOfARefusedChangeIsNotKept)
+{
+    Import(Object("CATPartFile", "F") + Object("CATPartFile", "G"));
+    ASSERT_THAT(CheckOut({"F"}), Succeeds());
+    const CATUnicodeString usFile(WriteFile("f", "content").c_str());
+    EXPECT_THAT(CheckIn({"F", "G"}, {usFile}), FailsWith("NotCheckedOutERR_1113", "G"));
+    EXPECT_THAT(KeptFiles(), IsEmpty());
+    // Neither by an import; what another object has stays.
+    ASSERT_THAT(CheckIn({"F"}, {usFile}), Succeeds());
+    EXPECT_EQ(KeptFiles().size(), 1U);
+    WriteFile("g", "other content");
+    fs::create_directory(PathOf("folder"));
+    std::ofstream(PathOf("folder/f")) << "content";
+    std::ofstream(PathOf("folder/g")) << "other content";
+    const std::string items = Object("CATPartFile", "H", Attribute("FileName", "f")) +
+                              Object("CATPartFile", "I", Attribute("FileName", "g"));
+    EXPECT_THAT(ImportAnswer(Answer(items + Part("P", Attribute("State", "50"))), PathOf("folder")),
+                FailsWith("StateUnknownERR_1122", "50"));
+    EXPECT_EQ(KeptFiles().size(), 1U);
+    ASSERT_THAT(ImportAnswer(Answer(items), PathOf("folder")), Succeeds());
+    EXPECT_EQ(KeptFiles().size(), 2U);
+    EXPECT_THAT(Faults(), IsEmpty());
+}
+
+TEST_F(StoreFault, TheCheckRemovesFilesThatNoRowNames)
+{
+    Import(Object("CATPartFile", "F"));
+    ASSERT_THAT(CheckOut({"F"}), Succeeds());
+    ASSERT_THAT(CheckIn({"F"}, {WriteFile("f", "content").c_str()}), Succeeds());
+    const std::vector<std::string> kept = KeptFiles();
+    const std::string folder = Path() + ".files/ab/";
+    fs::create_directories(folder);
+    std::ofstream(folder + std::string(62, 'c')) << "left behind";
+    // What has no name of the store's is somebody else's.
+    std::ofstream(folder + "notes") << "precious";
+    EXPECT_THAT(Faults(), IsEmpty());
+    EXPECT_FALSE(fs::exists(folder + std::string(62, 'c')));
+    EXPECT_EQ(ReadFile(folder + "notes"), "precious");
+    fs::remove(folder + "notes");
+    EXPECT_EQ(KeptFiles(), kept);
 }
 
 TEST_F(StoreFault, AFetchedFileReplacesNothingButItsTarget)

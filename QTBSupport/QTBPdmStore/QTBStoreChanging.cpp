@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <string>
+#include <string_view>
 #include <unordered_map>
 
 #include "QTBSchema.h"
@@ -71,7 +72,7 @@ void QTBStoreChanging::ReleaseFile(const QTBStoreObject& object)
 
 void QTBStoreChanging::CheckOut(const std::vector<CATUnicodeString>& keys)
 {
-    for (const CATUnicodeString& usKey : keys) {
+    for (const CATUnicodeString& usKey : EachOnce(keys)) {
         QTBStoreObject object = GetObjectToChange(usKey, &QTBStoreRights::checkOut);
         m_Items.SetCheckOut(object.id, m_User);
         object.checkedOutBy = m_User.View();
@@ -82,15 +83,25 @@ void QTBStoreChanging::CheckOut(const std::vector<CATUnicodeString>& keys)
 
 void QTBStoreChanging::CheckIn(const std::vector<CATUnicodeString>& keys, const FileCopies& copies)
 {
-    for (std::size_t i = 0; i < keys.size(); ++i) {
-        QTBStoreObject object = m_Items.GetObject(keys[i]);
+    std::unordered_map<std::string_view, QTBStoreFileCopy*> copyOf;
+    for (std::size_t i = 0; i < keys.size() && i < copies.size(); ++i) {
+        QTBStoreFileCopy*& pCopy = copyOf[keys[i].View()];
+        if (pCopy != nullptr && copies[i] != nullptr && pCopy->GetHash() != copies[i]->GetHash()) {
+            throw QTBStoreFailure("TwoFilesForObjectERR_1126", keys[i]);
+        }
+        if (pCopy == nullptr) {
+            pCopy = copies[i].get();
+        }
+    }
+    for (const CATUnicodeString& usKey : EachOnce(keys)) {
+        QTBStoreObject object = m_Items.GetObject(usKey);
         if (object.checkedOutBy.empty()) {
-            throw QTBStoreFailure("NotCheckedOutERR_1113", keys[i]);
+            throw QTBStoreFailure("NotCheckedOutERR_1113", usKey);
         }
         Require(RightsOf(object).checkIn, object);
-        if (i < copies.size() && copies[i] != nullptr) {
+        if (const auto copy = copyOf.find(usKey.View()); copy != copyOf.end() && copy->second != nullptr) {
             ReleaseFile(object);
-            object.fileId = KeepFile(*copies[i]);
+            object.fileId = KeepFile(*copy->second);
             m_Items.Update(object);
         }
         m_Items.RemoveCheckOut(object.id);
@@ -102,7 +113,7 @@ void QTBStoreChanging::CheckIn(const std::vector<CATUnicodeString>& keys, const 
 
 void QTBStoreChanging::Promote(const std::vector<CATUnicodeString>& keys)
 {
-    for (const CATUnicodeString& usKey : keys) {
+    for (const CATUnicodeString& usKey : EachOnce(keys)) {
         QTBStoreObject object = GetObjectToChange(usKey, &QTBStoreRights::promote);
         object.stateId = m_Lifecycle.FindNext(object.stateId)->id;
         m_Items.Update(object);
@@ -116,7 +127,7 @@ void QTBStoreChanging::Promote(const std::vector<CATUnicodeString>& keys)
 
 void QTBStoreChanging::Revise(const std::vector<CATUnicodeString>& keys)
 {
-    for (const CATUnicodeString& usKey : keys) {
+    for (const CATUnicodeString& usKey : EachOnce(keys)) {
         ReviseObject(usKey);
     }
     Finish();
@@ -260,7 +271,7 @@ void QTBStoreChanging::Delete(const std::vector<CATUnicodeString>& keys, const C
     if (!usOption.IsEmpty() && usOption != "AllVersions") {
         throw QTBStoreFailure("DeleteOptionUnknownERR_1119", usOption);
     }
-    for (const CATUnicodeString& usKey : keys) {
+    for (const CATUnicodeString& usKey : EachOnce(keys)) {
         DeleteItem(usKey, usOption);
     }
     Finish();

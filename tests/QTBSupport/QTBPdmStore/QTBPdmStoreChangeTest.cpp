@@ -368,6 +368,39 @@ TEST_F(StoreChange, AttributesThatAreTheStoresOwnAreNotWritten)
     }
 }
 
+TEST_F(StoreChange, AKeyThatIsGivenTwiceIsMeantOnce)
+{
+    Import(Part("A") + Object("CATPartFile", "F"));
+    ASSERT_THAT(Get({"A", "F", "A"}), Succeeds());
+    EXPECT_THAT(Items(), ElementsAre("o A", "o F"));
+    ASSERT_THAT(Expand({"A", "A"}, PARTS), Succeeds());
+    EXPECT_THAT(Items(), ElementsAre("o A"));
+    ASSERT_THAT(CheckOut({"A", "F", "A"}), Succeeds());
+    EXPECT_THAT(Items(), ElementsAre("o A", "o F"));
+    ASSERT_THAT(CheckIn({"A", "A"}), Succeeds());
+    EXPECT_THAT(Items(), ElementsAre("o A"));
+    ASSERT_THAT(Revise({"A", "A"}), Succeeds());
+    EXPECT_THAT(Items(), ElementsAre("o A/B"));
+    ASSERT_THAT(Promote({"A/B", "A/B"}), Succeeds());
+    ASSERT_THAT(Get({"A/B"}), Succeeds());
+    EXPECT_THAT(m_Answer, HasSubstr("<a name=\"State\">20</a>"));
+    // With the file that one of its mentions brings; there cannot be two.
+    const std::string one = WriteFile("one", "content");
+    const std::string other = WriteFile("other", "other content");
+    ExpectRefusal(
+        [&] {
+            return CheckIn({"F", "F"}, {one.c_str(), other.c_str()});
+        },
+        FailsWith("TwoFilesForObjectERR_1126", "F"));
+    ASSERT_THAT(CheckIn({"F", "F"}, {"", one.c_str()}), Succeeds());
+    EXPECT_THAT(Items(), ElementsAre("o F"));
+    ASSERT_THAT(m_pStore->FetchFile("F", PathOf("fetched").c_str()), Succeeds());
+    EXPECT_EQ(ReadFile(PathOf("fetched")), "content");
+    ASSERT_THAT(Delete({"F", "F"}), Succeeds());
+    EXPECT_THAT(Items(), ElementsAre("objectToDelete F"));
+    EXPECT_THAT(Faults(), IsEmpty());
+}
+
 TEST_F(StoreChange, AttributesThatAreNoneAreRefused)
 {
     Import(Part("A"));

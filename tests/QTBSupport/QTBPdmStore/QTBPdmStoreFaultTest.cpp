@@ -323,8 +323,8 @@ TEST_F(StoreFault, AFileOfARefusedChangeIsNotKept)
     fs::create_directory(PathOf("folder"));
     std::ofstream(PathOf("folder/f")) << "content";
     std::ofstream(PathOf("folder/g")) << "other content";
-    const std::string items = Object("CATPartFile", "H", Attribute("FileName", "f")) +
-                              Object("CATPartFile", "I", Attribute("FileName", "g"));
+    const std::string items =
+        Object("CATPartFile", "H", Attribute("FileName", "f")) + Object("CATPartFile", "I", Attribute("FileName", "g"));
     EXPECT_THAT(ImportAnswer(Answer(items + Part("P", Attribute("State", "50"))), PathOf("folder")),
                 FailsWith("StateUnknownERR_1122", "50"));
     EXPECT_EQ(KeptFiles().size(), 1U);

@@ -43,10 +43,10 @@ QTBStoreChanging::QTBStoreChanging(QTBStoreDatabase& database, const Caller& cal
 
 QTBStoreChanging::~QTBStoreChanging() = default;
 
-void QTBStoreChanging::Require(bool isAllowed, const QTBStoreObject& object) const
+void QTBStoreChanging::Require(bool isAllowed, const QTBStoreObject& object)
 {
     if (!isAllowed) {
-        QTBStoreRights::Refuse(object, m_Lifecycle, m_User);
+        QTBStoreRights::Refuse(object, m_Items.GetNewest(object), m_Lifecycle, m_User);
     }
 }
 
@@ -180,7 +180,7 @@ void QTBStoreChanging::ReviseObject(const CATUnicodeString& usKey)
 void QTBStoreChanging::UpdateAttributes(const CATUnicodeString& usKey, const CATUnicodeString& usXml)
 {
     const QTBSchema& schema = m_Classes.GetSchema();
-    const QTBStoreRecord changes = QTBStoreRecord::ReadAttributes(usXml, schema);
+    const QTBStoreRecord changes = QTBStoreRecord::ReadAttributes(usXml, usKey, schema);
     QTBStoreObject object;
     QTBStoreRelation relation;
     if (m_Items.GetItem(usKey, &object, &relation)) {
@@ -214,7 +214,7 @@ void QTBStoreChanging::CreateObject(const CATUnicodeString& usClass, const CATUn
     if (!usKey.IsEmpty() && m_Items.KeyIsTaken(usKey.View())) {
         throw QTBStoreFailure("KeyExistsERR_1124", usKey);
     }
-    const QTBStoreRecord record = QTBStoreRecord::ReadAttributes(usXml, schema);
+    const QTBStoreRecord record = QTBStoreRecord::ReadAttributes(usXml, usKey.IsEmpty() ? usClass : usKey, schema);
     QTBStoreObject object;
     object.classId = m_Classes.RequireClass(usClass);
     object.key = usKey.View();
@@ -237,7 +237,7 @@ void QTBStoreChanging::CreateRelation(const CATUnicodeString& usClass, const CAT
     if (FAILED(schema.GetRelationPtr(usClass, &pRelation))) {
         throw QTBStoreFailure("RelationClassUnknownERR_1109", usClass);
     }
-    const QTBStoreRecord record = QTBStoreRecord::ReadAttributes(usXml, schema);
+    const QTBStoreRecord record = QTBStoreRecord::ReadAttributes(usXml, usClass, schema);
     const QTBStoreObject left = GetObjectToChange(usLeftKey, &QTBStoreRights::changeStructure);
     const QTBStoreObject named = m_Items.GetObject(usRightKey);
     // Relations lead to the newest version.

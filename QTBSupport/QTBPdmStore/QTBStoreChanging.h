@@ -49,7 +49,7 @@ public:
 
 protected:
     // Raises the failure that says why, unless the flag is set.
-    void Require(bool isAllowed, const QTBStoreObject& object) const;
+    void Require(bool isAllowed, const QTBStoreObject& object);
     void DeleteItem(const CATUnicodeString& usKey, const CATUnicodeString& usOption);
 
     // The id of the file that the copy becomes.

@@ -293,7 +293,9 @@ TEST_F(StoreChange, OnlyTheNewestVersionIsRevised)
 {
     Import(Part("A"));
     ASSERT_THAT(Revise({"A"}), Succeeds());
+    ASSERT_THAT(Revise({"A/B"}), Succeeds());
     ExpectRefusal([this] { return Revise({"A"}); }, FailsWith("VersionNotNewestERR_1104", "A"));
+    EXPECT_EQ(MessageOf(Revise({"A"})), "\"A\" is not the newest version; that is \"A/C\".");
 }
 
 TEST_F(StoreChange, APartThatUsesItselfIsRevised)
@@ -415,6 +417,11 @@ TEST_F(StoreChange, AttributesThatAreNoneAreRefused)
           "<a name='x' type='object'><o><a/></o></a>"}) {
         ExpectRefusal([&] { return UpdateAttributes("A", xml); }, FailsWithMessage("AttributeMalformedERR_1110"));
     }
+    const std::string twice = "<a name='x'/><a name='x'/>";
+    EXPECT_THAT(MessageOf(UpdateAttributes("A", twice)), StartsWith("The attribute \"x\" of \"A\" is "));
+    EXPECT_THAT(MessageOf(CreateObject("Part", "B", twice)), StartsWith("The attribute \"x\" of \"B\" is "));
+    EXPECT_THAT(MessageOf(CreateObject("Part", "", twice)), StartsWith("The attribute \"x\" of \"Part\" is "));
+    EXPECT_THAT(MessageOf(Relate("PartPart", "A", "A", twice)), StartsWith("The attribute \"x\" of \"PartPart\" is "));
 }
 
 TEST_F(StoreChange, ObjectsThatAreNestedTooDeeplyAreRefused)

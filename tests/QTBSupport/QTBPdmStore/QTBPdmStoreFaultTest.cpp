@@ -101,12 +101,6 @@ protected:
         return files;
     }
 
-    static std::string MessageOf(HRESULT hr)
-    {
-        const CATError* pError = CATError::CATGetLastError(hr, nullptr);
-        return pError != nullptr ? std::string(pError->GetNLSMessage().View()) : "no message";
-    }
-
     // Parts P0, P1, ... as an answer.
     static std::string Parts(int count)
     {

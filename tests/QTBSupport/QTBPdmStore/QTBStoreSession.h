@@ -13,6 +13,7 @@
 
 #include <gmock/gmock.h>
 
+#include "CATError.h"
 #include "CATIDOMDocument.h"
 #include "QTBMatchers.h"
 #include "QTBPdmStore.h"
@@ -221,6 +222,13 @@ protected:
         CATListValCATUnicodeString faults;
         EXPECT_THAT(m_pStore->Check(&faults), Succeeds());
         return TextsOf(faults);
+    }
+
+    // What a failed request tells the user.
+    static std::string MessageOf(HRESULT hr)
+    {
+        const CATError* pError = CATError::CATGetLastError(hr, nullptr);
+        return pError != nullptr ? std::string(pError->GetNLSMessage().View()) : "no message";
     }
 
     static std::string ReadFile(const std::string& path)

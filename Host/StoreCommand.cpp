@@ -139,11 +139,15 @@ public:
 
     void CheckOut()
     {
-        Change([this](QTBPdmStore& store, const QTBPdmStore::Receiver& receiver) {
+        Open(false);
+        const std::vector<Target> targets = m_Options.folder.empty() ? std::vector<Target>() : FindTargets();
+        const std::string answer = Apply([this](QTBPdmStore& store, const QTBPdmStore::Receiver& receiver) {
             return store.CheckOut(ToTexts(m_Options.keys), receiver);
         });
-        if (!m_Options.folder.empty()) {
-            FetchFiles();
+        FetchFiles(targets);
+        fmt::print("{}", answer);
+        for (const Target& target : targets) {
+            fmt::print("{}\n", target.path.string());
         }
     }
 
@@ -212,6 +216,15 @@ public:
 private:
     using Request = std::function<HRESULT(QTBPdmStore&, const QTBPdmStore::Receiver&)>;
 
+    // Where the file of an object goes.
+    struct Target
+    {
+        std::string key;
+        fs::path path;
+        // It is there, with the content that the store has.
+        bool isThere;
+    };
+
     void Open(bool isReadOnly)
     {
         QTBPdmStore::Options options;
@@ -261,43 +274,117 @@ private:
     void Change(const Request& request)
     {
         Open(false);
+        fmt::print("{}", Apply(request));
+    }
+
+    std::string Apply(const Request& request)
+    {
+        const CATIDOMDocument_var spAnswer = Ask(request);
+        // The graph drops relations whose objects it does not hold.
+        const std::string relations = AnswerText::DescribeRelations(spAnswer);
+        return AnswerText::DescribeObjects(UpdateGraph(spAnswer)) + relations + AnswerText::DescribeDeleted(spAnswer);
+    }
+
+    CATIDOMDocument_var Ask(const Request& request)
+    {
         std::string answer;
         HostSession::Require(request(*m_pStore, [&answer](std::string_view piece) { answer.append(piece); }),
                              ExitCode::Failure, "store");
         CATIDOMDocument_var spAnswer;
         HostSession::Require(QTBXmlUtil::GetTrustedDomDocument(answer, &spAnswer), ExitCode::Failure, "answer");
-        // The graph drops relations whose objects it does not hold.
-        const std::string relations = AnswerText::DescribeRelations(spAnswer);
+        return spAnswer;
+    }
+
+    CATListValCATBaseUnknown_var UpdateGraph(const CATIDOMDocument_var& spAnswer)
+    {
         CATListValCATBaseUnknown_var objects;
         HostSession::Require(m_Session.GetPdmNodeCont()->UpdatePdmGraph(spAnswer, &objects, nullptr), ExitCode::Failure,
                              "PDM graph");
-        fmt::print("{}{}{}", AnswerText::DescribeObjects(objects), relations, AnswerText::DescribeDeleted(spAnswer));
+        return objects;
     }
 
-    // Writes the files of the objects into the folder, under their names.
-    void FetchFiles()
+    // Where the files of the objects go: into the folder, under their names. Nothing that is there is written over.
+    std::vector<Target> FindTargets()
     {
+        UpdateGraph(Ask([this](QTBPdmStore& store, const QTBPdmStore::Receiver& receiver) {
+            return store.GetItems(ToTexts(m_Options.keys), receiver);
+        }));
         CATUnicodeString usFileNameAttr;
         HostSession::Require(
             QTBPdmSessionUtil::GetPdmSessionStringAttrValue(QTB_PDM_SESSION_FILE_NAME_ATTR, &usFileNameAttr, TRUE),
             ExitCode::BadInput, "schema");
+        std::vector<Target> targets;
         for (const std::string& key : m_Options.keys) {
-            QTBIPdmNode_var spIPdmNode;
-            unsigned char bFound = FALSE;
-            HostSession::Require(m_Session.GetPdmNodeCont()->GetPdmNodeByKey(key.c_str(), &spIPdmNode, &bFound),
-                                 ExitCode::Failure, "PDM graph");
-            unsigned char bHasName = FALSE;
-            CATUnicodeString usFileName;
-            const QTBINodeAttributes_var spINodeAttributes(spIPdmNode);
-            if (spINodeAttributes == NULL_var ||
-                FAILED(spINodeAttributes->AttributeIsDefined(usFileNameAttr, &bHasName)) || bHasName == FALSE ||
-                FAILED(spINodeAttributes->GetStringAttributeValue(usFileNameAttr, &usFileName, FALSE, FALSE))) {
-                throw HostError(ExitCode::Failure, key + " has no file name");
+            const fs::path path = fs::path(m_Options.folder) / GetFileName(key, usFileNameAttr);
+            const auto other = std::find_if(targets.begin(), targets.end(),
+                                            [&path](const Target& target) { return target.path == path; });
+            if (other == targets.end()) {
+                targets.push_back({key, path, IsThere(key, path)});
+            } else if (other->key != key) {
+                throw HostError(
+                    ExitCode::Failure,
+                    fmt::format("{} and {} have the same file name {}; check them out into different folders",
+                                other->key, key, path.filename().string()));
             }
+        }
+        return targets;
+    }
+
+    fs::path GetFileName(const std::string& key, const CATUnicodeString& usFileNameAttr)
+    {
+        QTBIPdmNode_var spIPdmNode;
+        unsigned char bFound = FALSE;
+        HostSession::Require(m_Session.GetPdmNodeCont()->GetPdmNodeByKey(key.c_str(), &spIPdmNode, &bFound),
+                             ExitCode::Failure, "PDM graph");
+        unsigned char bHasName = FALSE;
+        CATUnicodeString usFileName;
+        const QTBINodeAttributes_var spINodeAttributes(spIPdmNode);
+        if (spINodeAttributes != NULL_var &&
+            SUCCEEDED(spINodeAttributes->AttributeIsDefined(usFileNameAttr, &bHasName)) && bHasName != FALSE &&
+            SUCCEEDED(spINodeAttributes->GetStringAttributeValue(usFileNameAttr, &usFileName, FALSE, FALSE))) {
             // The name must not lead out of the folder.
-            const fs::path path = fs::path(m_Options.folder) / fs::path(ToString(usFileName)).filename();
-            HostSession::Require(m_pStore->FetchFile(key.c_str(), path.c_str()), ExitCode::Failure, "store");
-            fmt::print("{}\n", path.string());
+            const fs::path name = fs::path(ToString(usFileName)).filename();
+            if (!name.empty() && name != "." && name != "..") {
+                return name;
+            }
+        }
+        throw HostError(ExitCode::Failure, key + " has no file name");
+    }
+
+    bool IsThere(const std::string& key, const fs::path& path) const
+    {
+        unsigned char bIsSame = FALSE;
+        HostSession::Require(m_pStore->CompareFile(key.c_str(), path.c_str(), &bIsSame), ExitCode::Failure, "store");
+        if (bIsSame == FALSE && fs::exists(path)) {
+            throw HostError(ExitCode::Failure,
+                            fmt::format("{} is there already and is not what the store has of {}; move it away or "
+                                        "choose another folder",
+                                        path.string(), key));
+        }
+        return bIsSame != FALSE;
+    }
+
+    // Fetches the files of objects that were just checked out; when that fails, they are checked in as they were.
+    void FetchFiles(const std::vector<Target>& targets)
+    {
+        std::vector<fs::path> fetched;
+        try {
+            for (const Target& target : targets) {
+                if (!target.isThere) {
+                    HostSession::Require(m_pStore->FetchFile(target.key.c_str(), target.path.c_str()),
+                                         ExitCode::Failure, "store");
+                    fetched.push_back(target.path);
+                }
+            }
+        } catch (const HostError& error) {
+            for (const fs::path& path : fetched) {
+                std::error_code ignored;
+                fs::remove(path, ignored);
+            }
+            if (FAILED(m_pStore->CheckIn(ToTexts(m_Options.keys), {}, {}))) {
+                throw HostError(ExitCode::Failure, std::string(error.what()) + " (the objects stay checked out)");
+            }
+            throw;
         }
     }
 

@@ -212,19 +212,38 @@ HRESULT QTBPdmStore::Invoke(const CATUnicodeString& usFunction, const Arguments&
     return Read("dynamicInvoke", receiver, [&](QTBStoreReading& reading) { reading.Invoke(usFunction, arguments); });
 }
 
-HRESULT QTBPdmStore::FetchFile(const CATUnicodeString& usKey, const CATUnicodeString& usPath)
+template <class Request>
+HRESULT QTBPdmStore::ReadFile(const CATUnicodeString& usKey, Request request)
 {
     return Guard([&] {
-        if (IsOwnFile(usPath)) {
-            throw QTBStoreFailure("FileIsStoresERR_1125", usPath);
-        }
         QTBStoreTransaction transaction(*m_pDatabase, QTBStoreTransaction::Kind::Read);
         const QTBStoreObject object = QTBStoreItems(*m_pDatabase).GetObject(usKey);
         if (object.fileId == 0) {
             throw QTBStoreFailure("ObjectWithoutFileERR_1123", usKey);
         }
-        QTBStoreFiles(*m_pDatabase).Fetch(object.fileId, usPath);
+        QTBStoreFiles files(*m_pDatabase);
+        request(files, object.fileId);
         transaction.Commit();
+    });
+}
+
+HRESULT QTBPdmStore::FetchFile(const CATUnicodeString& usKey, const CATUnicodeString& usPath)
+{
+    return ReadFile(usKey, [&](QTBStoreFiles& files, std::int64_t fileId) {
+        if (IsOwnFile(usPath)) {
+            throw QTBStoreFailure("FileIsStoresERR_1125", usPath);
+        }
+        files.Fetch(fileId, usPath);
+    });
+}
+
+HRESULT QTBPdmStore::CompareFile(const CATUnicodeString& usKey, const CATUnicodeString& usPath, unsigned char* pbIsSame)
+{
+    if (pbIsSame == nullptr) {
+        return E_POINTER;
+    }
+    return ReadFile(usKey, [&](QTBStoreFiles& files, std::int64_t fileId) {
+        *pbIsSame = files.IsSame(fileId, usPath) ? TRUE : FALSE;
     });
 }
 

@@ -77,6 +77,9 @@ public:
     HRESULT Invoke(const CATUnicodeString& usFunction, const Arguments& arguments, const Receiver& receiver);
     // Writes the file of an object. Fails for an object without one, and for a path that leads into the store itself.
     HRESULT FetchFile(const CATUnicodeString& usKey, const CATUnicodeString& usPath);
+    // Whether a file has the content of the object's; FALSE when there is none of that name. Fails for an object
+    // without a file and for a path that cannot be read.
+    HRESULT CompareFile(const CATUnicodeString& usKey, const CATUnicodeString& usPath, unsigned char* pbIsSame);
 
     // Requests that change. They fail when the user may not do it (docs/store.md says who may do what).
 
@@ -107,6 +110,8 @@ public:
 private:
     QTBPdmStore(const CATUnicodeString& usPath, const Options& options);
 
+    template <class Request>
+    HRESULT ReadFile(const CATUnicodeString& usKey, Request request);
     template <class Request>
     HRESULT Read(const char* function, const Receiver& receiver, Request request);
     template <class Request>

@@ -118,6 +118,13 @@ void QTBStoreFiles::Fetch(std::int64_t fileId, const CATUnicodeString& usPath)
     require(file.Complete());
 }
 
+bool QTBStoreFiles::IsSame(std::int64_t fileId, const CATUnicodeString& usPath)
+{
+    const std::string path(usPath.View());
+    std::error_code error;
+    return fs::exists(path, error) && QTBStoreFileCopy::Examine(path).hash == GetHash(fileId);
+}
+
 std::string QTBStoreFiles::FindFault(std::int64_t fileId)
 {
     return FindFault(GetHash(fileId));

@@ -42,6 +42,9 @@ public:
     // missing or not what it was.
     void Fetch(std::int64_t fileId, const CATUnicodeString& usPath);
 
+    // Whether a file has the content of a kept one; not when there is none of that name.
+    bool IsSame(std::int64_t fileId, const CATUnicodeString& usPath);
+
     // Removes those of the files that no object has any more, in a transaction of its own.
     void RemoveUnused(const std::vector<std::int64_t>& fileIds);
 

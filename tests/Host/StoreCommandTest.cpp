@@ -17,6 +17,7 @@
 
 namespace fs = std::filesystem;
 using ::testing::AllOf;
+using ::testing::EndsWith;
 using ::testing::HasSubstr;
 using ::testing::Not;
 
@@ -66,6 +67,17 @@ protected:
             return error.what();
         }
         return "not refused";
+    }
+
+    std::string Write(const std::string& name, const std::string& content) const
+    {
+        std::ofstream(m_Folder + "/" + name) << content;
+        return m_Folder + "/" + name;
+    }
+    static std::string Read(const std::string& path)
+    {
+        std::ifstream file(path);
+        return {std::istreambuf_iterator<char>(file), std::istreambuf_iterator<char>()};
     }
 
     void MakeExample() const
@@ -136,6 +148,63 @@ TEST_F(StoreCommand, FilesGoInAndOut)
     EXPECT_THAT(Run({"checkout", m_Store, "CATPartFile/rod", "--to", m_Folder}), HasSubstr(m_Folder + "/rod.CATPart"));
     std::ifstream file(m_Folder + "/rod.CATPart");
     EXPECT_EQ(std::string(std::istreambuf_iterator<char>(file), std::istreambuf_iterator<char>()), "a rod");
+}
+
+TEST_F(StoreCommand, ACheckOutThatCannotBringItsFilesIsNone)
+{
+    MakeExample();
+    const std::string rod = Write("rod", "a rod");
+    Run({"checkout", m_Store, "CATPartFile/rod", "CATPartFile/nut"});
+    Run({"checkin", m_Store, "CATPartFile/rod", "CATPartFile/nut", "--file", rod, "--file", Write("nut", "a nut")});
+    const std::string folder = m_Folder + "/work";
+    fs::create_directory(folder);
+    const auto expectRefusal = [&](const std::vector<std::string>& keys, const std::string& message) {
+        std::vector<std::string> arguments = {"checkout", m_Store, "--to", folder};
+        arguments.insert(arguments.end(), keys.begin(), keys.end());
+        EXPECT_EQ(Refusal(arguments, ExitCode::Failure), message);
+        EXPECT_THAT(Run({"expand", m_Store, "CATPartFile/rod", "CATPartFile/nut"}), Not(HasSubstr("QtbCheckedOutBy")));
+    };
+    // Somebody's work is there.
+    Write("work/nut.CATPart", "another nut");
+    expectRefusal({"CATPartFile/rod", "CATPartFile/nut"},
+                  folder + "/nut.CATPart is there already and is not what the store has of CATPartFile/nut; move it "
+                           "away or choose another folder");
+    EXPECT_FALSE(fs::exists(folder + "/rod.CATPart"));
+    EXPECT_EQ(Read(folder + "/nut.CATPart"), "another nut");
+    // Two of one name.
+    Run({"checkout", m_Store, "CATPartFile/nut"});
+    Run({"update", m_Store, "CATPartFile/nut", "FileName=rod.CATPart"});
+    Run({"checkin", m_Store, "CATPartFile/nut"});
+    expectRefusal(
+        {"CATPartFile/rod", "CATPartFile/nut"},
+        "CATPartFile/rod and CATPartFile/nut have the same file name rod.CATPart; check them out into different "
+        "folders");
+    expectRefusal({"CATPartFile/bolt"}, "store: The PDM system has no file of \"CATPartFile/bolt\".");
+    expectRefusal({"plate"}, "plate has no file name");
+    // The second file was damaged, which is found when it is fetched.
+    Run({"checkout", m_Store, "CATPartFile/nut"});
+    Run({"update", m_Store, "CATPartFile/nut", "FileName=nut2.CATPart"});
+    Run({"checkin", m_Store, "CATPartFile/nut"});
+    for (const auto& entry : fs::recursive_directory_iterator(m_Store + ".files")) {
+        if (entry.is_regular_file() && Read(entry.path()) == "a nut") {
+            std::ofstream(entry.path()) << "A NUT";
+        }
+    }
+    EXPECT_THAT(Refusal({"checkout", m_Store, "--to", folder, "CATPartFile/rod", "CATPartFile/nut"}, ExitCode::Failure),
+                HasSubstr("is damaged"));
+    EXPECT_THAT(Run({"expand", m_Store, "CATPartFile/rod", "CATPartFile/nut"}), Not(HasSubstr("QtbCheckedOutBy")));
+    EXPECT_FALSE(fs::exists(folder + "/rod.CATPart"));
+}
+
+TEST_F(StoreCommand, AFileThatIsThereAsTheStoreHasItIsNoObstacle)
+{
+    MakeExample();
+    const std::string rod = Write("rod.CATPart", "a rod");
+    Run({"checkout", m_Store, "CATPartFile/rod"});
+    Run({"checkin", m_Store, "CATPartFile/rod", "--file", rod});
+    EXPECT_THAT(Run({"checkout", m_Store, "--to", m_Folder, "CATPartFile/rod", "CATPartFile/rod"}),
+                EndsWith("In work\n" + rod + "\n"));
+    EXPECT_EQ(Read(rod), "a rod");
 }
 
 TEST_F(StoreCommand, WhatIsWrongIsSaidWithItsExitCode)

@@ -22,6 +22,7 @@
 #include "QTBSchema.h"
 #include "QTBSchemaUtil.h"
 #include "QTBXmlUtil.h"
+#include "StandardOutput.h"
 #include "StoreInput.h"
 
 namespace fs = std::filesystem;
@@ -55,7 +56,9 @@ public:
             m_File->Write(piece);
         } else {
             std::cout << piece;
-            RequireStandardOutput();
+            if (StandardOutput::HasFailed()) {
+                StandardOutput::Require();
+            }
         }
     }
 
@@ -64,19 +67,11 @@ public:
         if (m_File) {
             m_File->Complete();
         } else {
-            std::cout.flush();
-            RequireStandardOutput();
+            StandardOutput::Require();
         }
     }
 
 private:
-    static void RequireStandardOutput()
-    {
-        if (!std::cout) {
-            throw HostError(ExitCode::Failure, "the standard output cannot be written to");
-        }
-    }
-
     std::optional<HostOutputFile> m_File;
 };
 

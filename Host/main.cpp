@@ -13,6 +13,7 @@
 #include "LinkCommand.h"
 #include "ProductCommands.h"
 #include "ShellCommand.h"
+#include "StandardOutput.h"
 #include "StoreCommand.h"
 #include "TreeCommand.h"
 #ifdef QTB_WITH_STEP
@@ -232,8 +233,11 @@ int Run(int argc, char** argv)
 
 int main(int argc, char** argv)
 {
+    StandardOutput::Prepare();
     try {
-        return Run(argc, argv);
+        const int result = Run(argc, argv);
+        StandardOutput::Require();
+        return result;
     } catch (const HostError& error) {
         std::cerr << "qtbhost: " << error.what() << '\n';
         return static_cast<int>(error.GetExitCode());
@@ -241,7 +245,8 @@ int main(int argc, char** argv)
         std::cerr << "qtbhost: " << NO_MEMORY << '\n';
         return static_cast<int>(ExitCode::Failure);
     } catch (const std::exception& error) {
-        std::cerr << "qtbhost: " << error.what() << '\n';
+        // Whoever printed last may have heard of it in his own words.
+        std::cerr << "qtbhost: " << (StandardOutput::HasFailed() ? StandardOutput::FAILURE : error.what()) << '\n';
         return static_cast<int>(ExitCode::Failure);
     }
 }

@@ -5,6 +5,7 @@
 
 #include <algorithm>
 #include <cctype>
+#include <cstdlib>
 #include <filesystem>
 
 #include <fmt/format.h>
@@ -40,7 +41,13 @@ std::string StoreInput::GetUser(const std::string& name)
     if (const passwd* pEntry = getpwuid(geteuid()); pEntry != nullptr) {
         return pEntry->pw_name;
     }
-    throw HostError(ExitCode::Usage, "--user: the name of the user is not known");
+    // A user that the machine does not know, as in a container.
+    for (const char* variable : {"USER", "LOGNAME"}) {
+        if (const char* pName = std::getenv(variable); pName != nullptr && *pName != '\0') {
+            return pName;
+        }
+    }
+    throw HostError(ExitCode::Usage, "the name of the user is not known; give it with --user");
 }
 
 std::pair<CATUnicodeString, CATUnicodeString> StoreInput::ParseAttribute(const std::string& text)

@@ -2,6 +2,8 @@
 
 #include "StoreCommand.h"
 
+#include <pwd.h>
+#include <sys/wait.h>
 #include <unistd.h>
 
 #include <cstdlib>
@@ -14,6 +16,7 @@
 
 #include "CATBaseUnknown.h"
 #include "HostError.h"
+#include "StoreInput.h"
 
 namespace fs = std::filesystem;
 using ::testing::AllOf;
@@ -242,6 +245,35 @@ TEST_F(StoreCommand, AnAnswerIsNotWrittenOverTheStoreItself)
     EXPECT_EQ(Run({"check", m_Store}), "no faults\n");
     Run({"export", m_Store, "-o", m_Store + ".files.xml"});
     EXPECT_TRUE(fs::exists(m_Store + ".files.xml"));
+}
+
+TEST_F(StoreCommand, AUserThatTheMachineDoesNotKnowIsNamedByTheEnvironment)
+{
+    if (geteuid() != 0) {
+        GTEST_SKIP() << "only the administrator can become somebody unknown";
+    }
+    const pid_t pid = fork();
+    ASSERT_GE(pid, 0);
+    if (pid == 0) {
+        constexpr uid_t UNKNOWN = 54321;
+        setenv("USER", "kim", 1);
+        setenv("LOGNAME", "lee", 1);
+        bool isWell = seteuid(UNKNOWN) == 0 && getpwuid(UNKNOWN) == nullptr && StoreInput::GetUser("pat") == "pat" &&
+                      StoreInput::GetUser("") == "kim";
+        setenv("USER", "", 1);
+        isWell = isWell && StoreInput::GetUser("") == "lee";
+        unsetenv("LOGNAME");
+        try {
+            StoreInput::GetUser("");
+        } catch (const HostError& error) {
+            _exit(isWell && error.what() == std::string("the name of the user is not known; give it with --user") ? 0
+                                                                                                                  : 1);
+        }
+        _exit(2);
+    }
+    int status = 0;
+    ASSERT_EQ(waitpid(pid, &status, 0), pid);
+    EXPECT_TRUE(WIFEXITED(status) && WEXITSTATUS(status) == 0) << status;
 }
 
 TEST_F(StoreCommand, ACheckThatFindsFaultsFails)

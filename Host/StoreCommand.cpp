@@ -82,7 +82,7 @@ public:
 
     void Init()
     {
-        HostSession::Require(QTBPdmStore::Create(m_Options.store.c_str()), ExitCode::BadInput, "store");
+        HostSession::Require(QTBPdmStore::Create(m_Options.store), ExitCode::BadInput, "store");
         fmt::print("{}\n", m_Options.store);
     }
 
@@ -92,8 +92,7 @@ public:
         for (const std::string& input : m_Options.inputs) {
             for (const CATIDOMDocument_var& spAnswer : StoreInput::ReadAnswers(input)) {
                 QTBStoreImportReport report;
-                HostSession::Require(m_pStore->Import(spAnswer, m_Options.folder.c_str(), &report), ExitCode::BadInput,
-                                     input);
+                HostSession::Require(m_pStore->Import(spAnswer, m_Options.folder, &report), ExitCode::BadInput, input);
                 fmt::print("{}", StoreInput::Describe(input, report));
             }
         }
@@ -152,7 +151,7 @@ public:
             throw HostError(ExitCode::Usage, "--file: there are more files than keys");
         }
         Change([this](QTBPdmStore& store, const QTBPdmStore::Receiver& receiver) {
-            return store.CheckIn(ToTexts(m_Options.keys), ToTexts(m_Options.files), receiver);
+            return store.CheckIn(ToTexts(m_Options.keys), m_Options.files, receiver);
         });
     }
 
@@ -225,8 +224,7 @@ private:
         QTBPdmStore::Options options;
         options.user = StoreInput::GetUser(m_Options.user).c_str();
         options.isReadOnly = isReadOnly;
-        HostSession::Require(QTBPdmStore::Open(m_Options.store.c_str(), options, &m_pStore), ExitCode::BadInput,
-                             "store");
+        HostSession::Require(QTBPdmStore::Open(m_Options.store, options, &m_pStore), ExitCode::BadInput, "store");
     }
 
     std::vector<QTBStoreExpansion::Relation> GetRelations() const
@@ -256,7 +254,7 @@ private:
     void PrintAnswer(const Request& request)
     {
         Open(true);
-        if (m_pStore->IsOwnFile(m_Options.output.c_str())) {
+        if (m_pStore->IsOwnFile(m_Options.output)) {
             throw HostError(ExitCode::Usage, m_Options.output + " belongs to the store itself; choose another file");
         }
         AnswerOutput output(m_Options.output);
@@ -349,7 +347,7 @@ private:
     bool IsThere(const std::string& key, const fs::path& path) const
     {
         unsigned char bIsSame = FALSE;
-        HostSession::Require(m_pStore->CompareFile(key.c_str(), path.c_str(), &bIsSame), ExitCode::Failure, "store");
+        HostSession::Require(m_pStore->CompareFile(key.c_str(), path, &bIsSame), ExitCode::Failure, "store");
         if (bIsSame == FALSE && fs::exists(path)) {
             throw HostError(ExitCode::Failure,
                             fmt::format("{} is there already and is not what the store has of {}; move it away or "
@@ -366,8 +364,8 @@ private:
         try {
             for (const Target& target : targets) {
                 if (!target.isThere) {
-                    HostSession::Require(m_pStore->FetchFile(target.key.c_str(), target.path.c_str()),
-                                         ExitCode::Failure, "store");
+                    HostSession::Require(m_pStore->FetchFile(target.key.c_str(), target.path), ExitCode::Failure,
+                                         "store");
                     fetched.push_back(target.path);
                 }
             }

@@ -1,20 +1,24 @@
 // qtbhost: drives the object-model library as a CAD session would.
 
+#include <algorithm>
 #include <cstdio>
 #include <exception>
 #include <iostream>
+#include <iterator>
 #include <new>
 #include <stdexcept>
 
 #include <CLI/CLI.hpp>
 
 #include "BoxesCommand.h"
+#include "CATUnicodeString.h"
 #include "HostError.h"
 #include "LinkCommand.h"
 #include "ProductCommands.h"
 #include "ShellCommand.h"
 #include "StandardOutput.h"
 #include "StoreCommand.h"
+#include "StoreInput.h"
 #include "TreeCommand.h"
 #ifdef QTB_WITH_STEP
 #include "ConvertCommand.h"
@@ -166,6 +170,29 @@ Exit codes: 0 done, 1 a line failed, 2 wrong command line, 3 input that cannot b
     pShell->add_flag("--debug", options.debug, "write the debug output");
 }
 
+// Everything that is given is text of the session, but these are names of files, which are opened as they are given.
+constexpr const char* FILES_AS_GIVEN[] = {"--output", "--png",   "script", "--store",
+                                          "store",    "--files", "--file", "--to"};
+
+void RequireUtf8(const CLI::App& command)
+{
+    for (const CLI::Option* pOption : command.get_options()) {
+        if (std::any_of(std::begin(FILES_AS_GIVEN), std::end(FILES_AS_GIVEN),
+                        [pOption](const char* name) { return pOption->check_name(name); })) {
+            continue;
+        }
+        for (const std::string& text : pOption->results()) {
+            if (!StoreInput::IsUtf8(text)) {
+                throw HostError(ExitCode::Usage, pOption->get_name() + " " +
+                                                     std::string(CATUnicodeString(text).View()) + " is no UTF-8 text");
+            }
+        }
+    }
+    for (const CLI::App* pSubcommand : command.get_subcommands()) {
+        RequireUtf8(*pSubcommand);
+    }
+}
+
 int Run(int argc, char** argv)
 {
     CLI::App app("Drives the object-model library of a PDM integration as a CAD session would.", "qtbhost");
@@ -196,6 +223,7 @@ int Run(int argc, char** argv)
     } catch (const CLI::ParseError& error) {
         return app.exit(error) == 0 ? 0 : static_cast<int>(ExitCode::Usage);
     }
+    RequireUtf8(app);
     if (app.got_subcommand("tree")) {
         return RunTree(treeOptions);
     }

@@ -86,13 +86,12 @@ private:
 
 } // namespace
 
-HRESULT QTBPdmStore::Create(const CATUnicodeString& usPath)
+HRESULT QTBPdmStore::Create(const std::string& path)
 {
-    return Guard([&usPath] {
-        const std::string path(usPath.View());
+    return Guard([&path] {
         std::error_code error;
         if (fs::exists(path, error)) {
-            throw QTBStoreFailure("StoreExistsERR_1002", usPath);
+            throw QTBStoreFailure("StoreExistsERR_1002", path);
         }
         const NewStore newStore(path);
         {
@@ -105,26 +104,25 @@ HRESULT QTBPdmStore::Create(const CATUnicodeString& usPath)
     });
 }
 
-HRESULT QTBPdmStore::Open(const CATUnicodeString& usPath, const Options& options, std::unique_ptr<QTBPdmStore>* ppStore)
+HRESULT QTBPdmStore::Open(const std::string& path, const Options& options, std::unique_ptr<QTBPdmStore>* ppStore)
 {
     if (ppStore == nullptr) {
         return E_POINTER;
     }
-    return Guard([&usPath, &options, ppStore] { ppStore->reset(new QTBPdmStore(usPath, options)); });
+    return Guard([&path, &options, ppStore] { ppStore->reset(new QTBPdmStore(path, options)); });
 }
 
-QTBPdmStore::QTBPdmStore(const CATUnicodeString& usPath, const Options& options) : m_Options(options)
+QTBPdmStore::QTBPdmStore(const std::string& path, const Options& options) : m_Options(options)
 {
-    const std::string path(usPath.View());
     if (options.user.IsEmpty()) {
         throw QTBStoreFailure("UserMissingERR_1012");
     }
     std::error_code error;
     if (!fs::exists(path, error)) {
-        throw QTBStoreFailure("StoreNotFoundERR_1001", usPath);
+        throw QTBStoreFailure("StoreNotFoundERR_1001", path);
     }
     if (!fs::is_regular_file(path, error)) {
-        throw QTBStoreFailure("NoStoreERR_1003", usPath);
+        throw QTBStoreFailure("NoStoreERR_1003", path);
     }
     m_pDatabase = std::make_unique<QTBStoreDatabase>(
         path, QTBStoreDatabase::Options{options.isReadOnly, options.busyTimeoutInMs, options.maxBytes, false});
@@ -133,21 +131,22 @@ QTBPdmStore::QTBPdmStore(const CATUnicodeString& usPath, const Options& options)
 
 QTBPdmStore::~QTBPdmStore() = default;
 
-bool QTBPdmStore::IsOwnFile(const CATUnicodeString& usPath) const
+bool QTBPdmStore::IsOwnFile(const std::string& path) const
 {
-    const auto resolve = [](const std::string& path) {
+    const auto resolve = [](const std::string& name) {
         std::error_code error;
-        return fs::weakly_canonical(fs::absolute(path, error), error);
+        return fs::weakly_canonical(fs::absolute(name, error), error);
     };
-    const fs::path path = resolve(std::string(usPath.View()));
+    const fs::path target = resolve(path);
     const std::string& store = m_pDatabase->GetPath();
     const bool isDatabase = std::any_of(std::begin(DATABASE_ENDS), std::end(DATABASE_ENDS), [&](const char* end) {
         std::error_code error;
-        return path == resolve(store + end) || fs::equivalent(path, store + end, error);
+        return target == resolve(store + end) || fs::equivalent(target, store + end, error);
     });
     const fs::path folder = resolve(QTBStoreFiles::GetFolder(store));
-    return !usPath.IsEmpty() &&
-           (isDatabase || std::mismatch(folder.begin(), folder.end(), path.begin(), path.end()).first == folder.end());
+    return !path.empty() &&
+           (isDatabase ||
+            std::mismatch(folder.begin(), folder.end(), target.begin(), target.end()).first == folder.end());
 }
 
 template <class Request>
@@ -227,23 +226,23 @@ HRESULT QTBPdmStore::ReadFile(const CATUnicodeString& usKey, Request request)
     });
 }
 
-HRESULT QTBPdmStore::FetchFile(const CATUnicodeString& usKey, const CATUnicodeString& usPath)
+HRESULT QTBPdmStore::FetchFile(const CATUnicodeString& usKey, const std::string& path)
 {
     return ReadFile(usKey, [&](QTBStoreFiles& files, std::int64_t fileId) {
-        if (IsOwnFile(usPath)) {
-            throw QTBStoreFailure("FileIsStoresERR_1125", usPath);
+        if (IsOwnFile(path)) {
+            throw QTBStoreFailure("FileIsStoresERR_1125", path);
         }
-        files.Fetch(fileId, usPath);
+        files.Fetch(fileId, path);
     });
 }
 
-HRESULT QTBPdmStore::CompareFile(const CATUnicodeString& usKey, const CATUnicodeString& usPath, unsigned char* pbIsSame)
+HRESULT QTBPdmStore::CompareFile(const CATUnicodeString& usKey, const std::string& path, unsigned char* pbIsSame)
 {
     if (pbIsSame == nullptr) {
         return E_POINTER;
     }
     return ReadFile(usKey, [&](QTBStoreFiles& files, std::int64_t fileId) {
-        *pbIsSame = files.IsSame(fileId, usPath) ? TRUE : FALSE;
+        *pbIsSame = files.IsSame(fileId, path) ? TRUE : FALSE;
     });
 }
 
@@ -252,14 +251,14 @@ HRESULT QTBPdmStore::CheckOut(const Keys& keys, const Receiver& receiver)
     return Change("checkOut", receiver, [&keys](QTBStoreChanging& changing) { changing.CheckOut(keys); });
 }
 
-HRESULT QTBPdmStore::CheckIn(const Keys& keys, const std::vector<CATUnicodeString>& paths, const Receiver& receiver)
+HRESULT QTBPdmStore::CheckIn(const Keys& keys, const std::vector<std::string>& paths, const Receiver& receiver)
 {
     QTBStoreChanging::FileCopies copies;
     const HRESULT hr = Guard([&] {
         m_pDatabase->RequireWritable();
         const QTBStoreFiles files(*m_pDatabase);
-        for (const CATUnicodeString& usPath : paths) {
-            copies.push_back(usPath.IsEmpty() ? nullptr : files.Take(usPath));
+        for (const std::string& path : paths) {
+            copies.push_back(path.empty() ? nullptr : files.Take(path));
         }
     });
     if (FAILED(hr)) {
@@ -305,7 +304,7 @@ HRESULT QTBPdmStore::Delete(const Keys& keys, const CATUnicodeString& usOption, 
     return Change("delete", receiver, [&](QTBStoreChanging& changing) { changing.Delete(keys, usOption); });
 }
 
-HRESULT QTBPdmStore::Import(const CATIDOMDocument_var& spAnswer, const CATUnicodeString& usFileFolder,
+HRESULT QTBPdmStore::Import(const CATIDOMDocument_var& spAnswer, const std::string& fileFolder,
                             QTBStoreImportReport* pReport)
 {
     CATIDOMElement_var spRoot;
@@ -313,7 +312,7 @@ HRESULT QTBPdmStore::Import(const CATIDOMDocument_var& spAnswer, const CATUnicod
         return E_FAIL;
     }
     return ChangeFiles([&](QTBStoreFileChanges* pFiles) {
-        QTBStoreImport import(*m_pDatabase, {m_Options.user, m_IsHeld, {}}, usFileFolder, pFiles);
+        QTBStoreImport import(*m_pDatabase, {m_Options.user, m_IsHeld, {}}, fileFolder, pFiles);
         const QTBStoreImportReport report = import.Run(spRoot->GetView());
         if (pReport != nullptr) {
             *pReport = report;

@@ -51,7 +51,7 @@ std::string QTBStoreFiles::GetPath(const std::string& hash) const
     return m_Folder + "/" + hash.substr(0, 2) + "/" + hash.substr(2);
 }
 
-std::unique_ptr<QTBStoreFileCopy> QTBStoreFiles::Take(const CATUnicodeString& usPath) const
+std::unique_ptr<QTBStoreFileCopy> QTBStoreFiles::Take(const std::string& path) const
 {
     static std::atomic<int> s_Number = 0;
     std::error_code error;
@@ -62,7 +62,7 @@ std::unique_ptr<QTBStoreFileCopy> QTBStoreFiles::Take(const CATUnicodeString& us
     }
     const std::string interimPath =
         m_Folder + "/" + INCOMING + std::to_string(getpid()) + "-" + std::to_string(++s_Number);
-    return std::make_unique<QTBStoreFileCopy>(std::string(usPath.View()), interimPath);
+    return std::make_unique<QTBStoreFileCopy>(path, interimPath);
 }
 
 std::int64_t QTBStoreFiles::Keep(QTBStoreFileCopy& copy)
@@ -99,10 +99,9 @@ std::string QTBStoreFiles::GetHash(std::int64_t fileId)
     return std::string(statement.GetText(0));
 }
 
-void QTBStoreFiles::Fetch(std::int64_t fileId, const CATUnicodeString& usPath)
+void QTBStoreFiles::Fetch(std::int64_t fileId, const std::string& target)
 {
     const std::string hash = GetHash(fileId);
-    const std::string target(usPath.View());
     const auto require = [&target](const std::error_code& error) { QTBStoreFileCopy::RequireWritten(target, error); };
     QTBOutputFile file;
     require(file.Open(target));
@@ -118,9 +117,8 @@ void QTBStoreFiles::Fetch(std::int64_t fileId, const CATUnicodeString& usPath)
     require(file.Complete());
 }
 
-bool QTBStoreFiles::IsSame(std::int64_t fileId, const CATUnicodeString& usPath)
+bool QTBStoreFiles::IsSame(std::int64_t fileId, const std::string& path)
 {
-    const std::string path(usPath.View());
     std::error_code error;
     return fs::exists(path, error) && QTBStoreFileCopy::Examine(path).hash == GetHash(fileId);
 }

@@ -32,7 +32,7 @@ public:
 
     // Copies a file into the folder, so that it can be kept. Takes its time, so no other program waits for it: not for
     // inside a transaction for writing unless nothing else is at hand.
-    std::unique_ptr<QTBStoreFileCopy> Take(const CATUnicodeString& usPath) const;
+    std::unique_ptr<QTBStoreFileCopy> Take(const std::string& path) const;
 
     // Keeps the copy; the id of its row, that of an earlier file with the same content if there is one. Only inside a
     // transaction for writing.
@@ -40,10 +40,10 @@ public:
 
     // Writes a copy of a kept file, which replaces one that is there. Raises QTBStoreFailure when the store's copy is
     // missing or not what it was.
-    void Fetch(std::int64_t fileId, const CATUnicodeString& usPath);
+    void Fetch(std::int64_t fileId, const std::string& target);
 
     // Whether a file has the content of a kept one; not when there is none of that name.
-    bool IsSame(std::int64_t fileId, const CATUnicodeString& usPath);
+    bool IsSame(std::int64_t fileId, const std::string& path);
 
     // Removes those of the files that no object has any more, in a transaction of its own.
     void RemoveUnused(const std::vector<std::int64_t>& fileIds);

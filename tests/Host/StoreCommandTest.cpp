@@ -247,6 +247,41 @@ TEST_F(StoreCommand, AnAnswerIsNotWrittenOverTheStoreItself)
     EXPECT_TRUE(fs::exists(m_Store + ".files.xml"));
 }
 
+TEST_F(StoreCommand, TextThatTheStoreCannotKeepIsRefused)
+{
+    MakeExample();
+    Run({"checkout", m_Store, "nut"});
+    const std::string before = Run({"export", m_Store});
+    for (const char* text : {"Name=\xFF", "Name=a\x01", "Name=a\x1B[1m", "\xC3=a"}) {
+        EXPECT_THAT(Refusal({"update", m_Store, "nut", text}, ExitCode::Usage), HasSubstr("is no UTF-8 text")) << text;
+    }
+    EXPECT_THAT(Refusal({"promote", m_Store, "--user", "k\xFFm", "rod"}, ExitCode::Usage),
+                HasSubstr("is no UTF-8 text"));
+    EXPECT_EQ(Run({"export", m_Store}), before);
+    Run({"update", m_Store, "nut", "Name=two\nlines \xC3\xBC"});
+    EXPECT_THAT(Run({"export", m_Store}), HasSubstr("two\nlines \xC3\xBC"));
+}
+
+TEST_F(StoreCommand, PathsAreOpenedAsTheyAreGiven)
+{
+    m_Store = m_Folder + "/pdm\xFF.store";
+    MakeExample();
+    EXPECT_TRUE(fs::exists(m_Store));
+    const std::string path = Write("f\xFE", "a rod");
+    Run({"checkout", m_Store, "CATPartFile/rod"});
+    Run({"checkin", m_Store, "CATPartFile/rod", "--file", path});
+    const std::string folder = m_Folder + "/work\xFF";
+    fs::create_directory(folder);
+    Run({"checkout", m_Store, "CATPartFile/rod", "--to", folder});
+    EXPECT_EQ(Read(folder + "/rod.CATPart"), "a rod");
+    Run({"export", m_Store, "-o", folder + "/answer\xFF"});
+    EXPECT_TRUE(fs::exists(folder + "/answer\xFF"));
+    fs::create_symlink(m_Store, m_Folder + "/link\xFF");
+    EXPECT_THAT(Refusal({"export", m_Store, "-o", m_Folder + "/link\xFF"}, ExitCode::Usage),
+                HasSubstr("belongs to the store"));
+    EXPECT_EQ(Run({"check", m_Store}), "no faults\n");
+}
+
 TEST_F(StoreCommand, AUserThatTheMachineDoesNotKnowIsNamedByTheEnvironment)
 {
     if (geteuid() != 0) {

@@ -44,4 +44,16 @@ expect_failure shell "$folder/script"
 "$program" tree "$as1/structure.xml" 2> "$folder/error" | head -n 1 > /dev/null
 [ -s "$folder/error" ] && fail "a closed pipe: $(cat "$folder/error")"
 
+# Text is UTF-8; the bytes of a file's name are the system's.
+odd=$(printf 'a\377')
+"$program" store query "$folder/store" "Name=$odd" > /dev/null 2> "$folder/error"
+[ $? -eq 2 ] || fail "attributes that are not UTF-8 are taken"
+"$program" store checkout "$folder/store" "$odd" > /dev/null 2> "$folder/error"
+[ $? -eq 2 ] || fail "a key that is not UTF-8 is taken"
+grep -q 'keys a.* is no UTF-8 text' "$folder/error" || fail "a key that is not UTF-8: $(cat "$folder/error")"
+"$program" store init "$folder/$odd" > /dev/null || fail "store init with an odd name"
+"$program" store export "$folder/$odd" -o "$folder/$odd.xml" || fail "store export with odd names"
+"$program" boxes "$as1/products.xml" --png "$folder/$odd.png" > /dev/null || fail "boxes with an odd name"
+[ -f "$folder/$odd" ] && [ -f "$folder/$odd.xml" ] && [ -f "$folder/$odd.png" ] || fail "odd names are changed"
+
 exit $((failures != 0))

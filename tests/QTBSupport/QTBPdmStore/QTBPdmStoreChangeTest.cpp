@@ -594,8 +594,8 @@ TEST_F(StoreChange, AFileLeavesTheFolderWithItsLastObject)
 {
     Import(Object("CATPartFile", "F") + Object("CATPartFile", "G"));
     ASSERT_THAT(CheckOut({"F", "G"}), Succeeds());
-    const CATUnicodeString usPath(WriteFile("f", "content").c_str());
-    ASSERT_THAT(CheckIn({"F", "G"}, {usPath, usPath}), Succeeds());
+    const std::string path = WriteFile("f", "content");
+    ASSERT_THAT(CheckIn({"F", "G"}, {path, path}), Succeeds());
     const auto countFiles = [this] {
         int count = 0;
         for (const auto& entry : std::filesystem::recursive_directory_iterator(Path() + ".files")) {

@@ -307,11 +307,11 @@ TEST_F(StoreFault, AFileOfARefusedChangeIsNotKept)
 {
     Import(Object("CATPartFile", "F") + Object("CATPartFile", "G"));
     ASSERT_THAT(CheckOut({"F"}), Succeeds());
-    const CATUnicodeString usFile(WriteFile("f", "content").c_str());
-    EXPECT_THAT(CheckIn({"F", "G"}, {usFile}), FailsWith("NotCheckedOutERR_1113", "G"));
+    const std::string file = WriteFile("f", "content");
+    EXPECT_THAT(CheckIn({"F", "G"}, {file}), FailsWith("NotCheckedOutERR_1113", "G"));
     EXPECT_THAT(KeptFiles(), IsEmpty());
     // Neither by an import; what another object has stays.
-    ASSERT_THAT(CheckIn({"F"}, {usFile}), Succeeds());
+    ASSERT_THAT(CheckIn({"F"}, {file}), Succeeds());
     EXPECT_EQ(KeptFiles().size(), 1U);
     WriteFile("g", "other content");
     fs::create_directory(PathOf("folder"));

@@ -103,7 +103,7 @@ protected:
     {
         return Ask([&](const QTBPdmStore::Receiver& receiver) { return m_pStore->CheckOut(keys, receiver); });
     }
-    HRESULT CheckIn(const Keys& keys, const std::vector<CATUnicodeString>& paths = {})
+    HRESULT CheckIn(const Keys& keys, const std::vector<std::string>& paths = {})
     {
         return Ask([&](const QTBPdmStore::Receiver& receiver) { return m_pStore->CheckIn(keys, paths, receiver); });
     }
@@ -144,7 +144,7 @@ protected:
         CATIDOMDocument_var spAnswer;
         EXPECT_THAT(QTBXmlUtil::GetDomDocument(CATUnicodeString(std::string_view{answer}), &spAnswer), Succeeds());
         m_Report = QTBStoreImportReport();
-        return m_pStore->Import(spAnswer, fileFolder.c_str(), &m_Report);
+        return m_pStore->Import(spAnswer, fileFolder, &m_Report);
     }
     // Takes in items, which must succeed.
     void Import(const std::string& items) { ASSERT_THAT(ImportAnswer(Answer(items)), Succeeds()); }

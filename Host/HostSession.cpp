@@ -85,7 +85,7 @@ void HostSession::ConnectStore(const std::string& path, const std::string& user)
     QTBPdmStore::Options options;
     options.user = StoreInput::GetUser(user).c_str();
     CATBaseUnknown_var spStore;
-    Require(QTBPdmStoreComponent::Create(path.c_str(), options, &spStore), ExitCode::BadInput, "PDM store");
+    Require(QTBPdmStoreComponent::Create(path, options, &spStore), ExitCode::BadInput, "PDM store");
     QTBCommUtil::SetCommComponent(spStore);
     m_spStore = spStore;
     m_StorePath = path;

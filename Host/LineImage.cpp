@@ -3,11 +3,11 @@
 #include <png.h>
 
 #include <algorithm>
-#include <cerrno>
 #include <cmath>
-#include <cstring>
+#include <string_view>
 
 #include "HostError.h"
+#include "HostOutputFile.h"
 
 namespace {
 
@@ -110,7 +110,13 @@ void LineImage::WritePng(const std::string& path) const
     image.width = static_cast<png_uint_32>(m_Width);
     image.height = static_cast<png_uint_32>(m_Height);
     image.format = PNG_FORMAT_RGB;
-    if (png_image_write_to_file(&image, path.c_str(), 0, m_Pixels.data(), 0, nullptr) == 0) {
-        throw HostError(ExitCode::Failure, path + " cannot be written: " + image.message);
+    // Not by the library itself, which removes the file, or a device of that name, when it cannot write.
+    std::string bytes(PNG_IMAGE_PNG_SIZE_MAX(image), '\0');
+    png_alloc_size_t size = bytes.size();
+    if (png_image_write_to_memory(&image, bytes.data(), &size, 0, m_Pixels.data(), 0, nullptr) == 0) {
+        throw HostError(ExitCode::Failure, path + " cannot be drawn: " + image.message);
     }
+    HostOutputFile file(path);
+    file.Write(std::string_view(bytes).substr(0, size));
+    file.Complete();
 }

@@ -122,7 +122,7 @@ void ShellStoreCommands::ChangeUser(const ShellArguments& arguments)
 
 void ShellStoreCommands::Create(const ShellArguments& arguments)
 {
-    HostSession::Require(QTBPdmStore::Create(arguments[0].c_str()), ExitCode::BadInput, "PDM store");
+    HostSession::Require(QTBPdmStore::Create(arguments[0]), ExitCode::BadInput, "PDM store");
     Connect(arguments);
 }
 
@@ -134,8 +134,8 @@ void ShellStoreCommands::Import(const ShellArguments& arguments)
     for (std::size_t i = 0; i < arguments.size() - (hasFolder ? 1 : 0); ++i) {
         for (const CATIDOMDocument_var& spAnswer : StoreInput::ReadAnswers(arguments[i])) {
             QTBStoreImportReport report;
-            HostSession::Require(m_Context.session.GetStore()->Import(spAnswer, folder.c_str(), &report),
-                                 ExitCode::BadInput, arguments[i]);
+            HostSession::Require(m_Context.session.GetStore()->Import(spAnswer, folder, &report), ExitCode::BadInput,
+                                 arguments[i]);
             m_Context.out << StoreInput::Describe(arguments[i], report);
         }
     }

@@ -2,9 +2,9 @@
 
 #include <algorithm>
 #include <filesystem>
-#include <fstream>
 #include <iostream>
 #include <memory>
+#include <optional>
 #include <stdexcept>
 #include <utility>
 
@@ -13,6 +13,7 @@
 
 #include "AnswerText.h"
 #include "CATIDOMDocument.h"
+#include "HostOutputFile.h"
 #include "HostRelations.h"
 #include "HostSession.h"
 #include "HostText.h"
@@ -22,6 +23,7 @@
 #include "QTBPdmSessionUtil.h"
 #include "QTBPdmStore.h"
 #include "QTBXmlUtil.h"
+#include "StandardOutput.h"
 #include "StoreInput.h"
 
 namespace fs = std::filesystem;
@@ -37,53 +39,36 @@ std::vector<CATUnicodeString> ToTexts(const std::vector<std::string>& texts)
 class AnswerOutput
 {
 public:
-    explicit AnswerOutput(const std::string& path) : m_Path(path)
+    explicit AnswerOutput(const std::string& path)
     {
-        if (!m_Path.empty()) {
-            m_File.open(GetInterimPath(), std::ios::binary);
-            Require();
-        }
-    }
-    AnswerOutput(const AnswerOutput&) = delete;
-    AnswerOutput& operator=(const AnswerOutput&) = delete;
-    ~AnswerOutput()
-    {
-        if (!m_Path.empty()) {
-            std::error_code error;
-            fs::remove(GetInterimPath(), error);
+        if (!path.empty()) {
+            m_File.emplace(path);
         }
     }
 
     void Write(std::string_view piece)
     {
-        (m_Path.empty() ? std::cout : m_File) << piece;
-        Require();
+        if (m_File) {
+            m_File->Write(piece);
+        } else {
+            std::cout << piece;
+            if (StandardOutput::HasFailed()) {
+                StandardOutput::Require();
+            }
+        }
     }
 
     void Finish()
     {
-        (m_Path.empty() ? std::cout : m_File).flush();
-        Require();
-        if (!m_Path.empty()) {
-            m_File.close();
-            Require();
-            fs::rename(GetInterimPath(), m_Path);
+        if (m_File) {
+            m_File->Complete();
+        } else {
+            StandardOutput::Require();
         }
     }
 
 private:
-    std::string GetInterimPath() const { return m_Path + ".new"; }
-
-    void Require() const
-    {
-        if (m_Path.empty() ? !std::cout : !m_File) {
-            throw HostError(ExitCode::Failure,
-                            (m_Path.empty() ? "the standard output" : m_Path) + " cannot be written to");
-        }
-    }
-
-    std::string m_Path;
-    std::ofstream m_File;
+    std::optional<HostOutputFile> m_File;
 };
 
 class StoreRun
@@ -93,7 +78,7 @@ public:
 
     void Init()
     {
-        HostSession::Require(QTBPdmStore::Create(m_Options.store.c_str()), ExitCode::BadInput, "store");
+        HostSession::Require(QTBPdmStore::Create(m_Options.store), ExitCode::BadInput, "store");
         fmt::print("{}\n", m_Options.store);
     }
 
@@ -103,8 +88,7 @@ public:
         for (const std::string& input : m_Options.inputs) {
             for (const CATIDOMDocument_var& spAnswer : StoreInput::ReadAnswers(input)) {
                 QTBStoreImportReport report;
-                HostSession::Require(m_pStore->Import(spAnswer, m_Options.folder.c_str(), &report), ExitCode::BadInput,
-                                     input);
+                HostSession::Require(m_pStore->Import(spAnswer, m_Options.folder, &report), ExitCode::BadInput, input);
                 fmt::print("{}", StoreInput::Describe(input, report));
             }
         }
@@ -148,11 +132,15 @@ public:
 
     void CheckOut()
     {
-        Change([this](QTBPdmStore& store, const QTBPdmStore::Receiver& receiver) {
+        Open(false);
+        const std::vector<Target> targets = m_Options.folder.empty() ? std::vector<Target>() : FindTargets();
+        const std::string answer = Apply([this](QTBPdmStore& store, const QTBPdmStore::Receiver& receiver) {
             return store.CheckOut(ToTexts(m_Options.keys), receiver);
         });
-        if (!m_Options.folder.empty()) {
-            FetchFiles();
+        FetchFiles(targets);
+        fmt::print("{}", answer);
+        for (const Target& target : targets) {
+            fmt::print("{}\n", target.path.string());
         }
     }
 
@@ -162,7 +150,7 @@ public:
             throw HostError(ExitCode::Usage, "--file: there are more files than keys");
         }
         Change([this](QTBPdmStore& store, const QTBPdmStore::Receiver& receiver) {
-            return store.CheckIn(ToTexts(m_Options.keys), ToTexts(m_Options.files), receiver);
+            return store.CheckIn(ToTexts(m_Options.keys), m_Options.files, receiver);
         });
     }
 
@@ -221,19 +209,30 @@ public:
 private:
     using Request = std::function<HRESULT(QTBPdmStore&, const QTBPdmStore::Receiver&)>;
 
+    // Where the file of an object goes.
+    struct Target
+    {
+        std::string key;
+        fs::path path;
+        // It is there, with the content that the store has.
+        bool isThere;
+    };
+
     void Open(bool isReadOnly)
     {
         QTBPdmStore::Options options;
         options.user = StoreInput::GetUser(m_Options.user).c_str();
         options.isReadOnly = isReadOnly;
-        HostSession::Require(QTBPdmStore::Open(m_Options.store.c_str(), options, &m_pStore), ExitCode::BadInput,
-                             "store");
+        HostSession::Require(QTBPdmStore::Open(m_Options.store, options, &m_pStore), ExitCode::BadInput, "store");
     }
 
     // A request that reads: its answer is what the command prints.
     void PrintAnswer(const Request& request)
     {
         Open(true);
+        if (m_pStore->IsOwnFile(m_Options.output)) {
+            throw HostError(ExitCode::Usage, m_Options.output + " belongs to the store itself; choose another file");
+        }
         AnswerOutput output(m_Options.output);
         HostSession::Require(request(*m_pStore, [&output](std::string_view piece) { output.Write(piece); }),
                              ExitCode::Failure, "store");
@@ -244,43 +243,117 @@ private:
     void Change(const Request& request)
     {
         Open(false);
+        fmt::print("{}", Apply(request));
+    }
+
+    std::string Apply(const Request& request)
+    {
+        const CATIDOMDocument_var spAnswer = Ask(request);
+        // The graph drops relations whose objects it does not hold.
+        const std::string relations = AnswerText::DescribeRelations(spAnswer);
+        return AnswerText::DescribeObjects(UpdateGraph(spAnswer)) + relations + AnswerText::DescribeDeleted(spAnswer);
+    }
+
+    CATIDOMDocument_var Ask(const Request& request)
+    {
         std::string answer;
         HostSession::Require(request(*m_pStore, [&answer](std::string_view piece) { answer.append(piece); }),
                              ExitCode::Failure, "store");
         CATIDOMDocument_var spAnswer;
         HostSession::Require(QTBXmlUtil::GetTrustedDomDocument(answer, &spAnswer), ExitCode::Failure, "answer");
-        // The graph drops relations whose objects it does not hold.
-        const std::string relations = AnswerText::DescribeRelations(spAnswer);
+        return spAnswer;
+    }
+
+    CATListValCATBaseUnknown_var UpdateGraph(const CATIDOMDocument_var& spAnswer)
+    {
         CATListValCATBaseUnknown_var objects;
         HostSession::Require(m_Session.GetPdmNodeCont()->UpdatePdmGraph(spAnswer, &objects, nullptr), ExitCode::Failure,
                              "PDM graph");
-        fmt::print("{}{}{}", AnswerText::DescribeObjects(objects), relations, AnswerText::DescribeDeleted(spAnswer));
+        return objects;
     }
 
-    // Writes the files of the objects into the folder, under their names.
-    void FetchFiles()
+    // Where the files of the objects go: into the folder, under their names. Nothing that is there is written over.
+    std::vector<Target> FindTargets()
     {
+        UpdateGraph(Ask([this](QTBPdmStore& store, const QTBPdmStore::Receiver& receiver) {
+            return store.GetItems(ToTexts(m_Options.keys), receiver);
+        }));
         CATUnicodeString usFileNameAttr;
         HostSession::Require(
             QTBPdmSessionUtil::GetPdmSessionStringAttrValue(QTB_PDM_SESSION_FILE_NAME_ATTR, &usFileNameAttr, TRUE),
             ExitCode::BadInput, "schema");
+        std::vector<Target> targets;
         for (const std::string& key : m_Options.keys) {
-            QTBIPdmNode_var spIPdmNode;
-            unsigned char bFound = FALSE;
-            HostSession::Require(m_Session.GetPdmNodeCont()->GetPdmNodeByKey(key.c_str(), &spIPdmNode, &bFound),
-                                 ExitCode::Failure, "PDM graph");
-            unsigned char bHasName = FALSE;
-            CATUnicodeString usFileName;
-            const QTBINodeAttributes_var spINodeAttributes(spIPdmNode);
-            if (spINodeAttributes == NULL_var ||
-                FAILED(spINodeAttributes->AttributeIsDefined(usFileNameAttr, &bHasName)) || bHasName == FALSE ||
-                FAILED(spINodeAttributes->GetStringAttributeValue(usFileNameAttr, &usFileName, FALSE, FALSE))) {
-                throw HostError(ExitCode::Failure, key + " has no file name");
+            const fs::path path = fs::path(m_Options.folder) / GetFileName(key, usFileNameAttr);
+            const auto other = std::find_if(targets.begin(), targets.end(),
+                                            [&path](const Target& target) { return target.path == path; });
+            if (other == targets.end()) {
+                targets.push_back({key, path, IsThere(key, path)});
+            } else if (other->key != key) {
+                throw HostError(
+                    ExitCode::Failure,
+                    fmt::format("{} and {} have the same file name {}; check them out into different folders",
+                                other->key, key, path.filename().string()));
             }
+        }
+        return targets;
+    }
+
+    fs::path GetFileName(const std::string& key, const CATUnicodeString& usFileNameAttr)
+    {
+        QTBIPdmNode_var spIPdmNode;
+        unsigned char bFound = FALSE;
+        HostSession::Require(m_Session.GetPdmNodeCont()->GetPdmNodeByKey(key.c_str(), &spIPdmNode, &bFound),
+                             ExitCode::Failure, "PDM graph");
+        unsigned char bHasName = FALSE;
+        CATUnicodeString usFileName;
+        const QTBINodeAttributes_var spINodeAttributes(spIPdmNode);
+        if (spINodeAttributes != NULL_var &&
+            SUCCEEDED(spINodeAttributes->AttributeIsDefined(usFileNameAttr, &bHasName)) && bHasName != FALSE &&
+            SUCCEEDED(spINodeAttributes->GetStringAttributeValue(usFileNameAttr, &usFileName, FALSE, FALSE))) {
             // The name must not lead out of the folder.
-            const fs::path path = fs::path(m_Options.folder) / fs::path(HostText::ToText(usFileName)).filename();
-            HostSession::Require(m_pStore->FetchFile(key.c_str(), path.c_str()), ExitCode::Failure, "store");
-            fmt::print("{}\n", path.string());
+            const fs::path name = fs::path(HostText::ToText(usFileName)).filename();
+            if (!name.empty() && name != "." && name != "..") {
+                return name;
+            }
+        }
+        throw HostError(ExitCode::Failure, key + " has no file name");
+    }
+
+    bool IsThere(const std::string& key, const fs::path& path) const
+    {
+        unsigned char bIsSame = FALSE;
+        HostSession::Require(m_pStore->CompareFile(key.c_str(), path, &bIsSame), ExitCode::Failure, "store");
+        if (bIsSame == FALSE && fs::exists(path)) {
+            throw HostError(ExitCode::Failure,
+                            fmt::format("{} is there already and is not what the store has of {}; move it away or "
+                                        "choose another folder",
+                                        path.string(), key));
+        }
+        return bIsSame != FALSE;
+    }
+
+    // Fetches the files of objects that were just checked out; when that fails, they are checked in as they were.
+    void FetchFiles(const std::vector<Target>& targets)
+    {
+        std::vector<fs::path> fetched;
+        try {
+            for (const Target& target : targets) {
+                if (!target.isThere) {
+                    HostSession::Require(m_pStore->FetchFile(target.key.c_str(), target.path), ExitCode::Failure,
+                                         "store");
+                    fetched.push_back(target.path);
+                }
+            }
+        } catch (const HostError& error) {
+            for (const fs::path& path : fetched) {
+                std::error_code ignored;
+                fs::remove(path, ignored);
+            }
+            if (FAILED(m_pStore->CheckIn(ToTexts(m_Options.keys), {}, {}))) {
+                throw HostError(ExitCode::Failure, std::string(error.what()) + " (the objects stay checked out)");
+            }
+            throw;
         }
     }
 

@@ -5,6 +5,7 @@
 
 #include <algorithm>
 #include <cctype>
+#include <cstdlib>
 #include <filesystem>
 
 #include <fmt/format.h>
@@ -30,21 +31,46 @@ bool IsStepFile(const std::string& path)
     return extension == ".stp" || extension == ".step";
 }
 
+// Of other text the store would keep something else.
+void RequireText(const std::string& text)
+{
+    const bool hasControls = std::any_of(
+        text.begin(), text.end(), [](unsigned char c) { return c < ' ' && c != '\t' && c != '\n' && c != '\r'; });
+    if (hasControls || !StoreInput::IsUtf8(text)) {
+        throw HostError(ExitCode::Usage,
+                        fmt::format("{} is no UTF-8 text without control characters", CATUnicodeString(text).View()));
+    }
+}
+
 } // namespace
+
+bool StoreInput::IsUtf8(const std::string& text)
+{
+    // What is none is repaired.
+    return CATUnicodeString(text).View() == text;
+}
 
 std::string StoreInput::GetUser(const std::string& name)
 {
     if (!name.empty()) {
+        RequireText(name);
         return name;
     }
     if (const passwd* pEntry = getpwuid(geteuid()); pEntry != nullptr) {
         return pEntry->pw_name;
     }
-    throw HostError(ExitCode::Usage, "--user: the name of the user is not known");
+    // A user that the machine does not know, as in a container.
+    for (const char* variable : {"USER", "LOGNAME"}) {
+        if (const char* pName = std::getenv(variable); pName != nullptr && *pName != '\0') {
+            return pName;
+        }
+    }
+    throw HostError(ExitCode::Usage, "the name of the user is not known; give it with --user");
 }
 
 std::pair<CATUnicodeString, CATUnicodeString> StoreInput::ParseAttribute(const std::string& text)
 {
+    RequireText(text);
     const std::size_t equals = text.find('=');
     if (equals == 0 || equals == std::string::npos) {
         throw HostError(ExitCode::Usage, text + ": an attribute is given as NAME=VALUE");

@@ -12,6 +12,9 @@ struct QTBStoreImportReport;
 // What people give to a PDM store, on the command line and in the shell. Operations raise HostError.
 namespace StoreInput {
 
+// Whether the text is what the store can keep, and not only the name of a file.
+bool IsUtf8(const std::string& text);
+
 // The user in whose name requests are made: the name given, or who runs the program when it is empty.
 std::string GetUser(const std::string& name);
 

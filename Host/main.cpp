@@ -1,19 +1,24 @@
 // qtbhost: drives the object-model library as a CAD session would.
 
+#include <algorithm>
 #include <cstdio>
 #include <exception>
 #include <iostream>
+#include <iterator>
 #include <new>
 #include <stdexcept>
 
 #include <CLI/CLI.hpp>
 
 #include "BoxesCommand.h"
+#include "CATUnicodeString.h"
 #include "HostError.h"
 #include "LinkCommand.h"
 #include "ProductCommands.h"
 #include "ShellCommand.h"
+#include "StandardOutput.h"
 #include "StoreCommand.h"
+#include "StoreInput.h"
 #include "TreeCommand.h"
 #ifdef QTB_WITH_STEP
 #include "ConvertCommand.h"
@@ -174,6 +179,29 @@ void AddConvert(CLI::App& app, ConvertOptions& options)
 }
 #endif
 
+// Everything that is given is text of the session, but these are names of files, which are opened as they are given.
+constexpr const char* FILES_AS_GIVEN[] = {"--output", "--png",   "script", "--store",
+                                          "store",    "--files", "--file", "--to"};
+
+void RequireUtf8(const CLI::App& command)
+{
+    for (const CLI::Option* pOption : command.get_options()) {
+        if (std::any_of(std::begin(FILES_AS_GIVEN), std::end(FILES_AS_GIVEN),
+                        [pOption](const char* name) { return pOption->check_name(name); })) {
+            continue;
+        }
+        for (const std::string& text : pOption->results()) {
+            if (!StoreInput::IsUtf8(text)) {
+                throw HostError(ExitCode::Usage, pOption->get_name() + " " +
+                                                     std::string(CATUnicodeString(text).View()) + " is no UTF-8 text");
+            }
+        }
+    }
+    for (const CLI::App* pSubcommand : command.get_subcommands()) {
+        RequireUtf8(*pSubcommand);
+    }
+}
+
 int Run(int argc, char** argv)
 {
     CLI::App app("Drives the object-model library of a PDM integration as a CAD session would.", "qtbhost");
@@ -202,6 +230,7 @@ int Run(int argc, char** argv)
     } catch (const CLI::ParseError& error) {
         return app.exit(error) == 0 ? 0 : static_cast<int>(ExitCode::Usage);
     }
+    RequireUtf8(app);
     if (app.got_subcommand("tree")) {
         return RunTree(treeOptions);
     }
@@ -238,8 +267,11 @@ int Run(int argc, char** argv)
 
 int main(int argc, char** argv)
 {
+    StandardOutput::Prepare();
     try {
-        return Run(argc, argv);
+        const int result = Run(argc, argv);
+        StandardOutput::Require();
+        return result;
     } catch (const HostError& error) {
         std::cerr << "qtbhost: " << error.what() << '\n';
         return static_cast<int>(error.GetExitCode());
@@ -247,7 +279,8 @@ int main(int argc, char** argv)
         std::cerr << "qtbhost: " << NO_MEMORY << '\n';
         return static_cast<int>(ExitCode::Failure);
     } catch (const std::exception& error) {
-        std::cerr << "qtbhost: " << error.what() << '\n';
+        // Whoever printed last may have heard of it in his own words.
+        std::cerr << "qtbhost: " << (StandardOutput::HasFailed() ? StandardOutput::FAILURE : error.what()) << '\n';
         return static_cast<int>(ExitCode::Failure);
     }
 }

@@ -1,5 +1,6 @@
 #include "QTBEPdmRequestsOnPdmStore.h"
 
+#include <string>
 #include <vector>
 
 #include "QTBConstants.h"
@@ -10,6 +11,15 @@ namespace {
 std::vector<CATUnicodeString> ToVector(const CATListValCATUnicodeString& Texts)
 {
     return {Texts.begin(), Texts.end()};
+}
+
+std::vector<std::string> ToPaths(const CATListValCATUnicodeString& Texts)
+{
+    std::vector<std::string> paths;
+    for (const CATUnicodeString& usText : Texts) {
+        paths.emplace_back(usText.View());
+    }
+    return paths;
 }
 
 } // namespace
@@ -79,7 +89,7 @@ HRESULT QTBEPdmRequestsOnPdmStore::CheckIn(const CATListValCATUnicodeString& Key
 {
     return Answer(
         [&](QTBPdmStore& store, const QTBPdmStore::Receiver& receiver) {
-            return store.CheckIn(ToVector(Keys), ToVector(FilePaths), receiver);
+            return store.CheckIn(ToVector(Keys), ToPaths(FilePaths), receiver);
         },
         pspAnswer);
 }
@@ -151,5 +161,5 @@ HRESULT QTBEPdmRequestsOnPdmStore::InvokeFunction(const CATUnicodeString& usFunc
 
 HRESULT QTBEPdmRequestsOnPdmStore::FetchFile(const CATUnicodeString& usKey, const CATUnicodeString& usPath)
 {
-    return GetStore().FetchFile(usKey, usPath);
+    return GetStore().FetchFile(usKey, std::string(usPath.View()));
 }

@@ -3,10 +3,12 @@
 #include <fcntl.h>
 #include <unistd.h>
 
+#include <algorithm>
 #include <cerrno>
 #include <cstdio>
 #include <cstring>
 #include <filesystem>
+#include <iterator>
 #include <new>
 #include <string>
 #include <system_error>
@@ -38,6 +40,9 @@ HRESULT Guard(Operation operation)
     }
 }
 
+// What the database keeps beside its file, itself first.
+constexpr const char* DATABASE_ENDS[] = {"", "-wal", "-shm", "-journal"};
+
 // The files of a store in the making; they vanish unless it is completed.
 class NewStore
 {
@@ -47,7 +52,7 @@ public:
     NewStore& operator=(const NewStore&) = delete;
     ~NewStore()
     {
-        for (const char* end : {"", "-wal", "-shm", "-journal"}) {
+        for (const char* end : DATABASE_ENDS) {
             std::error_code error;
             fs::remove(m_Interim + end, error);
         }
@@ -81,13 +86,12 @@ private:
 
 } // namespace
 
-HRESULT QTBPdmStore::Create(const CATUnicodeString& usPath)
+HRESULT QTBPdmStore::Create(const std::string& path)
 {
-    return Guard([&usPath] {
-        const std::string path(usPath.View());
+    return Guard([&path] {
         std::error_code error;
         if (fs::exists(path, error)) {
-            throw QTBStoreFailure("StoreExistsERR_1002", usPath);
+            throw QTBStoreFailure("StoreExistsERR_1002", path);
         }
         const NewStore newStore(path);
         {
@@ -100,26 +104,25 @@ HRESULT QTBPdmStore::Create(const CATUnicodeString& usPath)
     });
 }
 
-HRESULT QTBPdmStore::Open(const CATUnicodeString& usPath, const Options& options, std::unique_ptr<QTBPdmStore>* ppStore)
+HRESULT QTBPdmStore::Open(const std::string& path, const Options& options, std::unique_ptr<QTBPdmStore>* ppStore)
 {
     if (ppStore == nullptr) {
         return E_POINTER;
     }
-    return Guard([&usPath, &options, ppStore] { ppStore->reset(new QTBPdmStore(usPath, options)); });
+    return Guard([&path, &options, ppStore] { ppStore->reset(new QTBPdmStore(path, options)); });
 }
 
-QTBPdmStore::QTBPdmStore(const CATUnicodeString& usPath, const Options& options) : m_Options(options)
+QTBPdmStore::QTBPdmStore(const std::string& path, const Options& options) : m_Options(options)
 {
-    const std::string path(usPath.View());
     if (options.user.IsEmpty()) {
         throw QTBStoreFailure("UserMissingERR_1012");
     }
     std::error_code error;
     if (!fs::exists(path, error)) {
-        throw QTBStoreFailure("StoreNotFoundERR_1001", usPath);
+        throw QTBStoreFailure("StoreNotFoundERR_1001", path);
     }
     if (!fs::is_regular_file(path, error)) {
-        throw QTBStoreFailure("NoStoreERR_1003", usPath);
+        throw QTBStoreFailure("NoStoreERR_1003", path);
     }
     m_pDatabase = std::make_unique<QTBStoreDatabase>(
         path, QTBStoreDatabase::Options{options.isReadOnly, options.busyTimeoutInMs, options.maxBytes, false});
@@ -127,6 +130,24 @@ QTBPdmStore::QTBPdmStore(const CATUnicodeString& usPath, const Options& options)
 }
 
 QTBPdmStore::~QTBPdmStore() = default;
+
+bool QTBPdmStore::IsOwnFile(const std::string& path) const
+{
+    const auto resolve = [](const std::string& name) {
+        std::error_code error;
+        return fs::weakly_canonical(fs::absolute(name, error), error);
+    };
+    const fs::path target = resolve(path);
+    const std::string& store = m_pDatabase->GetPath();
+    const bool isDatabase = std::any_of(std::begin(DATABASE_ENDS), std::end(DATABASE_ENDS), [&](const char* end) {
+        std::error_code error;
+        return target == resolve(store + end) || fs::equivalent(target, store + end, error);
+    });
+    const fs::path folder = resolve(QTBStoreFiles::GetFolder(store));
+    return !path.empty() &&
+           (isDatabase ||
+            std::mismatch(folder.begin(), folder.end(), target.begin(), target.end()).first == folder.end());
+}
 
 template <class Request>
 HRESULT QTBPdmStore::Read(const char* function, const Receiver& receiver, Request request)
@@ -137,25 +158,31 @@ HRESULT QTBPdmStore::Read(const char* function, const Receiver& receiver, Reques
     });
 }
 
-template <class Request>
-HRESULT QTBPdmStore::Change(const char* function, const Receiver& receiver, Request request)
+template <class Operation>
+HRESULT QTBPdmStore::ChangeFiles(Operation operation)
 {
-    std::vector<std::int64_t> releasedFiles;
-    const HRESULT hr = Guard([&] {
-        QTBStoreChanging changing(*m_pDatabase, {m_Options.user, m_IsHeld, receiver}, function);
-        request(changing);
-        releasedFiles = changing.GetReleasedFiles();
-    });
-    RemoveFiles(releasedFiles);
+    QTBStoreFileChanges changes;
+    const HRESULT hr = Guard([&] { operation(&changes); });
+    try {
+        QTBStoreFiles files(*m_pDatabase);
+        if (SUCCEEDED(hr)) {
+            files.RemoveUnused(changes.released);
+        } else {
+            files.RemoveUnnamed(changes.kept);
+        }
+    } catch (const std::exception&) {
+        // The change is done or refused; files that stay because this fails are found by the next check.
+    }
     return hr;
 }
 
-void QTBPdmStore::RemoveFiles(const std::vector<std::int64_t>& fileIds) noexcept
+template <class Request>
+HRESULT QTBPdmStore::Change(const char* function, const Receiver& receiver, Request request)
 {
-    if (!fileIds.empty()) {
-        // The change is done; files that stay because this fails are found by the next check.
-        Guard([&] { QTBStoreFiles(*m_pDatabase).RemoveUnused(fileIds); });
-    }
+    return ChangeFiles([&](QTBStoreFileChanges* pFiles) {
+        QTBStoreChanging changing(*m_pDatabase, {m_Options.user, m_IsHeld, receiver}, function, pFiles);
+        request(changing);
+    });
 }
 
 HRESULT QTBPdmStore::GetItems(const Keys& keys, const Receiver& receiver)
@@ -184,7 +211,8 @@ HRESULT QTBPdmStore::Invoke(const CATUnicodeString& usFunction, const Arguments&
     return Read("dynamicInvoke", receiver, [&](QTBStoreReading& reading) { reading.Invoke(usFunction, arguments); });
 }
 
-HRESULT QTBPdmStore::FetchFile(const CATUnicodeString& usKey, const CATUnicodeString& usPath)
+template <class Request>
+HRESULT QTBPdmStore::ReadFile(const CATUnicodeString& usKey, Request request)
 {
     return Guard([&] {
         QTBStoreTransaction transaction(*m_pDatabase, QTBStoreTransaction::Kind::Read);
@@ -192,8 +220,29 @@ HRESULT QTBPdmStore::FetchFile(const CATUnicodeString& usKey, const CATUnicodeSt
         if (object.fileId == 0) {
             throw QTBStoreFailure("ObjectWithoutFileERR_1123", usKey);
         }
-        QTBStoreFiles(*m_pDatabase).Fetch(object.fileId, usPath);
+        QTBStoreFiles files(*m_pDatabase);
+        request(files, object.fileId);
         transaction.Commit();
+    });
+}
+
+HRESULT QTBPdmStore::FetchFile(const CATUnicodeString& usKey, const std::string& path)
+{
+    return ReadFile(usKey, [&](QTBStoreFiles& files, std::int64_t fileId) {
+        if (IsOwnFile(path)) {
+            throw QTBStoreFailure("FileIsStoresERR_1125", path);
+        }
+        files.Fetch(fileId, path);
+    });
+}
+
+HRESULT QTBPdmStore::CompareFile(const CATUnicodeString& usKey, const std::string& path, unsigned char* pbIsSame)
+{
+    if (pbIsSame == nullptr) {
+        return E_POINTER;
+    }
+    return ReadFile(usKey, [&](QTBStoreFiles& files, std::int64_t fileId) {
+        *pbIsSame = files.IsSame(fileId, path) ? TRUE : FALSE;
     });
 }
 
@@ -202,14 +251,14 @@ HRESULT QTBPdmStore::CheckOut(const Keys& keys, const Receiver& receiver)
     return Change("checkOut", receiver, [&keys](QTBStoreChanging& changing) { changing.CheckOut(keys); });
 }
 
-HRESULT QTBPdmStore::CheckIn(const Keys& keys, const std::vector<CATUnicodeString>& paths, const Receiver& receiver)
+HRESULT QTBPdmStore::CheckIn(const Keys& keys, const std::vector<std::string>& paths, const Receiver& receiver)
 {
     QTBStoreChanging::FileCopies copies;
     const HRESULT hr = Guard([&] {
         m_pDatabase->RequireWritable();
         const QTBStoreFiles files(*m_pDatabase);
-        for (const CATUnicodeString& usPath : paths) {
-            copies.push_back(usPath.IsEmpty() ? nullptr : files.Take(usPath));
+        for (const std::string& path : paths) {
+            copies.push_back(path.empty() ? nullptr : files.Take(path));
         }
     });
     if (FAILED(hr)) {
@@ -255,24 +304,20 @@ HRESULT QTBPdmStore::Delete(const Keys& keys, const CATUnicodeString& usOption, 
     return Change("delete", receiver, [&](QTBStoreChanging& changing) { changing.Delete(keys, usOption); });
 }
 
-HRESULT QTBPdmStore::Import(const CATIDOMDocument_var& spAnswer, const CATUnicodeString& usFileFolder,
+HRESULT QTBPdmStore::Import(const CATIDOMDocument_var& spAnswer, const std::string& fileFolder,
                             QTBStoreImportReport* pReport)
 {
     CATIDOMElement_var spRoot;
     if (spAnswer == NULL_var || FAILED(spAnswer->GetDocumentElement(&spRoot)) || spRoot == NULL_var) {
         return E_FAIL;
     }
-    std::vector<std::int64_t> releasedFiles;
-    const HRESULT hr = Guard([&] {
-        QTBStoreImport import(*m_pDatabase, {m_Options.user, m_IsHeld, {}}, usFileFolder);
+    return ChangeFiles([&](QTBStoreFileChanges* pFiles) {
+        QTBStoreImport import(*m_pDatabase, {m_Options.user, m_IsHeld, {}}, fileFolder, pFiles);
         const QTBStoreImportReport report = import.Run(spRoot->GetView());
-        releasedFiles = import.GetReleasedFiles();
         if (pReport != nullptr) {
             *pReport = report;
         }
     });
-    RemoveFiles(releasedFiles);
-    return hr;
 }
 
 HRESULT QTBPdmStore::Check(CATListValCATUnicodeString* pFaults)

@@ -3,6 +3,7 @@
 #include <cstdint>
 #include <functional>
 #include <memory>
+#include <string>
 #include <string_view>
 #include <utility>
 #include <vector>
@@ -24,6 +25,8 @@ class QTBStoreDatabase;
 // be empty, piece by piece; it is an answer only when the request succeeds. A request that fails carries a message for
 // the user and changed nothing, and the store can be used on. Several processes may use one store: readers never wait,
 // writers wait for each other.
+//
+// Paths are the system's, whatever bytes they have.
 class QTBPDMSTORE_API QTBPdmStore
 {
 public:
@@ -42,17 +45,20 @@ public:
     };
 
     // Makes an empty store. Fails when there is a file of that name.
-    static HRESULT Create(const CATUnicodeString& usPath);
+    static HRESULT Create(const std::string& path);
 
     // Opens a store; one of an older version is brought up to date. Fails for a file that is missing, is no store, is
     // damaged or of a newer version.
-    static HRESULT Open(const CATUnicodeString& usPath, const Options& options, std::unique_ptr<QTBPdmStore>* ppStore);
+    static HRESULT Open(const std::string& path, const Options& options, std::unique_ptr<QTBPdmStore>* ppStore);
 
     QTBPdmStore(const QTBPdmStore&) = delete;
     QTBPdmStore& operator=(const QTBPdmStore&) = delete;
     ~QTBPdmStore();
 
     const CATUnicodeString& GetUser() const { return m_Options.user; }
+
+    // Whether a path, which need not exist, leads to a file of the store or into its folder of files.
+    bool IsOwnFile(const std::string& path) const;
 
     // Lets answers know which items the session holds: a version then takes the place of the one that the session has,
     // even if it missed those in between.
@@ -72,14 +78,17 @@ public:
     // user, by default the own), getRoots (argument class).
     using Arguments = std::vector<std::pair<CATUnicodeString, CATUnicodeString>>;
     HRESULT Invoke(const CATUnicodeString& usFunction, const Arguments& arguments, const Receiver& receiver);
-    // Writes the file of an object. Fails for an object without one.
-    HRESULT FetchFile(const CATUnicodeString& usKey, const CATUnicodeString& usPath);
+    // Writes the file of an object. Fails for an object without one, and for a path that leads into the store itself.
+    HRESULT FetchFile(const CATUnicodeString& usKey, const std::string& path);
+    // Whether a file has the content of the object's; FALSE when there is none of that name. Fails for an object
+    // without a file and for a path that cannot be read.
+    HRESULT CompareFile(const CATUnicodeString& usKey, const std::string& path, unsigned char* pbIsSame);
 
     // Requests that change. They fail when the user may not do it (docs/store.md says who may do what).
 
     HRESULT CheckOut(const Keys& keys, const Receiver& receiver);
     // paths: the files that the objects have from now on, parallel to the keys; missing or empty for no change.
-    HRESULT CheckIn(const Keys& keys, const std::vector<CATUnicodeString>& paths, const Receiver& receiver);
+    HRESULT CheckIn(const Keys& keys, const std::vector<std::string>& paths, const Receiver& receiver);
     // Into the next state.
     HRESULT Promote(const Keys& keys, const Receiver& receiver);
     // A new version of each object, which takes its place.
@@ -94,23 +103,24 @@ public:
     // usOption: empty, or "AllVersions" for objects with all their versions.
     HRESULT Delete(const Keys& keys, const CATUnicodeString& usOption, const Receiver& receiver);
     // Takes an answer in. With a folder the files of file objects that lie in it are taken in too.
-    HRESULT Import(const CATIDOMDocument_var& spAnswer, const CATUnicodeString& usFileFolder,
-                   QTBStoreImportReport* pReport);
+    HRESULT Import(const CATIDOMDocument_var& spAnswer, const std::string& fileFolder, QTBStoreImportReport* pReport);
 
     // Goes through the whole store and lists what is wrong with it, which is nothing unless the disk or somebody else
     // wrote to it. Files that a crash left behind are removed on the way.
     HRESULT Check(CATListValCATUnicodeString* pFaults);
 
 private:
-    QTBPdmStore(const CATUnicodeString& usPath, const Options& options);
+    QTBPdmStore(const std::string& path, const Options& options);
 
     template <class Request>
-    HRESULT Run(Request request);
+    HRESULT ReadFile(const CATUnicodeString& usKey, Request request);
     template <class Request>
     HRESULT Read(const char* function, const Receiver& receiver, Request request);
     template <class Request>
     HRESULT Change(const char* function, const Receiver& receiver, Request request);
-    void RemoveFiles(const std::vector<std::int64_t>& fileIds) noexcept;
+    // A change that may keep and release files; those that nobody refers to after it are removed.
+    template <class Operation>
+    HRESULT ChangeFiles(Operation operation);
 
     Options m_Options;
     std::unique_ptr<QTBStoreDatabase> m_pDatabase;

@@ -54,14 +54,14 @@ bool IsInPdmGraph(const CATUnicodeString& usKey)
 
 } // namespace
 
-HRESULT QTBPdmStoreComponent::Create(const CATUnicodeString& usPath, const QTBPdmStore::Options& options,
+HRESULT QTBPdmStoreComponent::Create(const std::string& path, const QTBPdmStore::Options& options,
                                      CATBaseUnknown_var* pspStore)
 {
     if (pspStore == nullptr) {
         return E_POINTER;
     }
     std::unique_ptr<QTBPdmStore> pStore;
-    if (const HRESULT hr = QTBPdmStore::Open(usPath, options, &pStore); FAILED(hr)) {
+    if (const HRESULT hr = QTBPdmStore::Open(path, options, &pStore); FAILED(hr)) {
         return hr;
     }
     pStore->SetSessionKeys(&IsInPdmGraph);

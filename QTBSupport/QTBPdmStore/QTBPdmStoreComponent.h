@@ -14,8 +14,7 @@ class QTBPDMSTORE_API QTBPdmStoreComponent : public CATBaseUnknown
 {
 public:
     // Opens a store (QTBPdmStore::Open) for the session. QTBCommUtil::SetCommComponent connects the session with it.
-    static HRESULT Create(const CATUnicodeString& usPath, const QTBPdmStore::Options& options,
-                          CATBaseUnknown_var* pspStore);
+    static HRESULT Create(const std::string& path, const QTBPdmStore::Options& options, CATBaseUnknown_var* pspStore);
 
     ~QTBPdmStoreComponent() override;
 

@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <string>
+#include <string_view>
 #include <unordered_map>
 
 #include "QTBSchema.h"
@@ -34,17 +35,18 @@ bool IsEnd(const CATUnicodeString& usClass, const QTBSchema& schema, const QTBSc
 
 } // namespace
 
-QTBStoreChanging::QTBStoreChanging(QTBStoreDatabase& database, const Caller& caller, std::string_view function)
-    : QTBStoreRequest(database, caller, QTBStoreTransaction::Kind::Write, function)
+QTBStoreChanging::QTBStoreChanging(QTBStoreDatabase& database, const Caller& caller, std::string_view function,
+                                   QTBStoreFileChanges* pFiles)
+    : QTBStoreRequest(database, caller, QTBStoreTransaction::Kind::Write, function), m_Files(*pFiles)
 {
 }
 
 QTBStoreChanging::~QTBStoreChanging() = default;
 
-void QTBStoreChanging::Require(bool isAllowed, const QTBStoreObject& object) const
+void QTBStoreChanging::Require(bool isAllowed, const QTBStoreObject& object)
 {
     if (!isAllowed) {
-        QTBStoreRights::Refuse(object, m_Lifecycle, m_User);
+        QTBStoreRights::Refuse(object, m_Items.GetNewest(object), m_Lifecycle, m_User);
     }
 }
 
@@ -55,9 +57,22 @@ QTBStoreObject QTBStoreChanging::GetObjectToChange(const CATUnicodeString& usKey
     return object;
 }
 
+std::int64_t QTBStoreChanging::KeepFile(QTBStoreFileCopy& copy)
+{
+    m_Files.kept.push_back(copy.GetHash());
+    return QTBStoreFiles(m_Database).Keep(copy);
+}
+
+void QTBStoreChanging::ReleaseFile(const QTBStoreObject& object)
+{
+    if (object.fileId != 0) {
+        m_Files.released.push_back(object.fileId);
+    }
+}
+
 void QTBStoreChanging::CheckOut(const std::vector<CATUnicodeString>& keys)
 {
-    for (const CATUnicodeString& usKey : keys) {
+    for (const CATUnicodeString& usKey : EachOnce(keys)) {
         QTBStoreObject object = GetObjectToChange(usKey, &QTBStoreRights::checkOut);
         m_Items.SetCheckOut(object.id, m_User);
         object.checkedOutBy = m_User.View();
@@ -68,17 +83,25 @@ void QTBStoreChanging::CheckOut(const std::vector<CATUnicodeString>& keys)
 
 void QTBStoreChanging::CheckIn(const std::vector<CATUnicodeString>& keys, const FileCopies& copies)
 {
-    for (std::size_t i = 0; i < keys.size(); ++i) {
-        QTBStoreObject object = m_Items.GetObject(keys[i]);
+    std::unordered_map<std::string_view, QTBStoreFileCopy*> copyOf;
+    for (std::size_t i = 0; i < keys.size() && i < copies.size(); ++i) {
+        QTBStoreFileCopy*& pCopy = copyOf[keys[i].View()];
+        if (pCopy != nullptr && copies[i] != nullptr && pCopy->GetHash() != copies[i]->GetHash()) {
+            throw QTBStoreFailure("TwoFilesForObjectERR_1126", keys[i]);
+        }
+        if (pCopy == nullptr) {
+            pCopy = copies[i].get();
+        }
+    }
+    for (const CATUnicodeString& usKey : EachOnce(keys)) {
+        QTBStoreObject object = m_Items.GetObject(usKey);
         if (object.checkedOutBy.empty()) {
-            throw QTBStoreFailure("NotCheckedOutERR_1113", keys[i]);
+            throw QTBStoreFailure("NotCheckedOutERR_1113", usKey);
         }
         Require(RightsOf(object).checkIn, object);
-        if (i < copies.size() && copies[i] != nullptr) {
-            if (object.fileId != 0) {
-                m_ReleasedFiles.push_back(object.fileId);
-            }
-            object.fileId = QTBStoreFiles(m_Database).Keep(*copies[i]);
+        if (const auto copy = copyOf.find(usKey.View()); copy != copyOf.end() && copy->second != nullptr) {
+            ReleaseFile(object);
+            object.fileId = KeepFile(*copy->second);
             m_Items.Update(object);
         }
         m_Items.RemoveCheckOut(object.id);
@@ -90,7 +113,7 @@ void QTBStoreChanging::CheckIn(const std::vector<CATUnicodeString>& keys, const 
 
 void QTBStoreChanging::Promote(const std::vector<CATUnicodeString>& keys)
 {
-    for (const CATUnicodeString& usKey : keys) {
+    for (const CATUnicodeString& usKey : EachOnce(keys)) {
         QTBStoreObject object = GetObjectToChange(usKey, &QTBStoreRights::promote);
         object.stateId = m_Lifecycle.FindNext(object.stateId)->id;
         m_Items.Update(object);
@@ -104,7 +127,7 @@ void QTBStoreChanging::Promote(const std::vector<CATUnicodeString>& keys)
 
 void QTBStoreChanging::Revise(const std::vector<CATUnicodeString>& keys)
 {
-    for (const CATUnicodeString& usKey : keys) {
+    for (const CATUnicodeString& usKey : EachOnce(keys)) {
         ReviseObject(usKey);
     }
     Finish();
@@ -157,7 +180,7 @@ void QTBStoreChanging::ReviseObject(const CATUnicodeString& usKey)
 void QTBStoreChanging::UpdateAttributes(const CATUnicodeString& usKey, const CATUnicodeString& usXml)
 {
     const QTBSchema& schema = m_Classes.GetSchema();
-    const QTBStoreRecord changes = QTBStoreRecord::ReadAttributes(usXml, schema);
+    const QTBStoreRecord changes = QTBStoreRecord::ReadAttributes(usXml, usKey, schema);
     QTBStoreObject object;
     QTBStoreRelation relation;
     if (m_Items.GetItem(usKey, &object, &relation)) {
@@ -191,7 +214,7 @@ void QTBStoreChanging::CreateObject(const CATUnicodeString& usClass, const CATUn
     if (!usKey.IsEmpty() && m_Items.KeyIsTaken(usKey.View())) {
         throw QTBStoreFailure("KeyExistsERR_1124", usKey);
     }
-    const QTBStoreRecord record = QTBStoreRecord::ReadAttributes(usXml, schema);
+    const QTBStoreRecord record = QTBStoreRecord::ReadAttributes(usXml, usKey.IsEmpty() ? usClass : usKey, schema);
     QTBStoreObject object;
     object.classId = m_Classes.RequireClass(usClass);
     object.key = usKey.View();
@@ -214,7 +237,7 @@ void QTBStoreChanging::CreateRelation(const CATUnicodeString& usClass, const CAT
     if (FAILED(schema.GetRelationPtr(usClass, &pRelation))) {
         throw QTBStoreFailure("RelationClassUnknownERR_1109", usClass);
     }
-    const QTBStoreRecord record = QTBStoreRecord::ReadAttributes(usXml, schema);
+    const QTBStoreRecord record = QTBStoreRecord::ReadAttributes(usXml, usClass, schema);
     const QTBStoreObject left = GetObjectToChange(usLeftKey, &QTBStoreRights::changeStructure);
     const QTBStoreObject named = m_Items.GetObject(usRightKey);
     // Relations lead to the newest version.
@@ -248,7 +271,7 @@ void QTBStoreChanging::Delete(const std::vector<CATUnicodeString>& keys, const C
     if (!usOption.IsEmpty() && usOption != "AllVersions") {
         throw QTBStoreFailure("DeleteOptionUnknownERR_1119", usOption);
     }
-    for (const CATUnicodeString& usKey : keys) {
+    for (const CATUnicodeString& usKey : EachOnce(keys)) {
         DeleteItem(usKey, usOption);
     }
     Finish();
@@ -279,9 +302,7 @@ void QTBStoreChanging::DeleteRelation(const QTBStoreRelation& relation)
 
 void QTBStoreChanging::RemoveObject(const QTBStoreObject& object)
 {
-    if (object.fileId != 0) {
-        m_ReleasedFiles.push_back(object.fileId);
-    }
+    ReleaseFile(object);
     m_Items.Delete(object);
     m_Answer.AddObjectToDelete(object.key);
 }
@@ -323,9 +344,7 @@ void QTBStoreChanging::DeleteNewestVersion(const QTBStoreObject& object)
         .Bind(1, earlier.id)
         .Bind(2, object.id)
         .Run();
-    if (object.fileId != 0) {
-        m_ReleasedFiles.push_back(object.fileId);
-    }
+    ReleaseFile(object);
     m_Items.Delete(object);
     earlier.isNewest = true;
     m_Items.Update(earlier);

@@ -13,7 +13,10 @@ struct QTBStoreRecord;
 class QTBStoreChanging : public QTBStoreRequest
 {
 public:
-    QTBStoreChanging(QTBStoreDatabase& database, const Caller& caller, std::string_view function);
+    // *pFiles, which must outlive the request, takes what it does to the files: somebody has to look after them when
+    // it is done, or has failed.
+    QTBStoreChanging(QTBStoreDatabase& database, const Caller& caller, std::string_view function,
+                     QTBStoreFileChanges* pFiles);
     ~QTBStoreChanging();
 
     void CheckOut(const std::vector<CATUnicodeString>& keys);
@@ -44,15 +47,15 @@ public:
     // them all.
     void Delete(const std::vector<CATUnicodeString>& keys, const CATUnicodeString& usOption);
 
-    // Files that may have no object any more; to be looked at when the change is committed.
-    const std::vector<std::int64_t>& GetReleasedFiles() const { return m_ReleasedFiles; }
-
 protected:
     // Raises the failure that says why, unless the flag is set.
-    void Require(bool isAllowed, const QTBStoreObject& object) const;
+    void Require(bool isAllowed, const QTBStoreObject& object);
     void DeleteItem(const CATUnicodeString& usKey, const CATUnicodeString& usOption);
 
-    std::vector<std::int64_t> m_ReleasedFiles;
+    // The id of the file that the copy becomes.
+    std::int64_t KeepFile(QTBStoreFileCopy& copy);
+    // The object has its file no longer.
+    void ReleaseFile(const QTBStoreObject& object);
 
 private:
     QTBStoreObject GetObjectToChange(const CATUnicodeString& usKey, bool QTBStoreRights::*right);
@@ -63,4 +66,6 @@ private:
     void DeleteAllVersions(const QTBStoreObject& newest);
     void RemoveObject(const QTBStoreObject& object);
     void RequireUsersChangeable(const QTBStoreObject& object);
+
+    QTBStoreFileChanges& m_Files;
 };

@@ -1,6 +1,8 @@
 #include "QTBStoreDatabase.h"
 
 #include <fcntl.h>
+#include <pwd.h>
+#include <sys/stat.h>
 #include <unistd.h>
 
 #include <algorithm>
@@ -19,8 +21,12 @@ namespace fs = std::filesystem;
 
 namespace {
 
-// The path as a name that the database reads as unchangeable: no other process is expected to write to it.
-std::string ToImmutableName(const std::string& path)
+constexpr const char* READERS_FILE_SYSTEM = "qtb-reader";
+constexpr const char* CHANGES = "-wal";
+constexpr const char* INDEX = "-shm";
+
+// The path as a name with an option.
+std::string ToName(const std::string& path, const char* option)
 {
     std::string name = "file:";
     for (const char c : path) {
@@ -38,15 +44,73 @@ std::string ToImmutableName(const std::string& path)
             name += c;
         }
     }
-    return name + "?immutable=1";
+    return name + "?" + option;
 }
 
-// Whether there are changes beside the main file that only a reader with access to the folder finds.
+bool MayWrite(const std::string& path)
+{
+    return faccessat(AT_FDCWD, path.c_str(), W_OK, AT_EACCESS) == 0;
+}
+
+std::string FolderOf(const std::string& path)
+{
+    const std::string folder = fs::path(path).parent_path().string();
+    return folder.empty() ? "." : folder;
+}
+
+bool IsThere(const std::string& path)
+{
+    std::error_code error;
+    return fs::exists(path, error);
+}
+
+// Whether there are changes beside the main file that are not in it yet.
 bool HasChangesBeside(const std::string& path)
 {
     std::error_code error;
-    const auto size = fs::file_size(path + "-wal", error);
+    const auto size = fs::file_size(path + CHANGES, error);
     return !error && size > 0;
+}
+
+// Which file beside the store keeps the user from changing it; empty for none.
+std::string FindObstacle(const std::string& path)
+{
+    for (const char* end : {CHANGES, INDEX}) {
+        if (IsThere(path + end) && !MayWrite(path + end)) {
+            return path + end;
+        }
+    }
+    return {};
+}
+
+std::string GetOwner(const std::string& path)
+{
+    struct stat status = {};
+    if (stat(path.c_str(), &status) != 0) {
+        return "?";
+    }
+    const passwd* pEntry = getpwuid(status.st_uid);
+    return pEntry != nullptr ? pEntry->pw_name : std::to_string(status.st_uid);
+}
+
+int OpenWithoutMaking(sqlite3_vfs* pFileSystem, const char* name, sqlite3_file* pFile, int flags, int* pFlags)
+{
+    if ((flags & SQLITE_OPEN_WAL) != 0) {
+        flags = (flags & ~(SQLITE_OPEN_READWRITE | SQLITE_OPEN_CREATE)) | SQLITE_OPEN_READONLY;
+    }
+    return sqlite3_vfs_find(nullptr)->xOpen(pFileSystem, name, pFile, flags, pFlags);
+}
+
+// The usual file system, but the files beside a store are not made where they are missing.
+void AddReadersFileSystem()
+{
+    static sqlite3_vfs s_FileSystem = [] {
+        sqlite3_vfs fileSystem = *sqlite3_vfs_find(nullptr);
+        fileSystem.zName = READERS_FILE_SYSTEM;
+        fileSystem.xOpen = &OpenWithoutMaking;
+        return fileSystem;
+    }();
+    sqlite3_vfs_register(&s_FileSystem, 0);
 }
 
 bool IsSpaceMissing(int systemError)
@@ -56,30 +120,9 @@ bool IsSpaceMissing(int systemError)
 
 } // namespace
 
-QTBStoreDatabase::QTBStoreDatabase(const std::string& path, const Options& options)
-    : m_Path(path), m_BusyTimeoutInMs(options.busyTimeoutInMs)
+QTBStoreDatabase::QTBStoreDatabase(const std::string& path, const Options& options) : m_Path(path), m_Options(options)
 {
-    int flags = options.isReadOnly ? SQLITE_OPEN_READONLY : SQLITE_OPEN_READWRITE;
-    if (options.mayCreate) {
-        flags |= SQLITE_OPEN_CREATE;
-    }
-    try {
-        Open(options, path, flags);
-    } catch (const QTBStoreFailure&) {
-        // A store on a medium that cannot be written to is read without the files that are kept beside one in use.
-        const std::string folder = fs::path(path).parent_path().string();
-        const bool isUnwritable = faccessat(AT_FDCWD, folder.empty() ? "." : folder.c_str(), W_OK, AT_EACCESS) != 0;
-        Close();
-        if (options.mayCreate || !isUnwritable || HasChangesBeside(path)) {
-            throw;
-        }
-        try {
-            Open(options, ToImmutableName(path), SQLITE_OPEN_READONLY | SQLITE_OPEN_URI);
-        } catch (...) {
-            Close();
-            throw;
-        }
-    }
+    BeginReading();
 }
 
 QTBStoreDatabase::~QTBStoreDatabase()
@@ -87,18 +130,52 @@ QTBStoreDatabase::~QTBStoreDatabase()
     Close();
 }
 
-void QTBStoreDatabase::Open(const Options& options, const std::string& name, int flags)
+void QTBStoreDatabase::Open()
 {
-    if (const int code = sqlite3_open_v2(name.c_str(), &m_pDatabase, flags, nullptr); code != SQLITE_OK) {
+    m_LiesStill = false;
+    if (m_Options.mayCreate || MayWrite(m_Path)) {
+        try {
+            // For reading too: only who may write can remove the files beside the store when he was the last.
+            Open(m_Path, SQLITE_OPEN_READWRITE | (m_Options.mayCreate ? SQLITE_OPEN_CREATE : 0));
+            return;
+        } catch (const QTBStoreFailure&) {
+            if (m_Options.mayCreate || MayWrite(FolderOf(m_Path))) {
+                throw;
+            }
+        }
+        Close();
+    }
+    AddReadersFileSystem();
+    m_State = GetState();
+    try {
+        Open(ToName(m_Path, "readonly_shm=1"), SQLITE_OPEN_READONLY | SQLITE_OPEN_URI, READERS_FILE_SYSTEM);
+        return;
+    } catch (const QTBStoreFailure&) {
+        if (IsThere(m_Path + CHANGES) && IsThere(m_Path + INDEX)) {
+            throw;
+        }
+    }
+    Close();
+    if (HasChangesBeside(m_Path)) {
+        throw QTBStoreFailure("StoreUnfinishedERR_1016", CATUnicodeString(std::string_view{m_Path}),
+                              CATUnicodeString((m_Path + CHANGES).c_str()));
+    }
+    m_LiesStill = true;
+    Open(ToName(m_Path, "immutable=1"), SQLITE_OPEN_READONLY | SQLITE_OPEN_URI);
+}
+
+void QTBStoreDatabase::Open(const std::string& name, int flags, const char* fileSystem)
+{
+    if (const int code = sqlite3_open_v2(name.c_str(), &m_pDatabase, flags, fileSystem); code != SQLITE_OK) {
         Raise(code);
     }
     sqlite3_extended_result_codes(m_pDatabase, 1);
-    Configure(options);
+    Configure();
 }
 
-void QTBStoreDatabase::Configure(const Options& options)
+void QTBStoreDatabase::Configure()
 {
-    sqlite3_busy_timeout(m_pDatabase, m_BusyTimeoutInMs);
+    sqlite3_busy_timeout(m_pDatabase, m_Options.busyTimeoutInMs);
     // What stands in the file is data, never a program.
     sqlite3_db_config(m_pDatabase, SQLITE_DBCONFIG_DEFENSIVE, 1, nullptr);
     sqlite3_db_config(m_pDatabase, SQLITE_DBCONFIG_TRUSTED_SCHEMA, 0, nullptr);
@@ -107,14 +184,17 @@ void QTBStoreDatabase::Configure(const Options& options)
                                &QTBStoreDatabase::ComputeChecksum, nullptr, nullptr, nullptr);
     Execute("PRAGMA cell_size_check = ON; PRAGMA foreign_keys = ON; PRAGMA cache_size = -32768;"
             "PRAGMA temp_store = MEMORY;");
-    if (options.mayCreate) {
+    if (m_Options.mayCreate) {
         Execute("PRAGMA journal_mode = WAL");
     }
     // A change that was reported as done survives a power failure.
     Execute("PRAGMA synchronous = FULL");
-    if (options.maxBytes > 0) {
+    if (m_Options.isReadOnly) {
+        Execute("PRAGMA query_only = ON");
+    }
+    if (m_Options.maxBytes > 0) {
         const std::int64_t pageSize = std::max<std::int64_t>(GetNumber("PRAGMA page_size"), 1);
-        Execute(("PRAGMA max_page_count = " + std::to_string(options.maxBytes / pageSize + 1)).c_str());
+        Execute(("PRAGMA max_page_count = " + std::to_string(m_Options.maxBytes / pageSize + 1)).c_str());
     }
     // The first access to the file tells whether it can be read at all.
     GetNumber("SELECT count(*) FROM sqlite_schema");
@@ -132,16 +212,54 @@ void QTBStoreDatabase::Close() noexcept
     m_pDatabase = nullptr;
 }
 
+QTBStoreDatabase::State QTBStoreDatabase::GetState() const
+{
+    struct stat status = {};
+    if (stat(m_Path.c_str(), &status) != 0) {
+        return {};
+    }
+    return {status.st_size, status.st_mtim.tv_sec, status.st_mtim.tv_nsec, status.st_ino};
+}
+
+void QTBStoreDatabase::BeginReading()
+{
+    const bool isOld = m_LiesStill && (WasWrittenOver() || HasChangesBeside(m_Path));
+    if (!isOld && m_pDatabase != nullptr) {
+        return;
+    }
+    Close();
+    try {
+        Open();
+    } catch (...) {
+        Close();
+        throw;
+    }
+}
+
+void QTBStoreDatabase::FinishReading() const
+{
+    if (WasWrittenOver()) {
+        throw QTBStoreFailure("StoreWrittenOverERR_1015", CATUnicodeString(std::string_view{m_Path}));
+    }
+}
+
 bool QTBStoreDatabase::IsReadOnly() const
 {
-    return sqlite3_db_readonly(m_pDatabase, "main") != 0;
+    return m_Options.isReadOnly || m_pDatabase == nullptr || sqlite3_db_readonly(m_pDatabase, "main") != 0;
 }
 
 void QTBStoreDatabase::RequireWritable() const
 {
-    if (IsReadOnly()) {
-        throw QTBStoreFailure("StoreReadOnlyERR_1007", CATUnicodeString(std::string_view{m_Path}));
+    if (!IsReadOnly()) {
+        return;
     }
+    const CATUnicodeString usPath(std::string_view{m_Path});
+    for (const std::string& path : {m_Path, FolderOf(m_Path)}) {
+        if (!m_Options.isReadOnly && !MayWrite(path)) {
+            throw QTBStoreFailure("StoreNotWritableERR_1013", usPath, CATUnicodeString(std::string_view{path}));
+        }
+    }
+    throw QTBStoreFailure("StoreReadOnlyERR_1007", usPath);
 }
 
 QTBStoreStatement QTBStoreDatabase::Prepare(std::string_view sql)
@@ -204,12 +322,19 @@ void QTBStoreDatabase::Raise(int code) const
     if (systemError == 0 && (code & 0xFF) == SQLITE_IOERR) {
         systemError = errno;
     }
-    CATUnicodeString usPath(std::string_view{m_Path});
+    FinishReading();
+    const CATUnicodeString usPath(std::string_view{m_Path});
+    if ((code & 0xFF) == SQLITE_READONLY || (code & 0xFF) == SQLITE_CANTOPEN) {
+        if (const std::string obstacle = FindObstacle(m_Path); !obstacle.empty() && MayWrite(m_Path)) {
+            throw QTBStoreFailure("StoreObstructedERR_1014", usPath, CATUnicodeString(std::string_view{obstacle}),
+                                  CATUnicodeString(GetOwner(obstacle).c_str()));
+        }
+    }
     switch (code & 0xFF) {
     case SQLITE_BUSY:
     case SQLITE_LOCKED: {
         CATUnicodeString usTimeout;
-        usTimeout.BuildFromNum(m_BusyTimeoutInMs);
+        usTimeout.BuildFromNum(m_Options.busyTimeoutInMs);
         throw QTBStoreFailure("StoreBusyERR_1006", usPath, usTimeout);
     }
     case SQLITE_READONLY:
@@ -235,6 +360,7 @@ void QTBStoreDatabase::Raise(int code) const
 
 void QTBStoreDatabase::RaiseDamaged(const std::string& what) const
 {
+    FinishReading();
     throw QTBStoreFailure("StoreDamagedERR_1005", CATUnicodeString(std::string_view{m_Path}),
                           CATUnicodeString(std::string_view{what}));
 }

@@ -14,6 +14,10 @@ struct sqlite3_value;
 
 // The connection to the file of a store. Failures raise QTBStoreFailure with a message that says what is wrong with the
 // store: busy, read-only, full, damaged, no store at all.
+//
+// Who uses a store keeps two files beside it, which the last user removes. Who may not write to the store makes none,
+// since those who may could not use his: he reads along when the files are there, else the store as it lies, which
+// then must not change before he has finished.
 class QTBStoreDatabase
 {
 public:
@@ -39,6 +43,11 @@ public:
     // Raises the failure of a store that can only be read, if it is one.
     void RequireWritable() const;
 
+    // Before a request that reads: takes notice of what others changed.
+    void BeginReading();
+    // After a request that reads: raises a failure when others wrote over what it has read.
+    void FinishReading() const;
+
     // Prepares the statement or takes one of that text that was given back.
     QTBStoreStatement Prepare(std::string_view sql);
 
@@ -57,15 +66,32 @@ public:
 private:
     friend class QTBStoreStatement;
 
-    void Open(const Options& options, const std::string& name, int flags);
-    void Configure(const Options& options);
+    // What tells that a file was written to.
+    struct State
+    {
+        std::int64_t size = 0;
+        std::int64_t seconds = 0;
+        std::int64_t nanoseconds = 0;
+        std::uint64_t number = 0;
+
+        friend bool operator==(const State&, const State&) = default;
+    };
+
+    void Open();
+    void Open(const std::string& name, int flags, const char* fileSystem = nullptr);
+    void Configure();
     void Close() noexcept;
+    State GetState() const;
+    bool WasWrittenOver() const { return m_LiesStill && GetState() != m_State; }
     void GiveBack(sqlite3_stmt* pStatement) noexcept;
     static void ComputeChecksum(sqlite3_context* pContext, int count, sqlite3_value** ppValues);
 
     std::string m_Path;
     sqlite3* m_pDatabase = nullptr;
-    int m_BusyTimeoutInMs = 0;
+    Options m_Options;
+    // The store is read as it lies, and how it lay when it was opened.
+    bool m_LiesStill = false;
+    State m_State;
     // Statements that nobody uses at the moment, by their text.
     std::unordered_map<std::string, std::vector<sqlite3_stmt*>> m_Idle;
 };

@@ -57,62 +57,15 @@ private:
     int m_Descriptor;
 };
 
-void WriteAll(const File& file, const std::string& path, const char* pData, std::size_t size)
+void WriteAll(const File& file, const std::string& path, std::string_view rest)
 {
-    while (size > 0) {
-        const ssize_t written = write(file.Get(), pData, size);
+    while (!rest.empty()) {
+        const ssize_t written = write(file.Get(), rest.data(), rest.size());
         if (written < 0 && errno != EINTR) {
             RaiseUnwritable(path, errno);
         }
-        if (written > 0) {
-            pData += written;
-            size -= static_cast<std::size_t>(written);
-        }
+        rest.remove_prefix(written > 0 ? static_cast<std::size_t>(written) : 0);
     }
-}
-
-// Reads the file block by block, hands each to the receiver and tells what is in all of them.
-template <class Receiver>
-QTBStoreFileCopy::Content ReadAndHash(const std::string& path, Receiver receive)
-{
-    // Not to wait for the other end of a pipe.
-    const File file(path, O_RDONLY | O_NONBLOCK);
-    if (!file.IsOpen()) {
-        RaiseUnreadable(path, errno);
-    }
-    struct stat status = {};
-    if (fstat(file.Get(), &status) != 0 || !S_ISREG(status.st_mode)) {
-        RaiseUnreadable(path, S_ISDIR(status.st_mode) ? EISDIR : EINVAL);
-    }
-    const std::unique_ptr<EVP_MD_CTX, decltype(&EVP_MD_CTX_free)> pContext(EVP_MD_CTX_new(), &EVP_MD_CTX_free);
-    EVP_DigestInit_ex(pContext.get(), EVP_sha256(), nullptr);
-    std::vector<char> block(BLOCK_SIZE);
-    std::int64_t size = 0;
-    for (;;) {
-        const ssize_t count = read(file.Get(), block.data(), block.size());
-        if (count < 0) {
-            if (errno == EINTR) {
-                continue;
-            }
-            RaiseUnreadable(path, errno);
-        }
-        if (count == 0) {
-            break;
-        }
-        EVP_DigestUpdate(pContext.get(), block.data(), static_cast<std::size_t>(count));
-        receive(block.data(), static_cast<std::size_t>(count));
-        size += count;
-    }
-    std::array<unsigned char, EVP_MAX_MD_SIZE> digest{};
-    unsigned int length = 0;
-    EVP_DigestFinal_ex(pContext.get(), digest.data(), &length);
-    std::string hash;
-    for (unsigned int i = 0; i < length; ++i) {
-        constexpr const char* DIGITS = "0123456789abcdef";
-        hash += DIGITS[digest[i] >> 4];
-        hash += DIGITS[digest[i] & 15];
-    }
-    return {hash, size};
 }
 
 } // namespace
@@ -125,9 +78,8 @@ QTBStoreFileCopy::QTBStoreFileCopy(const std::string& source, const std::string&
         RaiseUnwritable(interimPath, errno);
     }
     try {
-        m_Content = ReadAndHash(source, [&file, &interimPath](const char* pData, std::size_t count) {
-            WriteAll(file, interimPath, pData, count);
-        });
+        m_Content =
+            Examine(source, [&file, &interimPath](std::string_view block) { WriteAll(file, interimPath, block); });
         if (fsync(file.Get()) != 0) {
             RaiseUnwritable(interimPath, errno);
         }
@@ -158,7 +110,54 @@ void QTBStoreFileCopy::KeepAs(const std::string& path)
     }
 }
 
-QTBStoreFileCopy::Content QTBStoreFileCopy::Examine(const std::string& path)
+QTBStoreFileCopy::Content QTBStoreFileCopy::Examine(const std::string& path,
+                                                    const std::function<void(std::string_view)>& receive)
 {
-    return ReadAndHash(path, [](const char*, std::size_t) {});
+    // Not to wait for the other end of a pipe.
+    const File file(path, O_RDONLY | O_NONBLOCK);
+    if (!file.IsOpen()) {
+        RaiseUnreadable(path, errno);
+    }
+    struct stat status = {};
+    if (fstat(file.Get(), &status) != 0 || !S_ISREG(status.st_mode)) {
+        RaiseUnreadable(path, S_ISDIR(status.st_mode) ? EISDIR : EINVAL);
+    }
+    const std::unique_ptr<EVP_MD_CTX, decltype(&EVP_MD_CTX_free)> pContext(EVP_MD_CTX_new(), &EVP_MD_CTX_free);
+    EVP_DigestInit_ex(pContext.get(), EVP_sha256(), nullptr);
+    std::vector<char> block(BLOCK_SIZE);
+    std::int64_t size = 0;
+    for (;;) {
+        const ssize_t count = read(file.Get(), block.data(), block.size());
+        if (count < 0) {
+            if (errno == EINTR) {
+                continue;
+            }
+            RaiseUnreadable(path, errno);
+        }
+        if (count == 0) {
+            break;
+        }
+        EVP_DigestUpdate(pContext.get(), block.data(), static_cast<std::size_t>(count));
+        if (receive) {
+            receive({block.data(), static_cast<std::size_t>(count)});
+        }
+        size += count;
+    }
+    std::array<unsigned char, EVP_MAX_MD_SIZE> digest{};
+    unsigned int length = 0;
+    EVP_DigestFinal_ex(pContext.get(), digest.data(), &length);
+    std::string hash;
+    for (unsigned int i = 0; i < length; ++i) {
+        constexpr const char* DIGITS = "0123456789abcdef";
+        hash += DIGITS[digest[i] >> 4];
+        hash += DIGITS[digest[i] & 15];
+    }
+    return {hash, size};
+}
+
+void QTBStoreFileCopy::RequireWritten(const std::string& path, const std::error_code& error)
+{
+    if (error) {
+        RaiseUnwritable(path, error.value());
+    }
 }

@@ -1,7 +1,10 @@
 #pragma once
 
 #include <cstdint>
+#include <functional>
 #include <string>
+#include <string_view>
+#include <system_error>
 
 // A copy of a file in the making: it vanishes with the object unless it is given a name. Operations raise
 // QTBStoreFailure.
@@ -26,8 +29,11 @@ public:
         std::string hash;
         std::int64_t size = 0;
     };
-    // What is in a file.
-    static Content Examine(const std::string& path);
+    // What is in a file, which goes to the receiver, if there is one, block by block.
+    static Content Examine(const std::string& path, const std::function<void(std::string_view)>& receive = {});
+
+    // Fails, if there is an error, because of a file that cannot be written.
+    static void RequireWritten(const std::string& path, const std::error_code& error);
 
     static constexpr std::size_t HASH_LENGTH = 64;
 

@@ -8,6 +8,7 @@
 #include <string_view>
 #include <system_error>
 
+#include "QTBOutputFile.h"
 #include "QTBStoreDatabase.h"
 #include "QTBStoreFailure.h"
 #include "QTBStoreTransaction.h"
@@ -18,6 +19,12 @@ namespace {
 
 // Names of copies in the making begin so.
 constexpr const char* INCOMING = "incoming-";
+
+bool IsHash(const std::string& text)
+{
+    return text.size() == QTBStoreFileCopy::HASH_LENGTH &&
+           text.find_first_not_of("0123456789abcdef") == std::string::npos;
+}
 
 std::string ToFault(const std::string& hash)
 {
@@ -38,14 +45,13 @@ std::string QTBStoreFiles::GetFolder(const std::string& storePath)
 std::string QTBStoreFiles::GetPath(const std::string& hash) const
 {
     // The text comes from the store's file, and a path is made of it.
-    if (hash.size() != QTBStoreFileCopy::HASH_LENGTH ||
-        hash.find_first_not_of("0123456789abcdef") != std::string::npos) {
+    if (!IsHash(hash)) {
         m_Database.RaiseDamaged(hash + " is no hash of a file");
     }
     return m_Folder + "/" + hash.substr(0, 2) + "/" + hash.substr(2);
 }
 
-std::unique_ptr<QTBStoreFileCopy> QTBStoreFiles::Take(const CATUnicodeString& usPath) const
+std::unique_ptr<QTBStoreFileCopy> QTBStoreFiles::Take(const std::string& path) const
 {
     static std::atomic<int> s_Number = 0;
     std::error_code error;
@@ -56,7 +62,7 @@ std::unique_ptr<QTBStoreFileCopy> QTBStoreFiles::Take(const CATUnicodeString& us
     }
     const std::string interimPath =
         m_Folder + "/" + INCOMING + std::to_string(getpid()) + "-" + std::to_string(++s_Number);
-    return std::make_unique<QTBStoreFileCopy>(std::string(usPath.View()), interimPath);
+    return std::make_unique<QTBStoreFileCopy>(path, interimPath);
 }
 
 std::int64_t QTBStoreFiles::Keep(QTBStoreFileCopy& copy)
@@ -64,9 +70,14 @@ std::int64_t QTBStoreFiles::Keep(QTBStoreFileCopy& copy)
     const std::string path = GetPath(copy.GetHash());
     std::error_code error;
     fs::create_directory(fs::path(path).parent_path(), error);
-    const auto keptSize = fs::file_size(path, error);
-    if (error || static_cast<std::int64_t>(keptSize) != copy.GetSize()) {
+    try {
+        // Also when the content is there already: nobody knows how it fared since.
         copy.KeepAs(path);
+    } catch (const QTBStoreFailure&) {
+        // The folder may be another user's; the content is not less good for that.
+        if (!FindFault(copy.GetHash()).empty()) {
+            throw;
+        }
     }
     QTBStoreStatement statement = m_Database.Prepare("SELECT id FROM file WHERE hash = ?");
     if (statement.Bind(1, std::string_view{copy.GetHash()}).Step()) {
@@ -88,20 +99,37 @@ std::string QTBStoreFiles::GetHash(std::int64_t fileId)
     return std::string(statement.GetText(0));
 }
 
-void QTBStoreFiles::Fetch(std::int64_t fileId, const CATUnicodeString& usPath)
+void QTBStoreFiles::Fetch(std::int64_t fileId, const std::string& target)
 {
     const std::string hash = GetHash(fileId);
-    const std::string target(usPath.View());
-    QTBStoreFileCopy copy(GetPath(hash), target + ".new");
-    if (copy.GetHash() != hash) {
+    const auto require = [&target](const std::error_code& error) { QTBStoreFileCopy::RequireWritten(target, error); };
+    QTBOutputFile file;
+    require(file.Open(target));
+    // What goes straight to its target cannot be taken back, so it is looked at before.
+    if (file.IsStraight() && QTBStoreFileCopy::Examine(GetPath(hash)).hash != hash) {
         m_Database.RaiseDamaged(ToFault(hash));
     }
-    copy.KeepAs(target);
+    const auto content = QTBStoreFileCopy::Examine(
+        GetPath(hash), [&file, &require](std::string_view block) { require(file.Write(block)); });
+    if (content.hash != hash) {
+        m_Database.RaiseDamaged(ToFault(hash));
+    }
+    require(file.Complete());
+}
+
+bool QTBStoreFiles::IsSame(std::int64_t fileId, const std::string& path)
+{
+    std::error_code error;
+    return fs::exists(path, error) && QTBStoreFileCopy::Examine(path).hash == GetHash(fileId);
 }
 
 std::string QTBStoreFiles::FindFault(std::int64_t fileId)
 {
-    const std::string hash = GetHash(fileId);
+    return FindFault(GetHash(fileId));
+}
+
+std::string QTBStoreFiles::FindFault(const std::string& hash) const
+{
     try {
         return QTBStoreFileCopy::Examine(GetPath(hash)).hash == hash ? std::string() : ToFault(hash);
     } catch (const QTBStoreFailure&) {
@@ -109,20 +137,55 @@ std::string QTBStoreFiles::FindFault(std::int64_t fileId)
     }
 }
 
-void QTBStoreFiles::RemoveAbandoned() const
+void QTBStoreFiles::RemoveAbandoned()
 {
     const auto yesterday = fs::file_time_type::clock::now() - std::chrono::hours(24);
+    std::vector<std::string> unnamed;
     std::error_code error;
     for (const fs::directory_entry& entry : fs::directory_iterator(m_Folder, error)) {
-        if (entry.path().filename().string().starts_with(INCOMING) && entry.last_write_time(error) < yesterday &&
-            !error) {
-            fs::remove(entry.path(), error);
+        const std::string name = entry.path().filename().string();
+        if (name.starts_with(INCOMING)) {
+            if (entry.last_write_time(error) < yesterday && !error) {
+                fs::remove(entry.path(), error);
+            }
+            continue;
+        }
+        for (const fs::directory_entry& kept : fs::directory_iterator(entry.path(), error)) {
+            const std::string hash = name + kept.path().filename().string();
+            if (IsHash(hash) && !HasRow(hash)) {
+                unnamed.push_back(hash);
+            }
         }
     }
+    RemoveUnnamed(unnamed);
+}
+
+bool QTBStoreFiles::HasRow(const std::string& hash)
+{
+    return m_Database.Prepare("SELECT 1 FROM file WHERE hash = ?").Bind(1, std::string_view{hash}).Step();
+}
+
+void QTBStoreFiles::RemoveUnnamed(const std::vector<std::string>& hashes)
+{
+    if (hashes.empty()) {
+        return;
+    }
+    // The other writers stay out: one of them may have kept a file and not committed its row yet.
+    QTBStoreTransaction transaction(m_Database, QTBStoreTransaction::Kind::Write);
+    for (const std::string& hash : hashes) {
+        std::error_code error;
+        if (!HasRow(hash)) {
+            fs::remove(GetPath(hash), error);
+        }
+    }
+    transaction.Commit();
 }
 
 void QTBStoreFiles::RemoveUnused(const std::vector<std::int64_t>& fileIds)
 {
+    if (fileIds.empty()) {
+        return;
+    }
     // The other writers stay out, so that none takes up a file that goes.
     QTBStoreTransaction transaction(m_Database, QTBStoreTransaction::Kind::Write);
     for (const std::int64_t id : fileIds) {

@@ -58,8 +58,9 @@ void ForEachBelow(const CATDOMElementView& root, std::string_view tag, Receiver 
 
 } // namespace
 
-QTBStoreImport::QTBStoreImport(QTBStoreDatabase& database, const Caller& caller, const CATUnicodeString& usFileFolder)
-    : QTBStoreChanging(database, {caller.user, caller.isHeld, NO_ANSWER}, "import"), m_FileFolder(usFileFolder)
+QTBStoreImport::QTBStoreImport(QTBStoreDatabase& database, const Caller& caller, const std::string& fileFolder,
+                               QTBStoreFileChanges* pFiles)
+    : QTBStoreChanging(database, {caller.user, caller.isHeld, NO_ANSWER}, "import", pFiles), m_FileFolder(fileFolder)
 {
     QTBPdmSessionUtil::GetPdmSessionStringAttrValue(QTB_PDM_SESSION_FILE_NAME_ATTR, &m_FileNameAttr, FALSE);
 }
@@ -212,7 +213,7 @@ void QTBStoreImport::ChangeObject(const QTBStoreRecord& record, QTBStoreObject* 
 
 void QTBStoreImport::TakeFile(const QTBStoreRecord& record, QTBStoreObject* pObject)
 {
-    if (m_FileFolder.IsEmpty() || m_FileNameAttr.IsEmpty() || !ClassOf(*pObject).isFile) {
+    if (m_FileFolder.empty() || m_FileNameAttr.IsEmpty() || !ClassOf(*pObject).isFile) {
         return;
     }
     const auto name = std::find_if(record.strings.begin(), record.strings.end(),
@@ -222,17 +223,16 @@ void QTBStoreImport::TakeFile(const QTBStoreRecord& record, QTBStoreObject* pObj
     }
     // A name is no path: what the answer says must not lead out of the folder.
     const fs::path fileName(std::string(name->second.View()));
-    const fs::path path = fs::path(std::string(m_FileFolder.View())) / fileName.filename();
+    const fs::path path = fs::path(m_FileFolder) / fileName.filename();
     std::error_code error;
     if (fileName.has_parent_path() || !fs::is_regular_file(path, error)) {
         return;
     }
-    QTBStoreFiles files(m_Database);
-    const std::int64_t fileId = files.Keep(*files.Take(path.c_str()));
+    const std::int64_t fileId = KeepFile(*QTBStoreFiles(m_Database).Take(path.c_str()));
     if (fileId != pObject->fileId) {
         if (pObject->fileId != 0) {
             RequireChangeable(pObject->id);
-            m_ReleasedFiles.push_back(pObject->fileId);
+            ReleaseFile(*pObject);
         }
         pObject->fileId = fileId;
         m_Items.Update(*pObject);

@@ -17,7 +17,8 @@ class QTBStoreImport : public QTBStoreChanging
 {
 public:
     // fileFolder, unless empty, holds the files of file objects under their names; they are taken into the store too.
-    QTBStoreImport(QTBStoreDatabase& database, const Caller& caller, const CATUnicodeString& usFileFolder);
+    QTBStoreImport(QTBStoreDatabase& database, const Caller& caller, const std::string& fileFolder,
+                   QTBStoreFileChanges* pFiles);
     ~QTBStoreImport();
 
     // document is the document element of an answer.
@@ -45,7 +46,7 @@ private:
     // brought may be in any state.
     void RequireChangeable(std::int64_t objectId);
 
-    CATUnicodeString m_FileFolder;
+    std::string m_FileFolder;
     CATUnicodeString m_FileNameAttr;
     // Objects that this import added; those by key that are newest versions too.
     std::unordered_set<std::int64_t> m_Added;

@@ -90,11 +90,7 @@ void QTBStoreReading::GetItems(const std::vector<CATUnicodeString>& keys)
 {
     std::vector<QTBStoreObject> objects;
     std::vector<QTBStoreRelation> relations;
-    std::unordered_set<std::string_view> known;
-    for (const CATUnicodeString& usKey : keys) {
-        if (!known.insert(usKey.View()).second) {
-            continue;
-        }
+    for (const CATUnicodeString& usKey : EachOnce(keys)) {
         if (m_Items.GetItem(usKey, &m_Object, &m_Relation)) {
             NoteOlderVersion(m_Object);
             objects.push_back(m_Object);
@@ -143,7 +139,7 @@ void QTBStoreReading::Expand(const QTBStoreExpansion& expansion)
         std::any_of(all.begin(), all.end(), goesRight) && !std::all_of(all.begin(), all.end(), goesRight);
 
     std::vector<std::int64_t> roots;
-    for (const CATUnicodeString& usKey : expansion.keys) {
+    for (const CATUnicodeString& usKey : EachOnce(expansion.keys)) {
         const QTBStoreObject object = m_Items.GetObject(usKey);
         NoteOlderVersion(object);
         roots.push_back(object.id);

@@ -125,6 +125,17 @@ CATDOMElementView FindEmbeddedObject(const CATDOMElementView& attribute)
     return count != 0 ? object : FindSingleChild(attribute, "embedded", &count);
 }
 
+// The text of an item's attribute; empty without one.
+CATUnicodeString FindText(const CATDOMElementView& item, const CATUnicodeString& usName)
+{
+    for (CATDOMElementView child = item.GetFirstChild(); child; child = child.GetNextSibling()) {
+        if (child.HasTagName("a") && NameOf(child) == usName.View()) {
+            return child.GetText();
+        }
+    }
+    return CATUnicodeString();
+}
+
 // Checks that the PDM graph can read the attributes of an item and of the objects embedded in it.
 class FormCheck
 {
@@ -302,19 +313,17 @@ QTBStoreRecord QTBStoreRecord::Read(const CATDOMElementView& item, const QTBSche
 {
     QTBStoreRecord record;
     Reader reader(schema, &record);
-    CATUnicodeString usKey;
-    for (CATDOMElementView child = item.GetFirstChild(); child; child = child.GetNextSibling()) {
-        if (child.HasTagName("a") && NameOf(child) == schema.GetKeyAttr().View()) {
-            usKey = child.GetText();
-            break;
-        }
+    CATUnicodeString usItem = FindText(item, schema.GetKeyAttr());
+    if (usItem.IsEmpty()) {
+        usItem = FindText(item, schema.GetClassAttr());
     }
-    const FormCheck check(item, usKey);
+    const FormCheck check(item, usItem);
     reader.Read(item);
     return record;
 }
 
-QTBStoreRecord QTBStoreRecord::ReadAttributes(const CATUnicodeString& usXml, const QTBSchema& schema)
+QTBStoreRecord QTBStoreRecord::ReadAttributes(const CATUnicodeString& usXml, const CATUnicodeString& usItem,
+                                              const QTBSchema& schema)
 {
     const AttributesDocument document(usXml);
     const CATDOMElementView item = document.GetItem();
@@ -329,7 +338,7 @@ QTBStoreRecord QTBStoreRecord::ReadAttributes(const CATUnicodeString& usXml, con
             throw QTBStoreFailure("AttributeReservedERR_1112", CATUnicodeString(name));
         }
     }
-    const FormCheck check(item, CATUnicodeString());
+    const FormCheck check(item, usItem);
     reader.Read(item);
     return record;
 }

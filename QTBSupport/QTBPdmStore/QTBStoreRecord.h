@@ -44,9 +44,10 @@ struct QTBStoreRecord
     // read: an attribute without a name or with one that is taken, of an unknown type or not of its type's form.
     static QTBStoreRecord Read(const CATDOMElementView& item, const QTBSchema& schema);
 
-    // Reads attributes that a request gives: "a" elements one after the other. Raises QTBStoreFailure also for the
-    // attributes that the store gives itself.
-    static QTBStoreRecord ReadAttributes(const CATUnicodeString& usXml, const QTBSchema& schema);
+    // Reads attributes that a request gives: "a" elements one after the other. Raises QTBStoreFailure, which names the
+    // item by its key, or by its class when it has none yet, also for the attributes that the store gives itself.
+    static QTBStoreRecord ReadAttributes(const CATUnicodeString& usXml, const CATUnicodeString& usItem,
+                                         const QTBSchema& schema);
 
     // Reads what the store itself wrote: the columns of an item.
     static QTBStoreRecord ReadStored(std::string_view attributes, const QTBSchema& schema);

@@ -1,5 +1,7 @@
 #include "QTBStoreRequest.h"
 
+#include <unordered_set>
+
 #include "QTBStoreDatabase.h"
 
 QTBStoreRequest::QTBStoreRequest(QTBStoreDatabase& database, const Caller& caller, QTBStoreTransaction::Kind kind,
@@ -11,6 +13,18 @@ QTBStoreRequest::QTBStoreRequest(QTBStoreDatabase& database, const Caller& calle
 }
 
 QTBStoreRequest::~QTBStoreRequest() = default;
+
+std::vector<CATUnicodeString> QTBStoreRequest::EachOnce(const std::vector<CATUnicodeString>& keys)
+{
+    std::vector<CATUnicodeString> once;
+    std::unordered_set<std::string_view> known;
+    for (const CATUnicodeString& usKey : keys) {
+        if (known.insert(usKey.View()).second) {
+            once.push_back(usKey);
+        }
+    }
+    return once;
+}
 
 void QTBStoreRequest::Finish()
 {

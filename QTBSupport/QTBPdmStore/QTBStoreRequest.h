@@ -1,6 +1,7 @@
 #pragma once
 
 #include <string_view>
+#include <vector>
 
 #include "CATUnicodeString.h"
 #include "QTBStoreAnswer.h"
@@ -34,6 +35,9 @@ public:
 
 protected:
     ~QTBStoreRequest();
+
+    // The keys of a request without those that came before; a key that is given twice is meant once.
+    static std::vector<CATUnicodeString> EachOnce(const std::vector<CATUnicodeString>& keys);
 
     // Ends the answer and the transaction.
     void Finish();

@@ -29,8 +29,8 @@ QTBStoreRights QTBStoreRights::Of(const QTBStoreObject& object, const QTBStoreCl
     return rights;
 }
 
-void QTBStoreRights::Refuse(const QTBStoreObject& object, const QTBStoreLifecycle& lifecycle,
-                            const CATUnicodeString& usUser)
+void QTBStoreRights::Refuse(const QTBStoreObject& object, const QTBStoreObject& newest,
+                            const QTBStoreLifecycle& lifecycle, const CATUnicodeString& usUser)
 {
     const CATUnicodeString usKey(std::string_view{object.key});
     const bool isCheckedOut = !object.checkedOutBy.empty();
@@ -39,7 +39,7 @@ void QTBStoreRights::Refuse(const QTBStoreObject& object, const QTBStoreLifecycl
                               CATUnicodeString(std::string_view{object.checkedOutBy}));
     }
     if (!object.isNewest) {
-        throw QTBStoreFailure("VersionNotNewestERR_1104", usKey);
+        throw QTBStoreFailure("VersionNotNewestERR_1104", usKey, CATUnicodeString(std::string_view{newest.key}));
     }
     if (isCheckedOut) {
         throw QTBStoreFailure("CheckedOutByUserERR_1105", usKey);

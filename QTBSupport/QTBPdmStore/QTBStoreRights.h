@@ -22,7 +22,7 @@ struct QTBStoreRights
     static QTBStoreRights Of(const QTBStoreObject& object, const QTBStoreClass& objectClass,
                              const QTBStoreLifecycle& lifecycle, const CATUnicodeString& usUser);
 
-    // Raises the QTBStoreFailure that says why a right of the object is missing.
-    [[noreturn]] static void Refuse(const QTBStoreObject& object, const QTBStoreLifecycle& lifecycle,
-                                    const CATUnicodeString& usUser);
+    // Raises the QTBStoreFailure that says why a right of the object, whose newest version is given, is missing.
+    [[noreturn]] static void Refuse(const QTBStoreObject& object, const QTBStoreObject& newest,
+                                    const QTBStoreLifecycle& lifecycle, const CATUnicodeString& usUser);
 };

@@ -7,6 +7,8 @@ QTBStoreTransaction::QTBStoreTransaction(QTBStoreDatabase& database, Kind kind) 
 {
     if (kind == Kind::Write) {
         database.RequireWritable();
+    } else {
+        database.BeginReading();
     }
     database.Execute(kind == Kind::Write ? "BEGIN IMMEDIATE" : "BEGIN");
 }
@@ -24,5 +26,6 @@ QTBStoreTransaction::~QTBStoreTransaction()
 
 void QTBStoreTransaction::Commit()
 {
+    m_Database.FinishReading();
     m_Database.Execute("COMMIT");
 }

@@ -98,7 +98,7 @@ HRESULT Request(QTBPdmStore& store, Words words, const QTBPdmStore::Receiver& re
         CATIDOMDocument_var spAnswer;
         const HRESULT hr = QTBXmlUtil::GetDomDocument(words.Rest(), &spAnswer);
         QTBStoreImportReport report;
-        return SUCCEEDED(hr) ? store.Import(spAnswer, CATUnicodeString(), &report) : hr;
+        return SUCCEEDED(hr) ? store.Import(spAnswer, "", &report) : hr;
     }
     return E_FAIL;
 }

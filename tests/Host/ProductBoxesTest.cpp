@@ -3,9 +3,15 @@
 #include "ProductBoxes.h"
 
 #include <png.h>
+#include <sys/resource.h>
+#include <sys/wait.h>
+#include <unistd.h>
 
+#include <csignal>
+#include <cstdlib>
 #include <filesystem>
 #include <fstream>
+#include <iterator>
 #include <memory>
 #include <sstream>
 
@@ -14,6 +20,7 @@
 #include "BoxView.h"
 #include "BoxesCommand.h"
 #include "CAT3DCuboidRep.h"
+#include "HostError.h"
 #include "HostSession.h"
 #include "QTBTestFolder.h"
 #include "Shell.h"
@@ -195,6 +202,31 @@ TEST(BoxView, DrawsAnythingWithoutFailing)
         EXPECT_EQ(view.Draw().GetWidth(), 32);
     }
     EXPECT_EQ(BoxView(32).Draw().GetPixel(16, 16), WHITE) << "no box at all";
+}
+
+TEST(LineImage, APictureThatCannotBeWrittenLeavesTheOldOne)
+{
+    const QTBTestFolder folder;
+    const std::string path = folder.Write("picture.png", "old");
+    const pid_t pid = fork();
+    ASSERT_GE(pid, 0);
+    if (pid == 0) {
+        // No file may become longer than this, which is how a full disk looks to a program.
+        std::signal(SIGXFSZ, SIG_IGN);
+        const rlimit limit = {10, 10};
+        setrlimit(RLIMIT_FSIZE, &limit);
+        try {
+            LineImage(20, 10).WritePng(path);
+        } catch (const HostError& error) {
+            _exit(std::string(error.what()).find("picture.png cannot be written to: ") != std::string::npos ? 0 : 1);
+        }
+        _exit(2);
+    }
+    int status = 0;
+    ASSERT_EQ(waitpid(pid, &status, 0), pid);
+    EXPECT_TRUE(WIFEXITED(status) && WEXITSTATUS(status) == 0) << status;
+    std::ifstream file(path);
+    EXPECT_EQ(std::string(std::istreambuf_iterator<char>(file), std::istreambuf_iterator<char>()), "old");
 }
 
 TEST(LineImage, LinesAreCutAtTheBorderAndEndWhereTheyShould)

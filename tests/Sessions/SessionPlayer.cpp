@@ -189,7 +189,7 @@ void SessionPlayer::AskStore(const Words& words)
     HRESULT hr = E_FAIL;
     if (request == "import") {
         QTBStoreImportReport report;
-        hr = m_pStore->Import(ReadDocument(ReadFile(m_Folder + "/" + words[2])), CATUnicodeString(), &report);
+        hr = m_pStore->Import(ReadDocument(ReadFile(m_Folder + "/" + words[2])), "", &report);
     } else if (request == "checkout") {
         hr = m_pStore->CheckOut(keys, receiver);
     } else if (request == "checkin") {

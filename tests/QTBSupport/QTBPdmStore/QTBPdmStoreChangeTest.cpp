@@ -293,7 +293,9 @@ TEST_F(StoreChange, OnlyTheNewestVersionIsRevised)
 {
     Import(Part("A"));
     ASSERT_THAT(Revise({"A"}), Succeeds());
+    ASSERT_THAT(Revise({"A/B"}), Succeeds());
     ExpectRefusal([this] { return Revise({"A"}); }, FailsWith("VersionNotNewestERR_1104", "A"));
+    EXPECT_EQ(MessageOf(Revise({"A"})), "\"A\" is not the newest version; that is \"A/C\".");
 }
 
 TEST_F(StoreChange, APartThatUsesItselfIsRevised)
@@ -368,6 +370,39 @@ TEST_F(StoreChange, AttributesThatAreTheStoresOwnAreNotWritten)
     }
 }
 
+TEST_F(StoreChange, AKeyThatIsGivenTwiceIsMeantOnce)
+{
+    Import(Part("A") + Object("CATPartFile", "F"));
+    ASSERT_THAT(Get({"A", "F", "A"}), Succeeds());
+    EXPECT_THAT(Items(), ElementsAre("o A", "o F"));
+    ASSERT_THAT(Expand({"A", "A"}, PARTS), Succeeds());
+    EXPECT_THAT(Items(), ElementsAre("o A"));
+    ASSERT_THAT(CheckOut({"A", "F", "A"}), Succeeds());
+    EXPECT_THAT(Items(), ElementsAre("o A", "o F"));
+    ASSERT_THAT(CheckIn({"A", "A"}), Succeeds());
+    EXPECT_THAT(Items(), ElementsAre("o A"));
+    ASSERT_THAT(Revise({"A", "A"}), Succeeds());
+    EXPECT_THAT(Items(), ElementsAre("o A/B"));
+    ASSERT_THAT(Promote({"A/B", "A/B"}), Succeeds());
+    ASSERT_THAT(Get({"A/B"}), Succeeds());
+    EXPECT_THAT(m_Answer, HasSubstr("<a name=\"State\">20</a>"));
+    // With the file that one of its mentions brings; there cannot be two.
+    const std::string one = WriteFile("one", "content");
+    const std::string other = WriteFile("other", "other content");
+    ExpectRefusal(
+        [&] {
+            return CheckIn({"F", "F"}, {one.c_str(), other.c_str()});
+        },
+        FailsWith("TwoFilesForObjectERR_1126", "F"));
+    ASSERT_THAT(CheckIn({"F", "F"}, {"", one.c_str()}), Succeeds());
+    EXPECT_THAT(Items(), ElementsAre("o F"));
+    ASSERT_THAT(m_pStore->FetchFile("F", PathOf("fetched").c_str()), Succeeds());
+    EXPECT_EQ(ReadFile(PathOf("fetched")), "content");
+    ASSERT_THAT(Delete({"F", "F"}), Succeeds());
+    EXPECT_THAT(Items(), ElementsAre("objectToDelete F"));
+    EXPECT_THAT(Faults(), IsEmpty());
+}
+
 TEST_F(StoreChange, AttributesThatAreNoneAreRefused)
 {
     Import(Part("A"));
@@ -382,6 +417,11 @@ TEST_F(StoreChange, AttributesThatAreNoneAreRefused)
           "<a name='x' type='object'><o><a/></o></a>"}) {
         ExpectRefusal([&] { return UpdateAttributes("A", xml); }, FailsWithMessage("AttributeMalformedERR_1110"));
     }
+    const std::string twice = "<a name='x'/><a name='x'/>";
+    EXPECT_THAT(MessageOf(UpdateAttributes("A", twice)), StartsWith("The attribute \"x\" of \"A\" is "));
+    EXPECT_THAT(MessageOf(CreateObject("Part", "B", twice)), StartsWith("The attribute \"x\" of \"B\" is "));
+    EXPECT_THAT(MessageOf(CreateObject("Part", "", twice)), StartsWith("The attribute \"x\" of \"Part\" is "));
+    EXPECT_THAT(MessageOf(Relate("PartPart", "A", "A", twice)), StartsWith("The attribute \"x\" of \"PartPart\" is "));
 }
 
 TEST_F(StoreChange, ObjectsThatAreNestedTooDeeplyAreRefused)
@@ -554,8 +594,8 @@ TEST_F(StoreChange, AFileLeavesTheFolderWithItsLastObject)
 {
     Import(Object("CATPartFile", "F") + Object("CATPartFile", "G"));
     ASSERT_THAT(CheckOut({"F", "G"}), Succeeds());
-    const CATUnicodeString usPath(WriteFile("f", "content").c_str());
-    ASSERT_THAT(CheckIn({"F", "G"}, {usPath, usPath}), Succeeds());
+    const std::string path = WriteFile("f", "content");
+    ASSERT_THAT(CheckIn({"F", "G"}, {path, path}), Succeeds());
     const auto countFiles = [this] {
         int count = 0;
         for (const auto& entry : std::filesystem::recursive_directory_iterator(Path() + ".files")) {

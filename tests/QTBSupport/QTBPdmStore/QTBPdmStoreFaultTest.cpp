@@ -1,6 +1,9 @@
 // Stores that cannot be used as one would like: each says why, and nothing is lost or half done.
 
+#include <fcntl.h>
+#include <pwd.h>
 #include <sys/resource.h>
+#include <sys/stat.h>
 #include <sys/wait.h>
 #include <unistd.h>
 
@@ -12,6 +15,7 @@
 #include "QTBStoreSession.h"
 #include "QTBStoreTransaction.h"
 
+using ::testing::AllOf;
 using ::testing::AnyOf;
 using ::testing::Contains;
 using ::testing::ElementsAre;
@@ -45,10 +49,56 @@ protected:
         EXPECT_TRUE(WIFEXITED(status) && WEXITSTATUS(status) == 0) << status;
     }
 
-    static std::string MessageOf(HRESULT hr)
+    // As long as it lives the process may read, but not write the file; the administrator, who may write everywhere, is
+    // somebody else then.
+    class WithoutRights
     {
-        const CATError* pError = CATError::CATGetLastError(hr, nullptr);
-        return pError != nullptr ? std::string(pError->GetNLSMessage().View()) : "no message";
+    public:
+        static constexpr uid_t NOBODY = 65534;
+
+        explicit WithoutRights(const std::string& path) : m_Path(path)
+        {
+            fs::permissions(path, fs::perms::owner_read | fs::perms::group_read | fs::perms::others_read);
+            if (m_IsAdministrator) {
+                EXPECT_EQ(seteuid(NOBODY), 0);
+            }
+        }
+        WithoutRights(const WithoutRights&) = delete;
+        WithoutRights& operator=(const WithoutRights&) = delete;
+        ~WithoutRights()
+        {
+            if (m_IsAdministrator) {
+                EXPECT_EQ(seteuid(0), 0);
+            }
+            fs::permissions(m_Path, fs::perms::owner_write, fs::perm_options::add);
+        }
+
+    private:
+        const std::string m_Path;
+        const bool m_IsAdministrator = geteuid() == 0;
+    };
+
+    // Everybody may read, nobody may write.
+    static constexpr fs::perms READABLE_FOLDER{0555};
+
+    std::vector<std::string> NamesInFolder() const
+    {
+        std::vector<std::string> names;
+        for (const fs::directory_entry& entry : fs::directory_iterator(m_Folder.GetPath())) {
+            names.push_back(entry.path().filename());
+        }
+        return names;
+    }
+
+    std::vector<std::string> KeptFiles() const
+    {
+        std::vector<std::string> files;
+        for (const auto& entry : fs::recursive_directory_iterator(Path() + ".files")) {
+            if (entry.is_regular_file()) {
+                files.push_back(entry.path());
+            }
+        }
+        return files;
     }
 
     // Parts P0, P1, ... as an answer.
@@ -225,6 +275,94 @@ TEST_F(StoreFault, AFileWhoseContentWasChangedIsNotGivenOut)
     EXPECT_THAT(m_pStore->FetchFile("F", PathOf("fetched").c_str()), FailsWithMessage("StoreDamagedERR_1005"));
     EXPECT_EQ(ReadFile(PathOf("fetched")), "what was there before");
     EXPECT_THAT(Faults(), ElementsAre(HasSubstr("has another content than it had")));
+    // Neither does it go into a pipe, where it could not be taken back.
+    ASSERT_EQ(mkfifo(PathOf("pipe").c_str(), 0600), 0);
+    const int reader = open(PathOf("pipe").c_str(), O_RDONLY | O_NONBLOCK);
+    ASSERT_GE(reader, 0);
+    EXPECT_THAT(m_pStore->FetchFile("F", PathOf("pipe").c_str()), FailsWithMessage("StoreDamagedERR_1005"));
+    char c = 0;
+    EXPECT_EQ(read(reader, &c, 1), 0);
+    close(reader);
+}
+
+TEST_F(StoreFault, AFileWhoseContentWasChangedIsReplacedWhenItsContentComesAgain)
+{
+    Import(Object("CATPartFile", "F"));
+    ASSERT_THAT(CheckOut({"F"}), Succeeds());
+    ASSERT_THAT(CheckIn({"F"}, {WriteFile("f", "content").c_str()}), Succeeds());
+    for (const auto& entry : fs::recursive_directory_iterator(Path() + ".files")) {
+        if (entry.is_regular_file()) {
+            std::ofstream(entry.path()) << "CONTENT";
+        }
+    }
+    EXPECT_THAT(Faults(), ElementsAre(HasSubstr("has another content than it had")));
+    ASSERT_THAT(CheckOut({"F"}), Succeeds());
+    ASSERT_THAT(CheckIn({"F"}, {PathOf("f").c_str()}), Succeeds());
+    EXPECT_THAT(Faults(), IsEmpty());
+    ASSERT_THAT(m_pStore->FetchFile("F", PathOf("fetched").c_str()), Succeeds());
+    EXPECT_EQ(ReadFile(PathOf("fetched")), "content");
+}
+
+TEST_F(StoreFault, AFileOfARefusedChangeIsNotKept)
+{
+    Import(Object("CATPartFile", "F") + Object("CATPartFile", "G"));
+    ASSERT_THAT(CheckOut({"F"}), Succeeds());
+    const std::string file = WriteFile("f", "content");
+    EXPECT_THAT(CheckIn({"F", "G"}, {file}), FailsWith("NotCheckedOutERR_1113", "G"));
+    EXPECT_THAT(KeptFiles(), IsEmpty());
+    // Neither by an import; what another object has stays.
+    ASSERT_THAT(CheckIn({"F"}, {file}), Succeeds());
+    EXPECT_EQ(KeptFiles().size(), 1U);
+    WriteFile("g", "other content");
+    fs::create_directory(PathOf("folder"));
+    std::ofstream(PathOf("folder/f")) << "content";
+    std::ofstream(PathOf("folder/g")) << "other content";
+    const std::string items =
+        Object("CATPartFile", "H", Attribute("FileName", "f")) + Object("CATPartFile", "I", Attribute("FileName", "g"));
+    EXPECT_THAT(ImportAnswer(Answer(items + Part("P", Attribute("State", "50"))), PathOf("folder")),
+                FailsWith("StateUnknownERR_1122", "50"));
+    EXPECT_EQ(KeptFiles().size(), 1U);
+    ASSERT_THAT(ImportAnswer(Answer(items), PathOf("folder")), Succeeds());
+    EXPECT_EQ(KeptFiles().size(), 2U);
+    EXPECT_THAT(Faults(), IsEmpty());
+}
+
+TEST_F(StoreFault, TheCheckRemovesFilesThatNoRowNames)
+{
+    Import(Object("CATPartFile", "F"));
+    ASSERT_THAT(CheckOut({"F"}), Succeeds());
+    ASSERT_THAT(CheckIn({"F"}, {WriteFile("f", "content").c_str()}), Succeeds());
+    const std::vector<std::string> kept = KeptFiles();
+    const std::string folder = Path() + ".files/ab/";
+    fs::create_directories(folder);
+    std::ofstream(folder + std::string(62, 'c')) << "left behind";
+    // What has no name of the store's is somebody else's.
+    std::ofstream(folder + "notes") << "precious";
+    EXPECT_THAT(Faults(), IsEmpty());
+    EXPECT_FALSE(fs::exists(folder + std::string(62, 'c')));
+    EXPECT_EQ(ReadFile(folder + "notes"), "precious");
+    fs::remove(folder + "notes");
+    EXPECT_EQ(KeptFiles(), kept);
+}
+
+TEST_F(StoreFault, AFetchedFileReplacesNothingButItsTarget)
+{
+    Import(Object("CATPartFile", "F"));
+    ASSERT_THAT(CheckOut({"F"}), Succeeds());
+    ASSERT_THAT(CheckIn({"F"}, {WriteFile("f", "content").c_str()}), Succeeds());
+    WriteFile("target.new", "precious");
+    WriteFile("target", "old");
+    fs::create_symlink("target", PathOf("link"));
+    ASSERT_THAT(m_pStore->FetchFile("F", PathOf("link").c_str()), Succeeds());
+    EXPECT_EQ(ReadFile(PathOf("target")), "content");
+    EXPECT_TRUE(fs::is_symlink(PathOf("link")));
+    EXPECT_EQ(ReadFile(PathOf("target.new")), "precious");
+    EXPECT_THAT(m_pStore->FetchFile("F", m_Folder.GetPath().c_str()),
+                FailsWith("FileUnwritableERR_1118", m_Folder.GetPath().c_str()));
+    const std::string bytes = ReadFile(Path());
+    EXPECT_THAT(m_pStore->FetchFile("F", Path().c_str()), FailsWith("FileIsStoresERR_1125", Path().c_str()));
+    EXPECT_EQ(ReadFile(Path()), bytes);
+    EXPECT_THAT(Faults(), IsEmpty());
 }
 
 TEST_F(StoreFault, AHashThatIsAPathIsNotFollowed)
@@ -388,23 +526,184 @@ TEST_F(StoreFault, AStoreThatTheUserMayNotWriteToIsRead)
 {
     Import(Part("A"));
     m_pStore.reset();
-    fs::permissions(Path(), fs::perms::owner_read | fs::perms::group_read | fs::perms::others_read);
-    fs::permissions(m_Folder.GetPath(),
-                    fs::perms::owner_read | fs::perms::owner_exec | fs::perms::others_read | fs::perms::others_exec);
+    fs::permissions(m_Folder.GetPath(), READABLE_FOLDER);
     InOtherProcess([this] {
-        // The administrator may write everywhere.
-        if (geteuid() == 0 && (setegid(65534) != 0 || seteuid(65534) != 0)) {
-            return false;
-        }
+        const WithoutRights withoutRights(Path());
         const HRESULT hrOpen = Open(Path());
         if (FAILED(hrOpen)) {
             std::cerr << MessageOf(hrOpen) << '\n';
             return false;
         }
-        const HRESULT hr = CheckOut({"A"});
-        return SUCCEEDED(Get({"A"})) && QTBDescribeResult(hr).find("StoreReadOnlyERR_1007") != std::string::npos;
+        return SUCCEEDED(Get({"A"})) && MessageOf(CheckOut({"A"})) ==
+                                            "The PDM store \"" + Path() +
+                                                "\" can only be read, because you may not write to \"" + Path() + "\".";
     });
     fs::permissions(m_Folder.GetPath(), fs::perms::owner_all);
+}
+
+TEST_F(StoreFault, AFolderThatTheUserMayNotWriteToIsNamed)
+{
+    Import(Part("A"));
+    m_pStore.reset();
+    fs::permissions(Path(), fs::perms{0666});
+    fs::permissions(m_Folder.GetPath(), READABLE_FOLDER);
+    InOtherProcess([this] {
+        if (geteuid() == 0 && seteuid(WithoutRights::NOBODY) != 0) {
+            return false;
+        }
+        return SUCCEEDED(Open(Path())) && SUCCEEDED(Get({"A"})) &&
+               QTBDescribeResult(CheckOut({"A"})).find("StoreNotWritableERR_1013") != std::string::npos &&
+               MessageOf(CheckOut({"A"})).find("write to \"" + m_Folder.GetPath() + "\"") != std::string::npos;
+    });
+    fs::permissions(m_Folder.GetPath(), fs::perms::owner_all);
+}
+
+TEST_F(StoreFault, ReadingLeavesNothingBesideTheStore)
+{
+    Import(Part("A"));
+    m_pStore.reset();
+    QTBPdmStore::Options options = MakeOptions();
+    options.isReadOnly = true;
+    ASSERT_THAT(Open(Path(), options), Succeeds());
+    EXPECT_THAT(Get({"A"}), Succeeds());
+    m_pStore.reset();
+    EXPECT_THAT(NamesInFolder(), ElementsAre("pdm.store"));
+}
+
+TEST_F(StoreFault, WhoMayNotWriteMakesNoFilesThatKeepTheOwnerFromWriting)
+{
+    Import(Part("A"));
+    m_pStore.reset();
+    fs::permissions(m_Folder.GetPath(), fs::perms::all);
+    InOtherProcess([this] {
+        const WithoutRights withoutRights(Path());
+        for (const bool isReadOnly : {true, false}) {
+            QTBPdmStore::Options options = MakeOptions();
+            options.isReadOnly = isReadOnly;
+            if (FAILED(Open(Path(), options)) || FAILED(Get({"A"})) || SUCCEEDED(CheckOut({"A"})) ||
+                NamesInFolder() != std::vector<std::string>{"pdm.store"}) {
+                return false;
+            }
+        }
+        return true;
+    });
+    m_pStore = OpenFor("kim");
+    EXPECT_THAT(CheckOut({"A"}), Succeeds());
+}
+
+TEST_F(StoreFault, WhoMayNotWriteReadsAlongWhileOthersChangeTheStore)
+{
+    Import(Part("A"));
+    fs::permissions(m_Folder.GetPath(), fs::perms::all);
+    ASSERT_THAT(CreateObject("Part", "B"), Succeeds());
+    ASSERT_TRUE(fs::exists(Path() + "-shm"));
+    // The connection of another program.
+    InOtherProcess([this] {
+        const WithoutRights withoutRights(Path());
+        const std::string program = fs::read_symlink("/proc/self/exe").string();
+        setenv("QTB_STORE_TO_READ", Path().c_str(), 1);
+        // A process that gave its rights up cannot look for leaks in itself.
+        setenv("ASAN_OPTIONS", "detect_leaks=0", 1);
+        execl(program.c_str(), program.c_str(), "--gtest_also_run_disabled_tests", "--gtest_brief=1",
+              "--gtest_filter=StoreFault.DISABLED_TheReaderInAProcessOfItsOwn", nullptr);
+        return false;
+    });
+    EXPECT_THAT(CheckOut({"B"}), Succeeds());
+    m_pStore.reset();
+    EXPECT_THAT(NamesInFolder(), ElementsAre("pdm.store"));
+}
+
+TEST_F(StoreFault, DISABLED_TheReaderInAProcessOfItsOwn)
+{
+    const char* path = std::getenv("QTB_STORE_TO_READ");
+    ASSERT_NE(path, nullptr);
+    ASSERT_THAT(Open(path), Succeeds());
+    EXPECT_THAT(Get({"A", "B"}), Succeeds());
+    EXPECT_THAT(CheckOut({"B"}), FailsWith("StoreNotWritableERR_1013", path));
+}
+
+TEST_F(StoreFault, WhoMayNotWriteHearsOfChangesWhileHeReads)
+{
+    ASSERT_THAT(ImportAnswer(Parts(3000)), Succeeds());
+    m_pStore.reset();
+    fs::permissions(m_Folder.GetPath(), fs::perms::all);
+    std::unique_ptr<QTBPdmStore> pReader;
+    {
+        const WithoutRights withoutRights(Path());
+        ASSERT_THAT(QTBPdmStore::Open(Path().c_str(), MakeOptions(), &pReader), Succeeds());
+    }
+    const auto change = [this](const char* key) {
+        m_pStore = OpenFor("kim");
+        EXPECT_THAT(Delete({key}), Succeeds());
+        m_pStore.reset();
+    };
+    const auto exportAll = [&pReader](const QTBPdmStore::Receiver& receiver) {
+        return pReader->Export(false, receiver);
+    };
+    // Before a request: it sees them.
+    change("P1");
+    {
+        const WithoutRights withoutRights(Path());
+        ASSERT_THAT(Ask(exportAll), Succeeds());
+        EXPECT_THAT(Items(), AllOf(Not(Contains("o P1")), Contains("o P2999")));
+    }
+    // During a request: what it has read is none of one moment.
+    bool isFirst = true;
+    EXPECT_THAT(pReader->Export(false,
+                                [&](std::string_view) {
+                                    if (isFirst) {
+                                        change("P2999");
+                                        isFirst = false;
+                                    }
+                                }),
+                FailsWith("StoreWrittenOverERR_1015", Path().c_str()));
+    const WithoutRights withoutRights(Path());
+    ASSERT_THAT(Ask(exportAll), Succeeds());
+    EXPECT_THAT(Items(), Not(Contains("o P2999")));
+}
+
+TEST_F(StoreFault, AFileOfAnotherUserBesideTheStoreIsNamedWithItsOwner)
+{
+    Import(Part("A"));
+    m_pStore.reset();
+    fs::permissions(m_Folder.GetPath(), fs::perms::all);
+    for (const char* end : {"-wal", "-shm"}) {
+        fs::permissions(WriteFile(std::string("pdm.store") + end, ""), fs::perms::owner_read | fs::perms::others_read);
+    }
+    if (geteuid() == 0) {
+        ASSERT_EQ(chown(Path().c_str(), WithoutRights::NOBODY, WithoutRights::NOBODY), 0);
+    }
+    const std::string owner = getpwuid(geteuid())->pw_name;
+    InOtherProcess([this, &owner] {
+        if (geteuid() == 0 && seteuid(WithoutRights::NOBODY) != 0) {
+            return false;
+        }
+        HRESULT hr = Open(Path());
+        if (SUCCEEDED(hr)) {
+            hr = CheckOut({"A"});
+        }
+        const std::string message = MessageOf(hr);
+        return message.find("pdm.store-wal\" belongs to " + owner + ". Have that file removed") != std::string::npos;
+    });
+    fs::remove(Path() + "-wal");
+    fs::remove(Path() + "-shm");
+    m_pStore = OpenFor("kim");
+    EXPECT_THAT(CheckOut({"A"}), Succeeds());
+}
+
+TEST_F(StoreFault, ChangesThatOnlyAWriterCanFinishAreNamed)
+{
+    Import(Part("A"));
+    fs::copy(Path(), PathOf("copy"));
+    fs::copy(Path() + "-wal", PathOf("copy-wal"));
+    fs::permissions(m_Folder.GetPath(), fs::perms::all);
+    const std::string path = PathOf("copy");
+    {
+        const WithoutRights withoutRights(path);
+        EXPECT_THAT(Open(path), FailsWith("StoreUnfinishedERR_1016", path.c_str()));
+    }
+    ASSERT_THAT(Open(path), Succeeds());
+    EXPECT_THAT(Get({"A"}), Succeeds());
 }
 
 // Stores that are full.

@@ -9,6 +9,7 @@
 
 #include <gmock/gmock.h>
 
+#include "CATError.h"
 #include "CATIDOMDocument.h"
 #include "QTBMatchers.h"
 #include "QTBPdmStore.h"
@@ -92,7 +93,7 @@ protected:
     {
         return Ask([&](const QTBPdmStore::Receiver& receiver) { return m_pStore->CheckOut(keys, receiver); });
     }
-    HRESULT CheckIn(const Keys& keys, const std::vector<CATUnicodeString>& paths = {})
+    HRESULT CheckIn(const Keys& keys, const std::vector<std::string>& paths = {})
     {
         return Ask([&](const QTBPdmStore::Receiver& receiver) { return m_pStore->CheckIn(keys, paths, receiver); });
     }
@@ -133,7 +134,7 @@ protected:
         CATIDOMDocument_var spAnswer;
         EXPECT_THAT(QTBXmlUtil::GetDomDocument(CATUnicodeString(std::string_view{answer}), &spAnswer), Succeeds());
         m_Report = QTBStoreImportReport();
-        return m_pStore->Import(spAnswer, fileFolder.c_str(), &m_Report);
+        return m_pStore->Import(spAnswer, fileFolder, &m_Report);
     }
     // Takes in items, which must succeed.
     void Import(const std::string& items) { ASSERT_THAT(ImportAnswer(Answer(items)), Succeeds()); }
@@ -211,6 +212,13 @@ protected:
         CATListValCATUnicodeString faults;
         EXPECT_THAT(m_pStore->Check(&faults), Succeeds());
         return TextsOf(faults);
+    }
+
+    // What a failed request tells the user.
+    static std::string MessageOf(HRESULT hr)
+    {
+        const CATError* pError = CATError::CATGetLastError(hr, nullptr);
+        return pError != nullptr ? std::string(pError->GetNLSMessage().View()) : "no message";
     }
 
     static std::string ReadFile(const std::string& path)

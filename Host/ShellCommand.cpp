@@ -1,8 +1,10 @@
 #include "ShellCommand.h"
 
 #include <editline/readline.h>
+#include <langinfo.h>
 #include <unistd.h>
 
+#include <clocale>
 #include <cstdlib>
 #include <cstring>
 #include <fstream>
@@ -42,8 +44,18 @@ std::optional<std::string> ReadLine(const std::string& prompt)
     return pLine != nullptr ? std::optional<std::string>(pLine.get()) : std::nullopt;
 }
 
+// The line editor takes the characters that the locale knows and drops others. The session's texts are UTF-8, so it has to
+// be a locale of that; numbers and all else stay as they are everywhere.
+void UseCharactersOfTheTerminal()
+{
+    if (std::setlocale(LC_CTYPE, "") == nullptr || std::strcmp(nl_langinfo(CODESET), "UTF-8") != 0) {
+        std::setlocale(LC_CTYPE, "C.UTF-8");
+    }
+}
+
 void RunInteractively(Shell& shell)
 {
+    UseCharactersOfTheTerminal();
     g_pShell = &shell;
     rl_attempted_completion_function = &Complete;
     using_history();

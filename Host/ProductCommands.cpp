@@ -1,6 +1,5 @@
 #include "ProductCommands.h"
 
-#include <filesystem>
 #include <iostream>
 #include <memory>
 #include <set>
@@ -9,15 +8,13 @@
 #include <fmt/ostream.h>
 #include <nlohmann/json.hpp>
 
-#include "CATDocument.h"
 #include "HostSession.h"
+#include "ProductDocuments.h"
 #include "ProductTree.h"
 #include "QTBDebugUtil.h"
 #include "QTBIPsnNode.h"
 #include "QTBLoadManager.h"
 #include "QTBPsnTreeUtil.h"
-
-namespace fs = std::filesystem;
 
 namespace {
 
@@ -46,14 +43,13 @@ QTBIPsnNode_var GetPsnNode(const CATIProduct_var& spIProduct)
     return spIPsnNode;
 }
 
-// The first place of each reference, told apart by part number and, for products without one, by instance name.
+// The first place of each reference: of each document, and of each component.
 std::vector<ProductTree::Place> CollectReferences(const CATListValCATBaseUnknown_var& documents)
 {
     std::vector<ProductTree::Place> first;
-    std::set<std::string> seen;
+    std::set<ProductDocuments::Identity> seen;
     for (const ProductTree::Place& place : ProductTree::Collect(documents)) {
-        const CATUnicodeString usPartNumber = place.spIProduct->GetPartNumber();
-        if (seen.insert(usPartNumber.IsEmpty() ? "\n" + place.path : ToText(usPartNumber)).second) {
+        if (seen.insert(ProductDocuments::GetIdentity(place.spIProduct)).second) {
             first.push_back(place);
         }
     }
@@ -68,27 +64,6 @@ void Print(const Json& result, bool asJson, const std::string& text)
 void SetDebug(const ProductOptions& options)
 {
     QTBDebugUtil::s_bGlobalDebugStatus = options.debug ? TRUE : FALSE;
-}
-
-// Why a document is to be saved, as far as it can be seen from outside.
-std::string DescribeDocument(const CATIProduct_var& spIProduct, bool isDirty)
-{
-    CATDocument* pDocument = nullptr;
-    if (FAILED(GetPsnNode(spIProduct)->GetReferenceDocumentPtr(&pDocument, FALSE)) || pDocument == nullptr) {
-        return isDirty ? "decided from its file" : "nothing to be saved";
-    }
-    const std::string path = ToText(pDocument->GetStorageName());
-    if (pDocument->IsDirty()) {
-        return "has changes that are not saved";
-    }
-    if (path.empty()) {
-        return "was never saved";
-    }
-    std::error_code error;
-    if (!fs::exists(path, error)) {
-        return "there is no file " + path;
-    }
-    return isDirty ? "the file is newer than what the PDM system has" : "saved in " + path;
 }
 
 } // namespace
@@ -185,20 +160,28 @@ int RunDirty(const ProductOptions& options)
 {
     SetDebug(options);
     HostSession session(options.schema, options.language);
+    for (const std::string& answer : options.answers) {
+        session.ReadAnswer(answer);
+    }
     Json products = Json::array();
     std::string text;
     int dirty = 0;
     for (const ProductTree::Place& place : CollectReferences(session.OpenAssembly(options.assembly))) {
+        if (ProductDocuments::IsComponent(place.spIProduct)) {
+            continue;
+        }
         unsigned char bIsDirty = FALSE;
         unsigned char bHasDesignTables = FALSE;
         const HRESULT hr = GetPsnNode(place.spIProduct)->DocumentIsDirty(&bIsDirty, &bHasDesignTables);
         const std::string label = ProductTree::GetLabel(place.spIProduct);
+        const std::string file = ProductDocuments::GetFileName(place.spIProduct);
         const std::string why = FAILED(hr) ? HostSession::Describe(hr)
-                                           : DescribeDocument(place.spIProduct, bIsDirty != FALSE) +
+                                           : ProductDocuments::Explain(place.spIProduct, bIsDirty != FALSE) +
                                                  (bHasDesignTables != FALSE ? "; has design tables" : "");
         dirty += bIsDirty != FALSE ? 1 : 0;
-        products.push_back({{"product", label}, {"toBeSaved", bIsDirty != FALSE}, {"why", why}});
-        text += fmt::format("{} {}: {}\n", bIsDirty != FALSE ? "save" : "keep", label, why);
+        products.push_back({{"product", label}, {"file", file}, {"toBeSaved", bIsDirty != FALSE}, {"why", why}});
+        text += fmt::format("{} {}{}{}: {}\n", bIsDirty != FALSE ? "save" : "keep", label, file.empty() ? "" : ", ",
+                            file, why);
     }
     text += fmt::format("{} of {} documents have to be saved\n", dirty, products.size());
     Print({{"products", products}, {"toBeSaved", dirty}}, options.asJson, text);
@@ -233,9 +216,9 @@ int RunTypes(const ProductOptions& options)
                             {"display", ToText(usPdmTypeNls)},
                             {"isDerived", bIsDerived != FALSE},
                             {"commands", ToJson(commands)}});
-        text +=
-            fmt::format("{}: {} {}, PDM node type {}{}\n", label, usType.View(), usFileName.View(),
-                        usPdmType.IsEmpty() ? "unknown" : usPdmType.View(), bIsDerived != FALSE ? " (derived)" : "");
+        text += fmt::format("{}: {}{}{}, PDM node type {}{}\n", label, usType.View(), usFileName.IsEmpty() ? "" : " ",
+                            usFileName.View(), usPdmType.IsEmpty() ? "unknown" : usPdmType.View(),
+                            bIsDerived != FALSE ? " (derived)" : "");
         for (const CATUnicodeString& command : commands) {
             text += fmt::format("    {}\n", command.View());
         }

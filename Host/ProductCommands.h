@@ -22,7 +22,8 @@ struct ProductOptions
 // an instance counts as the same only while the PDM data say so, and is missing only when they know it.
 int RunDiff(const ProductOptions& options);
 
-// qtbhost dirty: which documents have to be saved in the PDM system, and why.
+// qtbhost dirty: which documents have to be saved in the PDM system, and why. Embedded components, which have no
+// document of their own, are left out. Without answers the PDM system knows none of them.
 int RunDirty(const ProductOptions& options);
 
 // qtbhost types: the type of each product, its PDM node type and the commands offered to change that.

@@ -108,7 +108,17 @@ void AddProductCommands(CLI::App& app, ProductOptions& options)
     AddSessionOptions(*pDiff, options);
 
     CLI::App* pDirty = app.add_subcommand("dirty", "Show which documents have to be saved in the PDM system");
+    pDirty->footer(
+        R"(For every document of the assembly, components in it left out: whether it has to be saved, and why.
+  save    not in the PDM system, or no file of it there, or a file of another name; changed in the session since it was
+          opened; or the file on disk is another one than was last exchanged with the PDM system
+  keep    none of these
+What is in the PDM system the answers say: without any, every document is new to it.
+
+Examples:
+  qtbhost dirty examples/as1/products.xml examples/as1/structure.xml examples/as1/files.xml)");
     pDirty->add_option("assembly", options.assembly, ASSEMBLY_HELP)->required()->type_name("ASSEMBLY");
+    pDirty->add_option("answers", options.answers, "PDM answers, read in this order")->type_name("ANSWER");
     AddSessionOptions(*pDirty, options);
 
     CLI::App* pTypes = app.add_subcommand("types", "Show the products' types and the commands that change them");

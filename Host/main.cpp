@@ -102,6 +102,18 @@ Examples:
 void AddProductCommands(CLI::App& app, ProductOptions& options)
 {
     CLI::App* pDiff = app.add_subcommand("diff", "Show the instances added to and missing from each product");
+    pDiff->footer(
+        R"(Products are the same when their part numbers are, instances of a product when their names and parts are. Of a product
+that only one of the assemblies has all instances are shown:
+  + INSTANCE (PART)    only in NEW
+  - INSTANCE (PART)    only in OLD
+Answers change what is compared: as in a PDM session, instances go by the PDM relation that they were made from and their
+name (RELATION/NAME), one that the PDM data place with another part is both added and missing, and one that the PDM data do
+not know is never missing.
+
+Examples:
+  qtbhost diff old.xml new.xml
+  qtbhost diff old.step new.step ANSWER.xml)");
     pDiff->add_option("old", options.oldAssembly, ASSEMBLY_HELP)->required()->type_name("OLD");
     pDiff->add_option("new", options.assembly, ASSEMBLY_HELP)->required()->type_name("NEW");
     pDiff->add_option("answers", options.answers, "PDM answers to judge by")->type_name("ANSWER");

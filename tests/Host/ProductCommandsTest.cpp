@@ -54,6 +54,7 @@ protected:
     ProductOptions m_Options;
 };
 
+using DiffCommand = ProductCommand;
 using DirtyCommand = ProductCommand;
 using TypesCommand = ProductCommand;
 
@@ -140,4 +141,73 @@ TEST_F(TypesCommand, TellsDocumentsApartByDocumentAndShowsComponents)
     const std::string types = Run(&RunTypes, m_Options);
     EXPECT_THAT(types, AllOf(HasSubstr("a.1 (bolt): CATPart a.CATPart, "), HasSubstr("b.1 (bolt): CATPart b.CATPart, "),
                              HasSubstr("c.1 (cover): EmbeddedComponent, PDM"), Not(HasSubstr("a.2"))));
+}
+
+TEST_F(DiffCommand, AnInstanceThatPlacesAnotherPartIsMissingAndAdded)
+{
+    const std::string parts = "<product id='a' file='a.CATPart' partNumber='a'/>"
+                              "<product id='b' file='b.CATPart' partNumber='b'/>";
+    const std::string top = "<product id='top' file='top.CATProduct' partNumber='top'>";
+    m_Options.oldAssembly =
+        WriteProducts(top + "<instance of='a' name='x'/><instance of='b' name='y'/></product>" + parts, "old.xml");
+    m_Options.assembly =
+        WriteProducts(top + "<instance of='b' name='x'/><instance of='b' name='y'/></product>" + parts, "new.xml");
+    EXPECT_EQ(Run(&RunDiff, m_Options), "top\n  + x (b)\n  - x (a)\n1 instance added, 1 missing\n");
+    m_Options.asJson = true;
+    const auto json = nlohmann::json::parse(Run(&RunDiff, m_Options));
+    EXPECT_EQ(json["products"][0]["partNumber"], "top");
+    EXPECT_EQ(json["products"][0]["added"][0], "x (b)");
+    EXPECT_EQ(json["products"][0]["missing"][0], "x (a)");
+    EXPECT_EQ(json["added"], 1);
+}
+
+TEST_F(DiffCommand, ReportsTheInstancesOfAProductThatOnlyOneAssemblyHas)
+{
+    const std::string part = "<product id='a' file='a.CATPart' partNumber='a'/>";
+    const std::string top = "<product id='top' file='top.CATProduct' partNumber='top'><instance of='sub' name='s'/>";
+    m_Options.oldAssembly = WriteProducts(top +
+                                              "</product><product id='sub' file='sub.CATProduct' partNumber='sub'>"
+                                              "<instance of='a' name='x'/><instance of='a' name='y'/></product>" +
+                                              part,
+                                          "old.xml");
+    m_Options.assembly = WriteProducts(top +
+                                           "</product><product id='sub' file='kit.CATProduct' partNumber='kit'>"
+                                           "<instance of='a' name='x'/></product>" +
+                                           part,
+                                       "new.xml");
+    EXPECT_EQ(Run(&RunDiff, m_Options), "top\n  + s (kit)\n  - s (sub)\nkit\n  + x (a)\nsub\n  - x (a)\n  - y (a)\n"
+                                        "2 instances added, 3 missing\n");
+}
+
+TEST_F(DiffCommand, TellsDocumentsOfOnePartNumberApartByTheirFiles)
+{
+    const auto write = [this](const char* inB, const char* fileName) {
+        return WriteProducts(
+            "<product id='top' file='top.CATProduct' partNumber='top'><instance of='a' name='a.1'/>"
+            "<instance of='b' name='b.1'/></product>"
+            "<product id='a' file='a.CATProduct' partNumber='kit'><instance of='p' name='x'/></product>"
+            "<product id='b' file='b.CATProduct' partNumber='kit'><instance of='p' name='" +
+                std::string(inB) + "'/></product><product id='p' file='p.CATPart' partNumber='p'/>",
+            fileName);
+    };
+    m_Options.oldAssembly = write("x", "old.xml");
+    m_Options.assembly = write("y", "new.xml");
+    EXPECT_EQ(Run(&RunDiff, m_Options), "kit (b.CATProduct)\n  + y (p)\n  - x (p)\n1 instance added, 1 missing\n");
+}
+
+TEST_F(DiffCommand, WithAnswersAProductThatIsGoneMissesWhatThePdmDataKnow)
+{
+    std::string relation = "<r><a name=\"Class\">PartPart</a><a name=\"Key\">PartPart/1</a><a name=\"Relation\">"
+                           "PartPart</a><a name=\"Left\">sub</a><a name=\"Right\">a</a>"
+                           "<a name=\"InstanceName\" type=\"list\"><v>x</v></a></r>";
+    m_Options.answers = {WriteAnswer(MakePart("sub", "sub.CATProduct") + MakePart("a", "a.CATPart") + relation)};
+    const std::string part = "<product id='a' file='a.CATPart' partNumber='a'/>";
+    m_Options.oldAssembly = WriteProducts(
+        "<product id='top' file='top.CATProduct' partNumber='top'><instance of='sub' name='s'/></product>"
+        "<product id='sub' file='sub.CATProduct' partNumber='sub'><instance of='a' name='x'>"
+        "<property name='QtbRelationKey'>PartPart/1</property></instance><instance of='a' name='y'/></product>" +
+            part,
+        "old.xml");
+    m_Options.assembly = WriteProducts("<product id='top' file='top.CATProduct' partNumber='top'/>", "new.xml");
+    EXPECT_EQ(Run(&RunDiff, m_Options), "sub\n  - PartPart/1/x\n0 instances added, 1 missing\n");
 }

@@ -3,12 +3,12 @@
 #include <filesystem>
 #include <system_error>
 
+#include "AnswerFile.h"
 #include "CATDocument.h"
 #include "CATDocumentServices.h"
 #include "CATError.h"
 #include "CATFrmNavigGraphicWindow.h"
 #include "CATFrmObjectEditor.h"
-#include "CATIDOMDocument.h"
 #include "CATMsgCatalog.h"
 #include "CATProductServices.h"
 #ifdef QTB_WITH_STEP
@@ -28,29 +28,9 @@
 #include "QTBSchema.h"
 #include "QTBSchemaRelation.h"
 #include "QTBSchemaUtil.h"
-#include "QTBXmlUtil.h"
 #include "StoreInput.h"
 
 namespace fs = std::filesystem;
-
-namespace {
-
-void RequireFile(const std::string& path, const std::string& role)
-{
-    std::error_code error;
-    const fs::file_status status = fs::status(path, error);
-    if (error && status.type() != fs::file_type::not_found) {
-        throw HostError(ExitCode::BadInput, role + " " + path + ": " + error.message());
-    }
-    if (!fs::exists(status)) {
-        throw HostError(ExitCode::BadInput, role + " " + path + " does not exist");
-    }
-    if (fs::is_directory(status)) {
-        throw HostError(ExitCode::BadInput, role + " " + path + " is a folder, not a file");
-    }
-}
-
-} // namespace
 
 HostSession::HostSession(const std::string& schema, const std::string& language)
 {
@@ -149,10 +129,8 @@ void HostSession::CloseAssemblies()
 
 void HostSession::ReadAnswer(const std::string& path)
 {
-    RequireFile(path, "answer");
-    CATIDOMDocument_var spIDOMDocument;
-    Require(QTBXmlUtil::GetDomDocumentFromFile(path.c_str(), &spIDOMDocument), ExitCode::BadInput, "answer");
-    Require(m_spIPdmNodeCont->UpdatePdmGraph(spIDOMDocument, nullptr, nullptr), ExitCode::BadInput, "answer " + path);
+    Require(m_spIPdmNodeCont->UpdatePdmGraph(AnswerFile::Read(path), nullptr, nullptr), ExitCode::BadInput,
+            "answer " + path);
     unsigned char bAddNewNodes = TRUE;
     Require(m_spIPdmNodeCont->UpdateAllRepNodeContainers(&bAddNewNodes), ExitCode::Failure, "update after " + path);
 }
@@ -200,6 +178,21 @@ std::string HostSession::Describe(HRESULT hr)
     }
     const CATError* pError = CATError::CATGetLastError(hr, nullptr);
     return pError != nullptr ? std::string(pError->GetNLSMessage().View()) : "not possible";
+}
+
+void HostSession::RequireFile(const std::string& path, const std::string& role)
+{
+    std::error_code error;
+    const fs::file_status status = fs::status(path, error);
+    if (error && status.type() != fs::file_type::not_found) {
+        throw HostError(ExitCode::BadInput, role + " " + path + ": " + error.message());
+    }
+    if (!fs::exists(status)) {
+        throw HostError(ExitCode::BadInput, role + " " + path + " does not exist");
+    }
+    if (fs::is_directory(status)) {
+        throw HostError(ExitCode::BadInput, role + " " + path + " is a folder, not a file");
+    }
 }
 
 void HostSession::Require(HRESULT hr, ExitCode exitCode, const std::string& what)

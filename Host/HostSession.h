@@ -57,6 +57,9 @@ public:
     // Raises HostError with the result's message behind the given words when the result is a failure.
     static void Require(HRESULT hr, ExitCode exitCode, const std::string& what);
 
+    // Raises HostError when there is no such file; the role says what it was to be.
+    static void RequireFile(const std::string& path, const std::string& role);
+
 private:
     QTBIPdmNodeCont_var m_spIPdmNodeCont;
     QTBIRepNodeCont_var m_spIRepNodeCont;

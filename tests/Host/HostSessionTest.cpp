@@ -1,4 +1,4 @@
-#include <gtest/gtest.h>
+#include <gmock/gmock.h>
 
 #include <filesystem>
 #include <fstream>
@@ -10,6 +10,8 @@
 #include "TreeCommand.h"
 
 namespace fs = std::filesystem;
+using ::testing::AllOf;
+using ::testing::HasSubstr;
 
 namespace {
 
@@ -74,6 +76,27 @@ TEST(HostSession, MalformedAnswerNamesFileAndLineAndLeavesTheGraph)
     unsigned char bFound = FALSE;
     session.GetPdmNodeCont()->GetPdmNodeByKey("as1", &spIPdmNode, &bFound);
     EXPECT_EQ(bFound, TRUE);
+}
+
+TEST(HostSession, AFileThatIsNoAnswerIsRefusedWithFileLineAndWhatWasExpected)
+{
+    HostSession session("", "");
+    const auto refusal = [&session](const std::string& path) {
+        const auto [exitCode, message] = FailureOf([&] { session.ReadAnswer(path); });
+        EXPECT_EQ(exitCode, ExitCode::BadInput) << message;
+        EXPECT_THAT(message, AllOf(HasSubstr(path), HasSubstr("a PDM answer: a document element with one element "
+                                                              "\"function\" in it")));
+        return message;
+    };
+    EXPECT_THAT(refusal(EXAMPLES + "as1/products.xml"),
+                AllOf(HasSubstr("line 2"), HasSubstr("the file is a product structure")));
+    EXPECT_THAT(refusal(QTB_SOURCE_DIR "/resources/schema/QTBSchema.xml"), HasSubstr("the file is a PDM schema"));
+    const TemporaryFile none("no-function.xml", "<answer>\n<o/></answer>");
+    EXPECT_THAT(refusal(none.Path()),
+                AllOf(HasSubstr("line 1"), HasSubstr("there is no element \"function\" in \"answer\"")));
+    const TemporaryFile two("two-functions.xml", "<answer>\n<function/>\n<function/></answer>");
+    EXPECT_THAT(refusal(two.Path()), AllOf(HasSubstr("line 3"), HasSubstr("there is a second element \"function\"")));
+    session.ReadAnswer(EXAMPLES + "as1/structure.xml");
 }
 
 TEST(HostSession, DocumentTypeDeclarationIsRefused)

@@ -4,6 +4,7 @@
 #include <system_error>
 
 #include "AnswerFile.h"
+#include "AnswerText.h"
 #include "CATDocument.h"
 #include "CATDocumentServices.h"
 #include "CATError.h"
@@ -127,12 +128,16 @@ void HostSession::CloseAssemblies()
     m_Assemblies.RemoveAll();
 }
 
-void HostSession::ReadAnswer(const std::string& path)
+std::string HostSession::ReadAnswer(const std::string& path)
 {
-    Require(m_spIPdmNodeCont->UpdatePdmGraph(AnswerFile::Read(path), nullptr, nullptr), ExitCode::BadInput,
-            "answer " + path);
+    const CATIDOMDocument_var spAnswer = AnswerFile::Read(path);
+    AnswerText::LeftOut leftOut(spAnswer);
+    CATListValCATBaseUnknown_var relations;
+    Require(m_spIPdmNodeCont->UpdatePdmGraph(spAnswer, nullptr, &relations), ExitCode::BadInput, "answer " + path);
     unsigned char bAddNewNodes = TRUE;
     Require(m_spIPdmNodeCont->UpdateAllRepNodeContainers(&bAddNewNodes), ExitCode::Failure, "update after " + path);
+    const std::string text = leftOut.Describe(relations);
+    return text.empty() ? "" : path + ": " + text;
 }
 
 void HostSession::ExpandEverything()

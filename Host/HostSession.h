@@ -38,8 +38,9 @@ public:
     QTBPdmStore* GetStore() const;
     const std::string& GetStorePath() const { return m_StorePath; }
 
-    // Reads a PDM answer as a command does: updates the PDM graph and lets the windows follow.
-    void ReadAnswer(const std::string& path);
+    // Reads a PDM answer as a command does: updates the PDM graph and lets the windows follow. Returns what the graph
+    // left out, for people; empty when it took all.
+    std::string ReadAnswer(const std::string& path);
 
     // Expands every root of the PDM window along all relations of the schema, from left to right, whatever the action
     // that read them.

@@ -38,7 +38,9 @@ public:
     {
         for (const std::string& answer : m_Options.answers) {
             m_Progress.Show("reading " + answer);
-            m_Session.ReadAnswer(answer);
+            if (const std::string leftOut = m_Session.ReadAnswer(answer); !leftOut.empty()) {
+                m_Warnings.push_back(leftOut);
+            }
         }
         m_Progress.Show("expanding the PDM window");
         m_Session.ExpandEverything();
@@ -184,6 +186,12 @@ private:
                        places > 1 ? fmt::format(", {} places", places) : "");
             first = last;
         }
+        if (!m_Warnings.empty()) {
+            std::cout << "\nMessages:\n";
+            for (const std::string& warning : m_Warnings) {
+                fmt::print(std::cout, "  warning: {}\n", warning);
+            }
+        }
     }
 
     void PrintJson() const
@@ -205,6 +213,10 @@ private:
         for (const auto& [key, text] : m_OnlyInPdm) {
             onlyInPdm.push_back({{"key", key}, {"display", text}});
         }
+        nlohmann::ordered_json messages = nlohmann::ordered_json::array();
+        for (const std::string& warning : m_Warnings) {
+            messages.push_back({{"kind", "warning"}, {"text", warning}});
+        }
         const nlohmann::ordered_json result = {{"products", products},
                                                {"onlyInPdm", onlyInPdm},
                                                {"counts",
@@ -214,7 +226,8 @@ private:
                                                  {"notInPdm", Count(ProductLinks::NOT_IN_PDM)},
                                                  {"brokenLinks", Count(ProductLinks::BROKEN_LINK)},
                                                  {"withFile", CountFiles()},
-                                                 {"relationsShown", m_ShownRelations}}}};
+                                                 {"relationsShown", m_ShownRelations}}},
+                                               {"messages", messages}};
         std::cout << result.dump(2) << '\n';
     }
 
@@ -225,6 +238,7 @@ private:
     std::vector<ProductTree::Place> m_Places;
     std::vector<ProductLinks::Correspondence> m_Correspondences;
     std::vector<std::pair<std::string, std::string>> m_OnlyInPdm;
+    std::vector<std::string> m_Warnings;
     int m_ShownRelations = 0;
     CATFrmWindow* m_pPdmWindow = nullptr;
 };

@@ -63,6 +63,16 @@ void Print(const Json& result, bool asJson, const std::string& text)
     std::cout << (asJson ? result.dump(2) + "\n" : text);
 }
 
+// What is left out of them is told beside the result.
+void ReadAnswers(HostSession& session, const ProductOptions& options)
+{
+    for (const std::string& answer : options.answers) {
+        if (const std::string leftOut = session.ReadAnswer(answer); !leftOut.empty()) {
+            std::cerr << "qtbhost: " << leftOut << '\n';
+        }
+    }
+}
+
 void SetDebug(const ProductOptions& options)
 {
     QTBDebugUtil::s_bGlobalDebugStatus = options.debug ? TRUE : FALSE;
@@ -238,9 +248,7 @@ int RunDiff(const ProductOptions& options)
 {
     SetDebug(options);
     HostSession session(options.schema, options.language);
-    for (const std::string& answer : options.answers) {
-        session.ReadAnswer(answer);
-    }
+    ReadAnswers(session, options);
     std::vector<Content> oldContents;
     {
         const CATListValCATBaseUnknown_var oldDocuments = session.OpenAssembly(options.oldAssembly);
@@ -290,9 +298,7 @@ int RunDirty(const ProductOptions& options)
 {
     SetDebug(options);
     HostSession session(options.schema, options.language);
-    for (const std::string& answer : options.answers) {
-        session.ReadAnswer(answer);
-    }
+    ReadAnswers(session, options);
     Json products = Json::array();
     std::string text;
     int dirty = 0;
@@ -322,9 +328,7 @@ int RunTypes(const ProductOptions& options)
 {
     SetDebug(options);
     HostSession session(options.schema, options.language);
-    for (const std::string& answer : options.answers) {
-        session.ReadAnswer(answer);
-    }
+    ReadAnswers(session, options);
     Json products = Json::array();
     std::string text;
     for (const ProductTree::Place& place : CollectReferences(session.OpenAssembly(options.assembly))) {

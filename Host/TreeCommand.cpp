@@ -111,6 +111,9 @@ public:
         if (!m_Options.roots.empty()) {
             ReplaceRoots();
         }
+        if (m_Options.roots.empty() && m_Session.GetRoots().Size() == 0 && Count().objects > 0) {
+            Warn("No object is a root: each stands below another one. --root KEY shows one.");
+        }
         Expand(relations);
         Consider(ONLY_CURRENT_NODES);
         m_Progress.Clear();
@@ -124,7 +127,14 @@ private:
         int number = 0;
         for (const std::string& answer : m_Options.answers) {
             m_Progress.Show(fmt::format("reading answer {} of {}: {}", ++number, m_Options.answers.size(), answer));
-            m_Session.ReadAnswer(answer);
+            Warn(m_Session.ReadAnswer(answer));
+        }
+    }
+
+    void Warn(const std::string& text)
+    {
+        if (!text.empty()) {
+            m_Warnings.Append(QTBInfoListEntry{QTBInfoListEntry::Warning, CATUnicodeString(std::string_view(text))});
         }
     }
 
@@ -219,8 +229,10 @@ private:
     {
         const std::vector<TreePrinter::Line> lines = TreePrinter::Collect(m_Session.GetRoots(), m_Options.showLevel);
         const Counts counts = Count();
-        CATListValQTBInfoListEntry messages;
-        QTBGlobVarsUtil::GetInfoListEntries(&messages);
+        CATListValQTBInfoListEntry messages = m_Warnings;
+        CATListValQTBInfoListEntry entries;
+        QTBGlobVarsUtil::GetInfoListEntries(&entries);
+        messages.Append(entries);
         m_Options.asJson ? PrintJson(lines, counts, messages) : PrintText(lines, counts, messages);
     }
 
@@ -273,6 +285,7 @@ private:
     const TreeOptions& m_Options;
     HostSession m_Session;
     Progress m_Progress;
+    CATListValQTBInfoListEntry m_Warnings;
     bool m_StoppedShort = false;
 };
 

@@ -99,6 +99,28 @@ TEST(HostSession, AFileThatIsNoAnswerIsRefusedWithFileLineAndWhatWasExpected)
     session.ReadAnswer(EXAMPLES + "as1/structure.xml");
 }
 
+TEST(HostSession, WhatTheGraphLeavesOutOfAnAnswerIsSaid)
+{
+    HostSession session("", "");
+    EXPECT_EQ(session.ReadAnswer(EXAMPLES + "as1/files.xml"),
+              EXAMPLES +
+                  "as1/files.xml: 9 items left out: an object of the relation is missing (PartFile/rod-assembly, "
+                  "PartFile/nut, PartFile/rod, PartFile/as1, PartFile/nut-bolt-assembly and 4 more)");
+    EXPECT_EQ(session.ReadAnswer(EXAMPLES + "as1/structure.xml"), "");
+    EXPECT_EQ(session.ReadAnswer(EXAMPLES + "as1/files.xml"), "") << "now the parts are there";
+    const TemporaryFile file(
+        "left-out.xml",
+        "<answer><function name='dynamicInvoke'><outArgs><arg><o><a name='Class'>Spaceship</a><a name='Key'>S/1</a></o>"
+        "<o><a name='Class'>Part</a></o><o><a name='Class'>Mine</a><a name='Key'>M/1</a><a name='QtbInfo' "
+        "type='nvlist'><nv name='QtbRelevantBaseClass'>Part</nv></a></o></arg></outArgs>"
+        "<r><a name='Class'>PartPart</a><a name='Key'>R/1</a><a name='Relation'>PartPart</a><a name='Left'>M/1</a>"
+        "<a name='Right'>rod</a></r>"
+        "<r><a name='Class'>PartPart</a><a name='Key'>R/1</a><a name='Relation'>PartPart</a><a name='Left'>M/1</a>"
+        "<a name='Right'>nut</a></r><relationToDelete>R/1</relationToDelete></function></answer>");
+    EXPECT_EQ(session.ReadAnswer(file.Path()),
+              file.Path() + ": 2 items left out: no key (1); the schema does not know the class (S/1)");
+}
+
 TEST(HostSession, DocumentTypeDeclarationIsRefused)
 {
     const TemporaryFile file("doctype-answer.xml",
@@ -163,6 +185,42 @@ TEST(TreeCommand, PrintsTheCountsOfARealAssembly)
         << output.substr(output.size() > 300 ? output.size() - 300 : 0);
 }
 
+TEST(TreeCommand, SaysWhatIsLeftOutOfAnAnswer)
+{
+    TreeOptions options;
+    options.answers = {EXAMPLES + "as1/files.xml"};
+    ::testing::internal::CaptureStdout();
+    EXPECT_EQ(RunTree(options), 0);
+    EXPECT_THAT(::testing::internal::GetCapturedStdout(),
+                HasSubstr("\nMessages:\n  warning: " + EXAMPLES + "as1/files.xml: 9 items left out: "));
+    options.asJson = true;
+    ::testing::internal::CaptureStdout();
+    EXPECT_EQ(RunTree(options), 0);
+    EXPECT_THAT(::testing::internal::GetCapturedStdout(), HasSubstr("\"messages\": [{\"kind\":\"warning\",\"text\":\"" +
+                                                                    EXAMPLES + "as1/files.xml: 9 items left out"));
+}
+
+TEST(TreeCommand, HintsAtARootWhenTheStructureIsACircle)
+{
+    const TemporaryFile file("circle-answer.xml",
+                             "<answer><function name='get'><o><a name='Class'>Part</a><a name='Key'>a</a></o>"
+                             "<o><a name='Class'>Part</a><a name='Key'>b</a></o>"
+                             "<r><a name='Class'>PartPart</a><a name='Key'>r/1</a><a name='Relation'>PartPart</a>"
+                             "<a name='Left'>a</a><a name='Right'>b</a></r>"
+                             "<r><a name='Class'>PartPart</a><a name='Key'>r/2</a><a name='Relation'>PartPart</a>"
+                             "<a name='Left'>b</a><a name='Right'>a</a></r></function></answer>");
+    TreeOptions options;
+    options.answers = {file.Path()};
+    ::testing::internal::CaptureStdout();
+    EXPECT_EQ(RunTree(options), 0);
+    EXPECT_THAT(::testing::internal::GetCapturedStdout(),
+                HasSubstr("warning: No object is a root: each stands below another one. --root KEY shows one.\n"));
+    options.roots = {"a"};
+    ::testing::internal::CaptureStdout();
+    EXPECT_EQ(RunTree(options), 0);
+    EXPECT_EQ(::testing::internal::GetCapturedStdout().find("No object is a root"), std::string::npos);
+}
+
 TEST(LinkCommand, EveryProductOfTheAssemblyIsLinkedByInstance)
 {
     LinkOptions options;
@@ -177,6 +235,22 @@ TEST(LinkCommand, EveryProductOfTheAssemblyIsLinkedByInstance)
     EXPECT_NE(output.find("\"byInstance\": 27"), std::string::npos);
     EXPECT_NE(output.find("\"byPartNumber\": 1"), std::string::npos);
     EXPECT_NE(output.find("\"onlyInPdm\": []"), std::string::npos);
+}
+
+TEST(LinkCommand, SaysWhatIsLeftOutOfAnAnswer)
+{
+    LinkOptions options;
+    options.assembly = EXAMPLES + "as1/products.xml";
+    options.answers = {EXAMPLES + "as1/files.xml", EXAMPLES + "as1/structure.xml"};
+    ::testing::internal::CaptureStdout();
+    EXPECT_EQ(RunLink(options), 0);
+    EXPECT_THAT(::testing::internal::GetCapturedStdout(),
+                HasSubstr("\nMessages:\n  warning: " + EXAMPLES + "as1/files.xml: 9 items left out: "));
+    options.asJson = true;
+    ::testing::internal::CaptureStdout();
+    EXPECT_EQ(RunLink(options), 0);
+    EXPECT_THAT(::testing::internal::GetCapturedStdout(),
+                HasSubstr("\"text\": \"" + EXAMPLES + "as1/files.xml: 9 items left out: "));
 }
 
 TEST(LinkCommand, ProductThatIsNotThereCannotBeHighlighted)

@@ -214,7 +214,9 @@ void Shell::Help(const ShellArguments& arguments)
             fmt::print(m_Context.out, "  {:<38} {}\n", GetUsage(entry), entry.help);
         }
     }
-    m_Context.out << "\nNODE is a line number of the tree printed last, or a PDM key. ITEM is the "
-                     "number of a menu item\nor its title, Expand/Consists of for one in a submenu. PATH are instance "
-                     "names from the top\nof an assembly down, joined with /. Double quotes keep blanks together.\n";
+    m_Context.out
+        << "\nNODE is a line number of the tree printed last, or a PDM key; where a number is both, #3 is the "
+           "line\nand key:3 the key. ITEM is the number of a menu item or its title, Expand/Consists of for "
+           "one in\na submenu. PATH are instance names from the top of an assembly down, joined with /. "
+           "Double quotes\nkeep blanks together.\n";
 }

@@ -218,6 +218,34 @@ TEST_F(ShellOfTest, WindowsAreListedInTheOrderOfTheirOpeningWithTheCurrentOneMar
     EXPECT_EQ(Run("tree"), "[1] Default Rep Node  DEFAULT_ROOT_NODE\n");
 }
 
+// The keys of this system are numbers.
+TEST_F(ShellOfTest, ANumberThatIsALineAndAKeyIsRefusedUntilItIsSaidWhich)
+{
+    std::string items;
+    for (const char* key : {"3", "2", "1"}) {
+        items += std::string("<o><a name=\"Class\">Part</a><a name=\"Key\">") + key + "</a><a name=\"PartNumber\">p" +
+                 key + "</a></o>";
+    }
+    std::ofstream("numbers.xml") << "<answer><function name=\"get\">" << items << "</function></answer>";
+    Run("newstore pdm.store kim");
+    Run("import numbers.xml");
+    Run("open 1");
+    ASSERT_EQ(Run("tree").substr(0, 7), "[1] p1,");
+    EXPECT_EQ(Run("properties 1").substr(0, 6), "Class ") << "line and key are the same item";
+    Run("open 2");
+    ASSERT_EQ(Run("tree").substr(0, 7), "[1] p2,");
+    const std::string refusal =
+        "error: 1 is a line of the tree printed last and the key of another item; #1 is the line, key:1 the item\n";
+    EXPECT_EQ(Run("delete 1"), refusal);
+    EXPECT_EQ(Run("properties 1"), refusal);
+    EXPECT_NE(Run("properties #1").find("p2"), std::string::npos);
+    EXPECT_EQ(Run("properties #9"), "error: the tree printed last has no line 9\n");
+    EXPECT_NE(Run("tree all key:2").find("p2"), std::string::npos);
+    EXPECT_EQ(Run("delete key:3"), "3: deleted\n") << "an item that only the store has";
+    EXPECT_EQ(Run("delete key:1"), "1: deleted\n");
+    EXPECT_EQ(Run("delete 1"), "2: deleted\n") << "nothing else has that key any more";
+}
+
 // What the schema offers is the administrator's to write.
 TEST(Shell, UnknownActionsAndRelationsWithoutNamesAreLeftOutOfMenus)
 {

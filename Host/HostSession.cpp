@@ -8,6 +8,8 @@
 #include "CATDocument.h"
 #include "CATDocumentServices.h"
 #include "CATError.h"
+#include "CATFrmEditor.h"
+#include "CATFrmLayout.h"
 #include "CATFrmNavigGraphicWindow.h"
 #include "CATFrmObjectEditor.h"
 #include "CATMsgCatalog.h"
@@ -32,6 +34,20 @@
 #include "StoreInput.h"
 
 namespace fs = std::filesystem;
+
+namespace {
+
+bool HasWindow(const CATDocument* pDocument)
+{
+    for (const CATFrmWindow* pWindow : CATFrmLayout::GetCurrentLayout()->GetWindowList()) {
+        if (pWindow->GetEditor() != nullptr && pWindow->GetEditor()->GetDocument() == pDocument) {
+            return true;
+        }
+    }
+    return false;
+}
+
+} // namespace
 
 HostSession::HostSession(const std::string& schema, const std::string& language)
 {
@@ -112,12 +128,20 @@ CATListValCATBaseUnknown_var HostSession::OpenAssembly(const std::string& path, 
                                              "the STEP reader");
 #endif
     }
+    // What is open already stays as it is there.
+    CATListValCATBaseUnknown_var opened;
     for (const CATBaseUnknown_var& spDocument : documents) {
         CATDocument* pDocument = CATDocument::FromComponent(spDocument.Get());
-        CATFrmNavigGraphicWindow::Create(pDocument->GetStorageName(), CATFrmObjectEditor::Create(pDocument));
+        if (!HasWindow(pDocument)) {
+            CATFrmNavigGraphicWindow::Create(pDocument->GetStorageName(), CATFrmObjectEditor::Create(pDocument));
+            opened.Append(spDocument);
+        }
     }
-    m_Assemblies.Append(documents);
-    return documents;
+    if (opened.Size() == 0 && documents.Size() > 0) {
+        throw HostError(ExitCode::Usage, "assembly " + path + " is open already");
+    }
+    m_Assemblies.Append(opened);
+    return opened;
 }
 
 void HostSession::CloseAssemblies()

@@ -24,7 +24,8 @@ public:
     void SetLanguage(const std::string& language);
 
     // Opens a CAD assembly: a product structure file (.xml) or a STEP file. Each document gets an editor and a window.
-    // The answer is the documents that the file opens for themselves. The boxes of a STEP file's shapes are read when
+    // The answer is the documents that the file opens for themselves, without those that have a window already; an
+    // assembly of which all have one is refused. The boxes of a STEP file's shapes are read when
     // they are asked for; those of a product structure file always.
     CATListValCATBaseUnknown_var OpenAssembly(const std::string& path, bool withBoxes = false);
 

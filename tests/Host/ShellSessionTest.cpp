@@ -246,6 +246,22 @@ TEST_F(ShellOfTest, ANumberThatIsALineAndAKeyIsRefusedUntilItIsSaidWhich)
     EXPECT_EQ(Run("delete 1"), "2: deleted\n") << "nothing else has that key any more";
 }
 
+TEST_F(ShellOfTest, AnAssemblyIsOpenOnce)
+{
+    EXPECT_EQ(Run("assembly examples/as1/products.xml"), "");
+    const std::string products = Run("products");
+    const std::string windows = Run("windows");
+    EXPECT_EQ(Run("assembly examples/as1/products.xml"),
+              "error: assembly examples/as1/products.xml is open already\n");
+    EXPECT_EQ(Run("products"), products);
+    EXPECT_EQ(Run("windows"), windows);
+    EXPECT_NE(Run("links").find("\n28 products,"), std::string::npos);
+    Run("window 2");
+    Run("close");
+    EXPECT_EQ(Run("assembly examples/as1/products.xml"), "") << "it was closed";
+    EXPECT_EQ(Run("products"), products);
+}
+
 // What the schema offers is the administrator's to write.
 TEST(Shell, UnknownActionsAndRelationsWithoutNamesAreLeftOutOfMenus)
 {

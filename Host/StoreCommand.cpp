@@ -13,6 +13,7 @@
 
 #include "AnswerText.h"
 #include "CATIDOMDocument.h"
+#include "CommandLine.h"
 #include "HostSession.h"
 #include "QTBINodeAttributes.h"
 #include "QTBIPdmNode.h"
@@ -372,7 +373,9 @@ Exit codes: 0 done, 1 refused, 2 wrong command line, 3 input that cannot be read
     pQuery->add_option("--class", options.className, "class, subclasses included (any if not given)")
         ->type_name("NAME");
     pQuery->add_flag("--all-versions", options.allVersions, "old versions too");
-    pQuery->add_option("--limit", options.limit, "objects to find at most")->check(CLI::PositiveNumber)->type_name("N");
+    pQuery->add_option("--limit", options.limit, "objects to find at most")
+        ->check(CommandLine::NumberFrom(1))
+        ->type_name("N");
     AddOutput(*pQuery, options);
 
     CLI::App* pExpand = AddCommand(*pStore, options, "expand", "Follow relations from objects");
@@ -381,7 +384,7 @@ Exit codes: 0 done, 1 refused, 2 wrong command line, 3 input that cannot be read
         ->allow_extra_args(false)
         ->type_name("NAME[:left|:right]");
     pExpand->add_option("--level", options.level, "levels (all if not given)")
-        ->check(CLI::NonNegativeNumber)
+        ->check(CommandLine::NumberFrom(0))
         ->type_name("N");
     AddOutput(*pExpand, options);
 

@@ -9,6 +9,7 @@
 #include <CLI/CLI.hpp>
 
 #include "BoxesCommand.h"
+#include "CommandLine.h"
 #include "HostError.h"
 #include "LinkCommand.h"
 #include "ProductCommands.h"
@@ -47,14 +48,14 @@ Exit codes: 0 done, 1 the session stopped short, 2 wrong command line, 3 input t
         ->allow_extra_args(false)
         ->type_name("NAME[:left|:right]");
     pTree->add_option("--level", options.level, "object levels to expand below a root (all if not given)")
-        ->check(CLI::NonNegativeNumber)
+        ->check(CommandLine::NumberFrom(0))
         ->type_name("N");
     pTree->add_option("--consider", options.consider, "PDM nodes to show: all, recent (newest action) or current")
         ->check(CLI::IsMember({"all", "recent", "current"}))
         ->type_name("WHICH")
         ->capture_default_str();
     pTree->add_option("--show-level", options.showLevel, "tree levels to print (all if not given)")
-        ->check(CLI::NonNegativeNumber)
+        ->check(CommandLine::NumberFrom(0))
         ->type_name("N");
     pTree->add_flag("--json", options.asJson, "print for programs");
     pTree->add_option("--language", options.language, "language of messages and display names, for example German")
@@ -191,6 +192,7 @@ int Run(int argc, char** argv)
 {
     CLI::App app("Drives the object-model library of a PDM integration as a CAD session would.", "qtbhost");
     app.require_subcommand(1);
+    app.set_version_flag("--version", "qtbhost " QTB_VERSION, "print the version");
     app.get_formatter()->column_width(34);
 
     TreeOptions treeOptions;
@@ -215,6 +217,10 @@ int Run(int argc, char** argv)
     try {
         app.parse(argc, argv);
     } catch (const CLI::ParseError& error) {
+        const std::string unknown = CommandLine::DescribeUnknownWord(app);
+        if (error.get_exit_code() == static_cast<int>(CLI::ExitCodes::RequiredError) && !unknown.empty()) {
+            throw HostError(ExitCode::Usage, unknown);
+        }
         return app.exit(error) == 0 ? 0 : static_cast<int>(ExitCode::Usage);
     }
     if (app.got_subcommand("tree")) {

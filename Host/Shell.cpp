@@ -18,6 +18,9 @@
 
 namespace {
 
+// What some editors put in front of UTF-8 text.
+constexpr std::string_view BYTE_ORDER_MARK = "\xEF\xBB\xBF";
+
 // Words of a line; double quotes keep blanks together.
 ShellArguments Split(const std::string& line)
 {
@@ -64,9 +67,9 @@ Shell::Shell(HostSession& session, std::ostream& out)
                 m_StoreCommands.GetStoreGroup(),   m_ProductCommands.GetProductGroup(), m_BoxCommands.GetBoxGroup(),
                 m_WindowCommands.GetSessionGroup()};
     m_Groups.back().entries.push_back(
-        {"help", "[COMMAND]", "say what the commands do", 0, 1, ShellRun(this, &Shell::Help)});
+        {"help", "[COMMAND]", "say what the commands do; ? does too", 0, 1, ShellRun(this, &Shell::Help)});
     m_Groups.back().entries.push_back(
-        {"quit", "", "end the session", 0, 0, [this](const ShellArguments&) { m_IsOver = true; }});
+        {"quit", "", "end the session; exit does too", 0, 0, [this](const ShellArguments&) { m_IsOver = true; }});
     CATApplicationFrame::GetFrame()->SetNoticeHandler([&out](const CATDlgNotice& notice) {
         fmt::print(out, "{}\n{}{}", notice.title.View(), notice.message.View(),
                    notice.message.View().ends_with('\n') ? "" : "\n");
@@ -78,8 +81,9 @@ Shell::~Shell()
     CATApplicationFrame::GetFrame()->SetNoticeHandler(nullptr);
 }
 
-const ShellEntry* Shell::Find(const std::string& name) const
+const ShellEntry* Shell::Find(const std::string& word) const
 {
+    const std::string name = word == "exit" ? "quit" : word == "?" ? "help" : word;
     for (const ShellGroup& group : m_Groups) {
         for (const ShellEntry& entry : group.entries) {
             if (entry.name == name) {
@@ -151,6 +155,9 @@ void Shell::RunScript(std::istream& script)
 {
     int number = 0;
     for (std::string line; ReadLine(script, &line);) {
+        if (number == 0 && line.starts_with(BYTE_ORDER_MARK)) {
+            line.erase(0, BYTE_ORDER_MARK.size());
+        }
         m_Context.out << "> " << line << '\n';
         if (!Execute(line, fmt::format("line {}", ++number))) {
             return;

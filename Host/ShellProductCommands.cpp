@@ -67,6 +67,9 @@ void ShellProductCommands::Print(const ShellArguments&)
                          isHighlighted, place.spIProduct});
     }
     TreePrinter::PrintText(m_Context.out, lines, m_Context.hasColors);
+    if (lines.empty()) {
+        m_Context.out << "0 products\n";
+    }
 }
 
 void ShellProductCommands::PrintLinks(const ShellArguments& arguments)

@@ -171,7 +171,8 @@ void AddShell(CLI::App& app, ShellOptions& options)
     CLI::App* pShell = app.add_subcommand("shell", "Work in a session, line by line");
     pShell->footer(
         R"(Without a script the lines come from the standard input: edited on a terminal, with completion and history, plain
-from a pipe. The command help lists the commands. Colours are for terminals only; NO_COLOR turns them off.
+from a pipe. The command help lists the commands. On a terminal Ctrl-C clears the line and Ctrl-D ends the session.
+Colours are for terminals only; NO_COLOR turns them off.
 
 Examples:
   qtbhost shell

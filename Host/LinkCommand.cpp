@@ -156,6 +156,14 @@ private:
                           [](const ProductLinks::Correspondence& found) { return !found.file.empty(); }));
     }
 
+    // The tree of the PDM window in which a product was highlighted; empty when none was.
+    std::vector<TreePrinter::Line> CollectPdmTree() const
+    {
+        return m_pPdmWindow == nullptr
+                   ? std::vector<TreePrinter::Line>()
+                   : TreePrinter::Collect(m_Session.GetRoots(), -1, m_pPdmWindow->GetEditor()->GetHSO());
+    }
+
     void PrintText() const
     {
         std::vector<TreePrinter::Line> lines;
@@ -168,8 +176,7 @@ private:
         TreePrinter::PrintText(std::cout, lines);
         if (m_pPdmWindow != nullptr) {
             std::cout << "\nPDM window:\n\n";
-            TreePrinter::PrintText(std::cout,
-                                   TreePrinter::Collect(m_Session.GetRoots(), -1, m_pPdmWindow->GetEditor()->GetHSO()));
+            TreePrinter::PrintText(std::cout, CollectPdmTree());
         }
         fmt::print(std::cout,
                    "\n{} products: {} linked by instance, {} by part number, {} not in PDM, {} broken links; {} have a "
@@ -213,11 +220,25 @@ private:
         for (const auto& [key, text] : m_OnlyInPdm) {
             onlyInPdm.push_back({{"key", key}, {"display", text}});
         }
+        // An item may stand at several places; what it stands below says at which.
+        nlohmann::ordered_json highlightedInPdm = nlohmann::ordered_json::array();
+        std::vector<std::string> keysAbove;
+        for (const TreePrinter::Line& line : CollectPdmTree()) {
+            keysAbove.resize(static_cast<std::size_t>(line.level));
+            if (line.isHighlighted) {
+                highlightedInPdm.push_back({{"key", line.key},
+                                            {"class", line.pdmClass},
+                                            {"display", line.text},
+                                            {"below", keysAbove.empty() ? "" : keysAbove.back()}});
+            }
+            keysAbove.push_back(line.key);
+        }
         nlohmann::ordered_json messages = nlohmann::ordered_json::array();
         for (const std::string& warning : m_Warnings) {
             messages.push_back({{"kind", "warning"}, {"text", warning}});
         }
         const nlohmann::ordered_json result = {{"products", products},
+                                               {"highlightedInPdm", highlightedInPdm},
                                                {"onlyInPdm", onlyInPdm},
                                                {"counts",
                                                 {{"products", m_Places.size()},

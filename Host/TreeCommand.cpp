@@ -134,7 +134,7 @@ private:
     void Warn(const std::string& text)
     {
         if (!text.empty()) {
-            m_Warnings.Append(QTBInfoListEntry{QTBInfoListEntry::Warning, CATUnicodeString(std::string_view(text))});
+            m_Messages.Append(QTBInfoListEntry{QTBInfoListEntry::Warning, CATUnicodeString(std::string_view(text))});
         }
     }
 
@@ -201,7 +201,13 @@ private:
                                                                          pObjectsBelow, &bTrue, &bFalse, &bTrue);
             if (FAILED(hr)) {
                 m_Progress.Clear();
-                std::cerr << "qtbhost: " << HostSession::Describe(hr) << '\n';
+                const std::string failure = HostSession::Describe(hr);
+                std::cerr << "qtbhost: " << failure << '\n';
+                // Beside a text it stands on the terminal; a program looks for it in the result.
+                if (m_Options.asJson) {
+                    m_Messages.Append(
+                        QTBInfoListEntry{QTBInfoListEntry::Error, CATUnicodeString(std::string_view(failure))});
+                }
                 m_StoppedShort = true;
             }
         }
@@ -229,7 +235,7 @@ private:
     {
         const std::vector<TreePrinter::Line> lines = TreePrinter::Collect(m_Session.GetRoots(), m_Options.showLevel);
         const Counts counts = Count();
-        CATListValQTBInfoListEntry messages = m_Warnings;
+        CATListValQTBInfoListEntry messages = m_Messages;
         CATListValQTBInfoListEntry entries;
         QTBGlobVarsUtil::GetInfoListEntries(&entries);
         messages.Append(entries);
@@ -285,7 +291,7 @@ private:
     const TreeOptions& m_Options;
     HostSession m_Session;
     Progress m_Progress;
-    CATListValQTBInfoListEntry m_Warnings;
+    CATListValQTBInfoListEntry m_Messages;
     bool m_StoppedShort = false;
 };
 

@@ -2,11 +2,16 @@
 
 #include <filesystem>
 #include <fstream>
+#include <iostream>
+#include <sstream>
+
+#include <nlohmann/json.hpp>
 
 #include "HostSession.h"
 #include "LinkCommand.h"
 #include "ProductCommands.h"
 #include "QTBIPdmNode.h"
+#include "QTBTestEnvironment.h"
 #include "TreeCommand.h"
 
 namespace fs = std::filesystem;
@@ -221,6 +226,22 @@ TEST(TreeCommand, HintsAtARootWhenTheStructureIsACircle)
     EXPECT_EQ(::testing::internal::GetCapturedStdout().find("No object is a root"), std::string::npos);
 }
 
+TEST(TreeCommand, ATreeThatIsCutIsAmongTheMessagesOfTheJson)
+{
+    const QTBTestEnvironment limit("QTB_MAX_REP_NODES", "10");
+    TreeOptions options;
+    options.answers = {EXAMPLES + "as1/structure.xml"};
+    options.asJson = true;
+    ::testing::internal::CaptureStdout();
+    ::testing::internal::CaptureStderr();
+    EXPECT_EQ(RunTree(options), 1);
+    EXPECT_THAT(::testing::internal::GetCapturedStderr(), HasSubstr("more than 10 nodes"));
+    const auto json = nlohmann::json::parse(::testing::internal::GetCapturedStdout());
+    ASSERT_EQ(json["messages"].size(), 1U);
+    EXPECT_EQ(json["messages"][0]["kind"], "error");
+    EXPECT_THAT(json["messages"][0]["text"].get<std::string>(), HasSubstr("more than 10 nodes"));
+}
+
 TEST(LinkCommand, EveryProductOfTheAssemblyIsLinkedByInstance)
 {
     LinkOptions options;
@@ -251,6 +272,25 @@ TEST(LinkCommand, SaysWhatIsLeftOutOfAnAnswer)
     EXPECT_EQ(RunLink(options), 0);
     EXPECT_THAT(::testing::internal::GetCapturedStdout(),
                 HasSubstr("\"text\": \"" + EXAMPLES + "as1/files.xml: 9 items left out: "));
+}
+
+TEST(LinkCommand, TheHighlightInThePdmWindowIsInTheJson)
+{
+    LinkOptions options;
+    options.assembly = EXAMPLES + "as1/products.xml";
+    options.answers = {EXAMPLES + "as1/structure.xml"};
+    options.asJson = true;
+    const auto run = [&options] {
+        ::testing::internal::CaptureStdout();
+        EXPECT_EQ(RunLink(options), 0);
+        return nlohmann::json::parse(::testing::internal::GetCapturedStdout());
+    };
+    EXPECT_TRUE(run()["highlightedInPdm"].empty());
+    options.highlight = "rod-assembly_1/nut_2";
+    const auto json = run();
+    ASSERT_EQ(json["highlightedInPdm"].size(), 1U);
+    EXPECT_EQ(json["highlightedInPdm"][0]["key"], "nut");
+    EXPECT_EQ(json["highlightedInPdm"][0]["below"], "PartPart/2/rod-assembly");
 }
 
 TEST(LinkCommand, ProductThatIsNotThereCannotBeHighlighted)

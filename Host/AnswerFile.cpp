@@ -1,8 +1,12 @@
 #include "AnswerFile.h"
 
 #include <fstream>
+#include <istream>
 #include <iterator>
 
+#include <fmt/format.h>
+
+#include "CATEnvLimit.h"
 #include "CATXMLStrictElement.h"
 #include "CATXMLTextCheck.h"
 #include "HostSession.h"
@@ -36,6 +40,37 @@ CATUnicodeString FindFault(const CATDOMElementView& root, CATDOMElementView* pPl
     return "there is no element \"function\" in " + CATXMLStrictElement::Quote(root.GetTagName());
 }
 
+// Refuses a document that is no answer. Lines are those of its text, which is given by who has it.
+template <class GetText>
+void RequireAnswer(const CATIDOMDocument_var& spDocument, const std::string& name, GetText getText)
+{
+    CATIDOMElement_var spRoot;
+    HostSession::Require(spDocument->GetDocumentElement(&spRoot), ExitCode::BadInput, "answer " + name);
+    CATDOMElementView place;
+    const CATUnicodeString problem = FindFault(spRoot->GetView(), &place);
+    if (!problem.IsEmpty()) {
+        HostSession::Require(
+            CATXMLTextCheck::Refuse(getText(), CATXMLStrictElement(place).GetOffset(), name.c_str(), problem, EXPECTED),
+            ExitCode::BadInput, "answer");
+    }
+}
+
+// All bytes, as long as a file may have as many.
+std::string ReadBytes(std::istream& stream, const std::string& name)
+{
+    const auto most = static_cast<std::size_t>(CATGetMaxFileBytes());
+    std::string bytes;
+    char buffer[65536];
+    while (stream.read(buffer, sizeof buffer) || stream.gcount() > 0) {
+        bytes.append(buffer, static_cast<std::size_t>(stream.gcount()));
+        if (bytes.size() > most) {
+            throw HostError(ExitCode::BadInput,
+                            fmt::format("answer: {} has more than {} bytes (CAT_MAX_FILE_MB)", name, most));
+        }
+    }
+    return bytes;
+}
+
 } // namespace
 
 CATIDOMDocument_var AnswerFile::Read(const std::string& path)
@@ -43,18 +78,22 @@ CATIDOMDocument_var AnswerFile::Read(const std::string& path)
     HostSession::RequireFile(path, "answer");
     CATIDOMDocument_var spAnswer;
     HostSession::Require(QTBXmlUtil::GetDomDocumentFromFile(path.c_str(), &spAnswer), ExitCode::BadInput, "answer");
-    CATIDOMElement_var spRoot;
-    HostSession::Require(spAnswer->GetDocumentElement(&spRoot), ExitCode::BadInput, "answer " + path);
-    CATDOMElementView place;
-    const CATUnicodeString problem = FindFault(spRoot->GetView(), &place);
-    if (!problem.IsEmpty()) {
-        // Lines are those of the text, which is read again to count them.
+    RequireAnswer(spAnswer, path, [&path] {
         std::ifstream stream(path, std::ios::binary);
         std::string text{std::istreambuf_iterator<char>(stream), std::istreambuf_iterator<char>()};
         HostSession::Require(CATXMLTextCheck::DecodeBytes(path.c_str(), &text), ExitCode::BadInput, "answer");
-        HostSession::Require(
-            CATXMLTextCheck::Refuse(text, CATXMLStrictElement(place).GetOffset(), path.c_str(), problem, EXPECTED),
-            ExitCode::BadInput, "answer");
-    }
+        return text;
+    });
+    return spAnswer;
+}
+
+CATIDOMDocument_var AnswerFile::Read(std::istream& stream, const std::string& name)
+{
+    std::string text = ReadBytes(stream, name);
+    HostSession::Require(CATXMLTextCheck::DecodeBytes(name.c_str(), &text), ExitCode::BadInput, "answer");
+    HostSession::Require(CATXMLTextCheck::CheckText(text, name.c_str()), ExitCode::BadInput, "answer");
+    CATIDOMDocument_var spAnswer;
+    HostSession::Require(QTBXmlUtil::GetTrustedDomDocument(text, &spAnswer), ExitCode::BadInput, "answer");
+    RequireAnswer(spAnswer, name, [&text] { return text; });
     return spAnswer;
 }

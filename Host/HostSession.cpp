@@ -1,6 +1,7 @@
 #include "HostSession.h"
 
 #include <filesystem>
+#include <iostream>
 #include <system_error>
 
 #include "AnswerFile.h"
@@ -154,14 +155,24 @@ void HostSession::CloseAssemblies()
 
 std::string HostSession::ReadAnswer(const std::string& path)
 {
-    const CATIDOMDocument_var spAnswer = AnswerFile::Read(path);
+    return TakeAnswer(AnswerFile::Read(path), path);
+}
+
+std::string HostSession::ReadAnswerArgument(const std::string& argument)
+{
+    const char* const input = "standard input";
+    return argument == "-" ? TakeAnswer(AnswerFile::Read(std::cin, input), input) : ReadAnswer(argument);
+}
+
+std::string HostSession::TakeAnswer(const CATIDOMDocument_var& spAnswer, const std::string& name)
+{
     AnswerText::LeftOut leftOut(spAnswer);
     CATListValCATBaseUnknown_var relations;
-    Require(m_spIPdmNodeCont->UpdatePdmGraph(spAnswer, nullptr, &relations), ExitCode::BadInput, "answer " + path);
+    Require(m_spIPdmNodeCont->UpdatePdmGraph(spAnswer, nullptr, &relations), ExitCode::BadInput, "answer " + name);
     unsigned char bAddNewNodes = TRUE;
-    Require(m_spIPdmNodeCont->UpdateAllRepNodeContainers(&bAddNewNodes), ExitCode::Failure, "update after " + path);
+    Require(m_spIPdmNodeCont->UpdateAllRepNodeContainers(&bAddNewNodes), ExitCode::Failure, "update after " + name);
     const std::string text = leftOut.Describe(relations);
-    return text.empty() ? "" : path + ": " + text;
+    return text.empty() ? "" : name + ": " + text;
 }
 
 void HostSession::ExpandEverything()

@@ -2,6 +2,7 @@
 
 #include <string>
 
+#include "CATIDOMDocument.h"
 #include "CATInterface_var.h"
 #include "CATListValCATBaseUnknown_var.h"
 #include "HostError.h"
@@ -43,6 +44,9 @@ public:
     // left out, for people; empty when it took all.
     std::string ReadAnswer(const std::string& path);
 
+    // The same for an answer that a command line names: "-" is what comes from the standard input.
+    std::string ReadAnswerArgument(const std::string& argument);
+
     // Expands every root of the PDM window along all relations of the schema, from left to right, whatever the action
     // that read them.
     void ExpandEverything();
@@ -63,6 +67,8 @@ public:
     static void RequireFile(const std::string& path, const std::string& role);
 
 private:
+    std::string TakeAnswer(const CATIDOMDocument_var& spAnswer, const std::string& name);
+
     QTBIPdmNodeCont_var m_spIPdmNodeCont;
     QTBIRepNodeCont_var m_spIRepNodeCont;
     CATListValCATBaseUnknown_var m_Assemblies;

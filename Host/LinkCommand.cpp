@@ -38,7 +38,7 @@ public:
     {
         for (const std::string& answer : m_Options.answers) {
             m_Progress.Show("reading " + answer);
-            if (const std::string leftOut = m_Session.ReadAnswer(answer); !leftOut.empty()) {
+            if (const std::string leftOut = m_Session.ReadAnswerArgument(answer); !leftOut.empty()) {
                 m_Warnings.push_back(leftOut);
             }
         }

@@ -67,7 +67,7 @@ void Print(const Json& result, bool asJson, const std::string& text)
 void ReadAnswers(HostSession& session, const ProductOptions& options)
 {
     for (const std::string& answer : options.answers) {
-        if (const std::string leftOut = session.ReadAnswer(answer); !leftOut.empty()) {
+        if (const std::string leftOut = session.ReadAnswerArgument(answer); !leftOut.empty()) {
             std::cerr << "qtbhost: " << leftOut << '\n';
         }
     }

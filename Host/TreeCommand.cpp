@@ -127,7 +127,7 @@ private:
         int number = 0;
         for (const std::string& answer : m_Options.answers) {
             m_Progress.Show(fmt::format("reading answer {} of {}: {}", ++number, m_Options.answers.size(), answer));
-            Warn(m_Session.ReadAnswer(answer));
+            Warn(m_Session.ReadAnswerArgument(answer));
         }
     }
 

@@ -22,6 +22,8 @@
 
 namespace {
 
+constexpr const char* ANSWERS_HELP = "PDM answers, read in this order; - is the standard input";
+
 void AddTree(CLI::App& app, TreeOptions& options)
 {
     CLI::App* pTree = app.add_subcommand("tree", "Show PDM answers as the trees of a PDM window");
@@ -37,9 +39,10 @@ Examples:
   qtbhost tree examples/as1/structure.xml examples/as1/files.xml
   qtbhost tree --root nut --relation PartPart:left --level 2 examples/as1/structure.xml
   qtbhost tree --json --schema QTBSchema.xml ANSWER.xml | jq .counts
+  qtbhost store expand pdm.store as1 | qtbhost tree -
 
 Exit codes: 0 done, 1 the session stopped short, 2 wrong command line, 3 input that cannot be read.)");
-    pTree->add_option("answers", options.answers, "PDM answers, read in this order")->required()->type_name("ANSWER");
+    pTree->add_option("answers", options.answers, ANSWERS_HELP)->required()->type_name("ANSWER");
     pTree->add_option("--schema", options.schema, "PDM schema (the example schema if not given)")->type_name("FILE");
     pTree->add_option("--root", options.roots, "PDM key of a root to show instead of the answers' own")
         ->allow_extra_args(false)
@@ -90,9 +93,11 @@ Then what the PDM window shows and the assembly does not have.
 Examples:
   qtbhost link examples/as1/products.xml examples/as1/structure.xml examples/as1/files.xml
   qtbhost link --highlight rod-assembly_1/nut_2 examples/as1/products.xml examples/as1/structure.xml
-  qtbhost link --highlight-pdm nut examples/as1/products.xml examples/as1/structure.xml)");
+  qtbhost link --highlight-pdm nut examples/as1/products.xml examples/as1/structure.xml
+
+Exit codes: 0 done, 1 the session could not do it, 2 wrong command line, 3 input that cannot be read.)");
     pLink->add_option("assembly", options.assembly, ASSEMBLY_HELP)->required()->type_name("ASSEMBLY");
-    pLink->add_option("answers", options.answers, "PDM answers, read in this order")->required()->type_name("ANSWER");
+    pLink->add_option("answers", options.answers, ANSWERS_HELP)->required()->type_name("ANSWER");
     pLink->add_option("--highlight", options.highlight, "instance names down to a product, to show in the PDM window")
         ->type_name("PATH");
     pLink->add_option("--highlight-pdm", options.highlightPdm, "key of a PDM item to show in the assembly")
@@ -108,16 +113,18 @@ void AddProductCommands(CLI::App& app, ProductOptions& options)
 that only one of the assemblies has all instances are shown:
   + INSTANCE (PART)    only in NEW
   - INSTANCE (PART)    only in OLD
-Answers change what is compared: as in a PDM session, instances go by the PDM relation that they were made from and their
-name (RELATION/NAME), one that the PDM data place with another part is both added and missing, and one that the PDM data do
-not know is never missing.
+Answers change what is compared: as in a PDM session, instances go by the PDM relation that they were made from and
+their name (RELATION/NAME), one that the PDM data place with another part is both added and missing, and one that the
+PDM data do not know is never missing.
 
 Examples:
   qtbhost diff old.xml new.xml
-  qtbhost diff old.step new.step ANSWER.xml)");
+  qtbhost diff old.step new.step ANSWER.xml
+
+Exit codes: 0 done, 1 the session could not do it, 2 wrong command line, 3 input that cannot be read.)");
     pDiff->add_option("old", options.oldAssembly, ASSEMBLY_HELP)->required()->type_name("OLD");
     pDiff->add_option("new", options.assembly, ASSEMBLY_HELP)->required()->type_name("NEW");
-    pDiff->add_option("answers", options.answers, "PDM answers to judge by")->type_name("ANSWER");
+    pDiff->add_option("answers", options.answers, ANSWERS_HELP)->type_name("ANSWER");
     AddSessionOptions(*pDiff, options);
 
     CLI::App* pDirty = app.add_subcommand("dirty", "Show which documents have to be saved in the PDM system");
@@ -129,14 +136,24 @@ Examples:
 What is in the PDM system the answers say: without any, every document is new to it.
 
 Examples:
-  qtbhost dirty examples/as1/products.xml examples/as1/structure.xml examples/as1/files.xml)");
+  qtbhost dirty examples/as1/products.xml examples/as1/structure.xml examples/as1/files.xml
+
+Exit codes: 0 done, 1 the session could not do it, 2 wrong command line, 3 input that cannot be read.)");
     pDirty->add_option("assembly", options.assembly, ASSEMBLY_HELP)->required()->type_name("ASSEMBLY");
-    pDirty->add_option("answers", options.answers, "PDM answers, read in this order")->type_name("ANSWER");
+    pDirty->add_option("answers", options.answers, ANSWERS_HELP)->type_name("ANSWER");
     AddSessionOptions(*pDirty, options);
 
     CLI::App* pTypes = app.add_subcommand("types", "Show the products' types and the commands that change them");
+    pTypes->footer(
+        R"(For every document of the assembly and every component in it: its type and file, its PDM node type, which is
+derived where nobody set it, and the commands that set another one. A product that the PDM system has gets no commands.
+
+Examples:
+  qtbhost types examples/as1/products.xml examples/as1/structure.xml
+
+Exit codes: 0 done, 1 the session could not do it, 2 wrong command line, 3 input that cannot be read.)");
     pTypes->add_option("assembly", options.assembly, ASSEMBLY_HELP)->required()->type_name("ASSEMBLY");
-    pTypes->add_option("answers", options.answers, "PDM answers, read in this order")->type_name("ANSWER");
+    pTypes->add_option("answers", options.answers, ANSWERS_HELP)->type_name("ANSWER");
     AddSessionOptions(*pTypes, options);
 }
 
@@ -150,7 +167,9 @@ The picture shows them from the front right above, the marked ones in red.
 
 Examples:
   qtbhost boxes examples/as1/products.xml
-  qtbhost boxes examples/as1/products.xml --mark rod-assembly_1 --mark plate_1 --png as1.png)");
+  qtbhost boxes examples/as1/products.xml --mark rod-assembly_1 --mark plate_1 --png as1.png
+
+Exit codes: 0 done, 1 the session could not do it, 2 wrong command line, 3 input that cannot be read.)");
     pBoxes->add_option("assembly", options.assembly, ASSEMBLY_HELP)->required()->type_name("ASSEMBLY");
     pBoxes->add_option("--png", options.png, "picture to draw")->type_name("FILE");
     pBoxes
@@ -211,6 +230,14 @@ int Run(int argc, char** argv)
 #ifdef QTB_WITH_STEP
     ConvertOptions convertOptions;
     CLI::App* pConvert = app.add_subcommand("convert", "Write the PDM answers of a STEP assembly");
+    pConvert->footer(
+        R"(Writes what a PDM system would answer for the assembly, and its product structure (docs/formats.md), one file each;
+DIR is made when it is not there.
+
+Examples:
+  qtbhost convert gearbox.step answers && qtbhost link answers/products.xml answers/structure.xml answers/files.xml
+
+Exit codes: 0 done, 1 the session could not do it, 2 wrong command line, 3 input that cannot be read.)");
     pConvert->add_option("assembly", convertOptions.assembly, "STEP file")->required()->type_name("STEP");
     pConvert->add_option("folder", convertOptions.folder, "folder for the answers")->required()->type_name("DIR");
 #endif

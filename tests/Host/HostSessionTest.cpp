@@ -242,6 +242,32 @@ TEST(TreeCommand, ATreeThatIsCutIsAmongTheMessagesOfTheJson)
     EXPECT_THAT(json["messages"][0]["text"].get<std::string>(), HasSubstr("more than 10 nodes"));
 }
 
+TEST(TreeCommand, TakesAnAnswerFromTheStandardInput)
+{
+    const auto run = [](const std::string& text) {
+        std::istringstream input(text);
+        std::streambuf* const pBefore = std::cin.rdbuf(input.rdbuf());
+        TreeOptions options;
+        options.answers = {"-"};
+        std::string output;
+        ::testing::internal::CaptureStdout();
+        const auto [exitCode, message] = FailureOf([&options] { EXPECT_EQ(RunTree(options), 0); });
+        output = ::testing::internal::GetCapturedStdout();
+        std::cin.clear();
+        std::cin.rdbuf(pBefore);
+        EXPECT_EQ(exitCode, message.empty() ? ExitCode::Success : ExitCode::BadInput);
+        return message.empty() ? output : message;
+    };
+    std::ifstream file(EXAMPLES + "as1/structure.xml");
+    std::ostringstream text;
+    text << file.rdbuf();
+    EXPECT_THAT(run(text.str()), HasSubstr("\nPDM graph: 9 objects, 13 relations\n"));
+    EXPECT_THAT(run("<answer>\n<function>\n</answer>"), AllOf(HasSubstr("standard input"), HasSubstr("line 3")));
+    EXPECT_THAT(run("<!DOCTYPE a []><answer><function/></answer>"), HasSubstr("standard input"));
+    EXPECT_THAT(run("\n<products/>"), AllOf(HasSubstr("standard input, line 2"), HasSubstr("a product structure")));
+    EXPECT_THAT(run(""), HasSubstr("standard input"));
+}
+
 TEST(LinkCommand, EveryProductOfTheAssemblyIsLinkedByInstance)
 {
     LinkOptions options;

@@ -1,5 +1,7 @@
 #include "AnswerText.h"
 
+#include <unordered_set>
+
 #include <fmt/format.h>
 
 #include "HostSession.h"
@@ -32,6 +34,31 @@ CATUnicodeString GetAttribute(const CATDOMElementView& item, const CATUnicodeStr
         }
     }
     return CATUnicodeString();
+}
+
+// An item without class is not asked for one.
+bool HasKnownClass(const CATDOMElementView& item, const QTBSchema& schema)
+{
+    const CATUnicodeString usClass = GetAttribute(item, schema.GetClassAttr());
+    if (usClass.IsEmpty() || schema.FindClass(usClass) != nullptr) {
+        return true;
+    }
+    for (CATDOMElementView child = item.GetFirstChild(); child; child = child.GetNextSibling()) {
+        const CATDOMAttributeView name = child.FindAttribute("name");
+        if (name && name.GetValue() == "QtbInfo") {
+            return schema.FindClass(GetAttribute(child, "QtbRelevantBaseClass")) != nullptr;
+        }
+    }
+    return false;
+}
+
+std::unordered_set<CATUnicodeString> GetKeys(const CATListValCATBaseUnknown_var& pdmNodes)
+{
+    std::unordered_set<CATUnicodeString> keys;
+    for (const CATBaseUnknown_var& spPdmNode : pdmNodes) {
+        keys.insert(QTBIPdmNode_var(spPdmNode)->GetPdmKey());
+    }
+    return keys;
 }
 
 } // namespace
@@ -78,6 +105,88 @@ std::string AnswerText::DescribeDeleted(const CATIDOMDocument_var& spAnswer)
         });
     }
     return text;
+}
+
+AnswerText::LeftOut::LeftOut(const CATIDOMDocument_var& spAnswer)
+{
+    QTBSchema* pSchema = nullptr;
+    HostSession::Require(QTBSchemaUtil::GetCurrentSchemaPtr(&pSchema), ExitCode::Failure, "schema");
+    CATIDOMElement_var spRoot;
+    HostSession::Require(spAnswer->GetDocumentElement(&spRoot), ExitCode::Failure, "answer");
+    const auto readObjects = [this, pSchema](const CATDOMElementView& parent) {
+        for (CATDOMElementView item = parent.GetFirstChild(); item; item = item.GetNextSibling()) {
+            if (item.HasTagName("o")) {
+                IsReadable(item, *pSchema);
+            }
+        }
+    };
+    for (CATDOMElementView child = spRoot->GetView().GetFirstChild(); child; child = child.GetNextSibling()) {
+        const CATDOMAttributeView name = child.FindAttribute("name");
+        if (!child.HasTagName("function")) {
+            continue;
+        }
+        if (!name || name.GetValue() != "dynamicInvoke") {
+            readObjects(child);
+            continue;
+        }
+        for (CATDOMElementView arg = child.GetFirstChild(); arg; arg = arg.GetNextBelow(child)) {
+            if (arg.HasTagName("arg")) {
+                readObjects(arg);
+            }
+        }
+    }
+    ForEach(spAnswer, "r", [this, pSchema](const CATDOMElementView& item) {
+        if (IsReadable(item, *pSchema)) {
+            m_Relations.push_back(GetAttribute(item, pSchema->GetKeyAttr()));
+        }
+    });
+}
+
+std::string AnswerText::LeftOut::Describe(const CATListValCATBaseUnknown_var& relationsRead)
+{
+    if (m_Relations.size() != static_cast<std::size_t>(relationsRead.Size())) {
+        // A relation that stands in the answer twice is read twice and linked once.
+        const std::unordered_set<CATUnicodeString> linked = GetKeys(relationsRead);
+        for (const CATUnicodeString& usKey : m_Relations) {
+            if (!linked.contains(usKey)) {
+                Add("an object of the relation is missing", usKey);
+            }
+        }
+    }
+    m_Relations.clear();
+    std::string text;
+    for (const auto& [reason, group] : m_Groups) {
+        const std::string more = group.named == 0            ? fmt::format("{}", group.count)
+                                 : group.count > group.named ? fmt::format(" and {} more", group.count - group.named)
+                                                             : "";
+        text += fmt::format("{}{} ({}{})", text.empty() ? "" : "; ", reason, group.keys, more);
+    }
+    return m_Count == 0 ? "" : fmt::format("{} {} left out: {}", m_Count, m_Count == 1 ? "item" : "items", text);
+}
+
+// Whether the graph takes the item for what it says of itself.
+bool AnswerText::LeftOut::IsReadable(const CATDOMElementView& item, const QTBSchema& schema)
+{
+    const CATUnicodeString usKey = GetAttribute(item, schema.GetKeyAttr());
+    if (!HasKnownClass(item, schema)) {
+        Add("the schema does not know the class", usKey);
+        return false;
+    }
+    if (usKey.IsEmpty()) {
+        Add("no key", usKey);
+        return false;
+    }
+    return true;
+}
+
+void AnswerText::LeftOut::Add(const char* reason, const CATUnicodeString& usKey)
+{
+    Group& group = m_Groups[reason];
+    ++m_Count;
+    if (++group.count <= MAX_NAMED && !usKey.IsEmpty()) {
+        group.keys += (group.keys.empty() ? "" : ", ") + std::string(usKey.View());
+        ++group.named;
+    }
 }
 
 std::string AnswerText::DescribeState(const CATBaseUnknown_var& spPdmObject)

@@ -1,14 +1,18 @@
 #include "HostSession.h"
 
 #include <filesystem>
+#include <iostream>
 #include <system_error>
 
+#include "AnswerFile.h"
+#include "AnswerText.h"
 #include "CATDocument.h"
 #include "CATDocumentServices.h"
 #include "CATError.h"
+#include "CATFrmEditor.h"
+#include "CATFrmLayout.h"
 #include "CATFrmNavigGraphicWindow.h"
 #include "CATFrmObjectEditor.h"
-#include "CATIDOMDocument.h"
 #include "CATMsgCatalog.h"
 #include "CATProductServices.h"
 #ifdef QTB_WITH_STEP
@@ -28,26 +32,20 @@
 #include "QTBPdmStoreComponent.h"
 #include "QTBRepTreeUtil.h"
 #include "QTBSchemaUtil.h"
-#include "QTBXmlUtil.h"
 #include "StoreInput.h"
 
 namespace fs = std::filesystem;
 
 namespace {
 
-void RequireFile(const std::string& path, const std::string& role)
+bool HasWindow(const CATDocument* pDocument)
 {
-    std::error_code error;
-    const fs::file_status status = fs::status(path, error);
-    if (error && status.type() != fs::file_type::not_found) {
-        throw HostError(ExitCode::BadInput, role + " " + path + ": " + error.message());
+    for (const CATFrmWindow* pWindow : CATFrmLayout::GetCurrentLayout()->GetWindowList()) {
+        if (pWindow->GetEditor() != nullptr && pWindow->GetEditor()->GetDocument() == pDocument) {
+            return true;
+        }
     }
-    if (!fs::exists(status)) {
-        throw HostError(ExitCode::BadInput, role + " " + path + " does not exist");
-    }
-    if (fs::is_directory(status)) {
-        throw HostError(ExitCode::BadInput, role + " " + path + " is a folder, not a file");
-    }
+    return false;
 }
 
 } // namespace
@@ -130,12 +128,20 @@ CATListValCATBaseUnknown_var HostSession::OpenAssembly(const std::string& path, 
                         "assembly " + path + " is no product structure file (.xml), and " + NO_STEP_READER);
 #endif
     }
+    // What is open already stays as it is there.
+    CATListValCATBaseUnknown_var opened;
     for (const CATBaseUnknown_var& spDocument : documents) {
         CATDocument* pDocument = CATDocument::FromComponent(spDocument.Get());
-        CATFrmNavigGraphicWindow::Create(pDocument->GetStorageName(), CATFrmObjectEditor::Create(pDocument));
+        if (!HasWindow(pDocument)) {
+            CATFrmNavigGraphicWindow::Create(pDocument->GetStorageName(), CATFrmObjectEditor::Create(pDocument));
+            opened.Append(spDocument);
+        }
     }
-    m_Assemblies.Append(documents);
-    return documents;
+    if (opened.Size() == 0 && documents.Size() > 0) {
+        throw HostError(ExitCode::Usage, "assembly " + path + " is open already");
+    }
+    m_Assemblies.Append(opened);
+    return opened;
 }
 
 void HostSession::CloseAssemblies()
@@ -146,14 +152,26 @@ void HostSession::CloseAssemblies()
     m_Assemblies.RemoveAll();
 }
 
-void HostSession::ReadAnswer(const std::string& path)
+std::string HostSession::ReadAnswer(const std::string& path)
 {
-    RequireFile(path, "answer");
-    CATIDOMDocument_var spIDOMDocument;
-    Require(QTBXmlUtil::GetDomDocumentFromFile(path.c_str(), &spIDOMDocument), ExitCode::BadInput, "answer");
-    Require(m_spIPdmNodeCont->UpdatePdmGraph(spIDOMDocument, nullptr, nullptr), ExitCode::BadInput, "answer " + path);
+    return TakeAnswer(AnswerFile::Read(path), path);
+}
+
+std::string HostSession::ReadAnswerArgument(const std::string& argument)
+{
+    const char* const input = "standard input";
+    return argument == "-" ? TakeAnswer(AnswerFile::Read(std::cin, input), input) : ReadAnswer(argument);
+}
+
+std::string HostSession::TakeAnswer(const CATIDOMDocument_var& spAnswer, const std::string& name)
+{
+    AnswerText::LeftOut leftOut(spAnswer);
+    CATListValCATBaseUnknown_var relations;
+    Require(m_spIPdmNodeCont->UpdatePdmGraph(spAnswer, nullptr, &relations), ExitCode::BadInput, "answer " + name);
     unsigned char bAddNewNodes = TRUE;
-    Require(m_spIPdmNodeCont->UpdateAllRepNodeContainers(&bAddNewNodes), ExitCode::Failure, "update after " + path);
+    Require(m_spIPdmNodeCont->UpdateAllRepNodeContainers(&bAddNewNodes), ExitCode::Failure, "update after " + name);
+    const std::string text = leftOut.Describe(relations);
+    return text.empty() ? "" : name + ": " + text;
 }
 
 void HostSession::ExpandEverything()
@@ -216,6 +234,21 @@ std::string HostSession::Describe(HRESULT hr)
     }
     const CATError* pError = CATError::CATGetLastError(hr, nullptr);
     return pError != nullptr ? std::string(pError->GetNLSMessage().View()) : "not possible";
+}
+
+void HostSession::RequireFile(const std::string& path, const std::string& role)
+{
+    std::error_code error;
+    const fs::file_status status = fs::status(path, error);
+    if (error && status.type() != fs::file_type::not_found) {
+        throw HostError(ExitCode::BadInput, role + " " + path + ": " + error.message());
+    }
+    if (!fs::exists(status)) {
+        throw HostError(ExitCode::BadInput, role + " " + path + " does not exist");
+    }
+    if (fs::is_directory(status)) {
+        throw HostError(ExitCode::BadInput, role + " " + path + " is a folder, not a file");
+    }
 }
 
 void HostSession::Require(HRESULT hr, ExitCode exitCode, const std::string& what)

@@ -2,6 +2,7 @@
 
 #include <string>
 
+#include "CATIDOMDocument.h"
 #include "CATInterface_var.h"
 #include "CATListValCATBaseUnknown_var.h"
 #include "HostError.h"
@@ -25,7 +26,8 @@ public:
     void SetLanguage(const std::string& language);
 
     // Opens a CAD assembly: a product structure file (.xml) or a STEP file. Each document gets an editor and a window.
-    // The answer is the documents that the file opens for themselves. The boxes of a STEP file's shapes are read when
+    // The answer is the documents that the file opens for themselves, without those that have a window already; an
+    // assembly of which all have one is refused. The boxes of a STEP file's shapes are read when
     // they are asked for; those of a product structure file always.
     CATListValCATBaseUnknown_var OpenAssembly(const std::string& path, bool withBoxes = false);
 
@@ -39,8 +41,12 @@ public:
     QTBPdmStore* GetStore() const;
     const std::string& GetStorePath() const { return m_StorePath; }
 
-    // Reads a PDM answer as a command does: updates the PDM graph and lets the windows follow.
-    void ReadAnswer(const std::string& path);
+    // Reads a PDM answer as a command does: updates the PDM graph and lets the windows follow. Returns what the graph
+    // left out, for people; empty when it took all.
+    std::string ReadAnswer(const std::string& path);
+
+    // The same for an answer that a command line names: "-" is what comes from the standard input.
+    std::string ReadAnswerArgument(const std::string& argument);
 
     // Expands every root of the PDM window along all relations of the schema, from left to right, whatever the action
     // that read them.
@@ -66,7 +72,12 @@ public:
     // Raises HostError with the result's message behind the given words when the result is a failure.
     static void Require(HRESULT hr, ExitCode exitCode, const std::string& what);
 
+    // Raises HostError when there is no such file; the role says what it was to be.
+    static void RequireFile(const std::string& path, const std::string& role);
+
 private:
+    std::string TakeAnswer(const CATIDOMDocument_var& spAnswer, const std::string& name);
+
     QTBIPdmNodeCont_var m_spIPdmNodeCont;
     QTBIRepNodeCont_var m_spIRepNodeCont;
     CATListValCATBaseUnknown_var m_Assemblies;

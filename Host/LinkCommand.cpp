@@ -36,7 +36,9 @@ public:
     {
         for (const std::string& answer : m_Options.answers) {
             m_Progress.Show("reading " + answer);
-            m_Session.ReadAnswer(answer);
+            if (const std::string leftOut = m_Session.ReadAnswerArgument(answer); !leftOut.empty()) {
+                m_Warnings.push_back(leftOut);
+            }
         }
         m_Progress.Show("expanding the PDM window");
         m_Session.ExpandEverything();
@@ -152,6 +154,14 @@ private:
                           [](const ProductLinks::Correspondence& found) { return !found.file.empty(); }));
     }
 
+    // The tree of the PDM window in which a product was highlighted; empty when none was.
+    std::vector<TreePrinter::Line> CollectPdmTree() const
+    {
+        return m_pPdmWindow == nullptr
+                   ? std::vector<TreePrinter::Line>()
+                   : TreePrinter::Collect(m_Session.GetRoots(), -1, m_pPdmWindow->GetEditor()->GetHSO());
+    }
+
     void PrintText() const
     {
         std::vector<TreePrinter::Line> lines;
@@ -164,8 +174,7 @@ private:
         TreePrinter::PrintText(std::cout, lines);
         if (m_pPdmWindow != nullptr) {
             std::cout << "\nPDM window:\n\n";
-            TreePrinter::PrintText(std::cout,
-                                   TreePrinter::Collect(m_Session.GetRoots(), -1, m_pPdmWindow->GetEditor()->GetHSO()));
+            TreePrinter::PrintText(std::cout, CollectPdmTree());
         }
         fmt::print(std::cout,
                    "\n{} products: {} linked by instance, {} by part number, {} not in PDM, {} broken links; {} have a "
@@ -181,6 +190,12 @@ private:
             fmt::print(std::cout, "  only in PDM: {}  {}{}\n", first->first, first->second,
                        places > 1 ? fmt::format(", {} places", places) : "");
             first = last;
+        }
+        if (!m_Warnings.empty()) {
+            std::cout << "\nMessages:\n";
+            for (const std::string& warning : m_Warnings) {
+                fmt::print(std::cout, "  warning: {}\n", warning);
+            }
         }
     }
 
@@ -203,7 +218,25 @@ private:
         for (const auto& [key, text] : m_OnlyInPdm) {
             onlyInPdm.push_back({{"key", key}, {"display", text}});
         }
+        // An item may stand at several places; what it stands below says at which.
+        nlohmann::ordered_json highlightedInPdm = nlohmann::ordered_json::array();
+        std::vector<std::string> keysAbove;
+        for (const TreePrinter::Line& line : CollectPdmTree()) {
+            keysAbove.resize(static_cast<std::size_t>(line.level));
+            if (line.isHighlighted) {
+                highlightedInPdm.push_back({{"key", line.key},
+                                            {"class", line.pdmClass},
+                                            {"display", line.text},
+                                            {"below", keysAbove.empty() ? "" : keysAbove.back()}});
+            }
+            keysAbove.push_back(line.key);
+        }
+        nlohmann::ordered_json messages = nlohmann::ordered_json::array();
+        for (const std::string& warning : m_Warnings) {
+            messages.push_back({{"kind", "warning"}, {"text", warning}});
+        }
         const nlohmann::ordered_json result = {{"products", products},
+                                               {"highlightedInPdm", highlightedInPdm},
                                                {"onlyInPdm", onlyInPdm},
                                                {"counts",
                                                 {{"products", m_Places.size()},
@@ -212,7 +245,8 @@ private:
                                                  {"notInPdm", Count(ProductLinks::NOT_IN_PDM)},
                                                  {"brokenLinks", Count(ProductLinks::BROKEN_LINK)},
                                                  {"withFile", CountFiles()},
-                                                 {"relationsShown", m_ShownRelations}}}};
+                                                 {"relationsShown", m_ShownRelations}}},
+                                               {"messages", messages}};
         std::cout << result.dump(2) << '\n';
     }
 
@@ -223,6 +257,7 @@ private:
     std::vector<ProductTree::Place> m_Places;
     std::vector<ProductLinks::Correspondence> m_Correspondences;
     std::vector<std::pair<std::string, std::string>> m_OnlyInPdm;
+    std::vector<std::string> m_Warnings;
     int m_ShownRelations = 0;
     CATFrmWindow* m_pPdmWindow = nullptr;
 };

@@ -16,6 +16,9 @@
 
 namespace {
 
+// What some editors put in front of UTF-8 text.
+constexpr std::string_view BYTE_ORDER_MARK = "\xEF\xBB\xBF";
+
 // Words of a line; double quotes keep blanks together.
 ShellArguments Split(const std::string& line)
 {
@@ -62,9 +65,9 @@ Shell::Shell(HostSession& session, std::ostream& out)
                 m_StoreCommands.GetStoreGroup(),   m_ProductCommands.GetProductGroup(), m_BoxCommands.GetBoxGroup(),
                 m_WindowCommands.GetSessionGroup()};
     m_Groups.back().entries.push_back(
-        {"help", "[COMMAND]", "say what the commands do", 0, 1, ShellRun(this, &Shell::Help)});
+        {"help", "[COMMAND]", "say what the commands do; ? does too", 0, 1, ShellRun(this, &Shell::Help)});
     m_Groups.back().entries.push_back(
-        {"quit", "", "end the session", 0, 0, [this](const ShellArguments&) { m_IsOver = true; }});
+        {"quit", "", "end the session; exit does too", 0, 0, [this](const ShellArguments&) { m_IsOver = true; }});
     CATApplicationFrame::GetFrame()->SetNoticeHandler([&out](const CATDlgNotice& notice) {
         fmt::print(out, "{}\n{}{}", notice.title.View(), notice.message.View(),
                    notice.message.View().ends_with('\n') ? "" : "\n");
@@ -76,8 +79,9 @@ Shell::~Shell()
     CATApplicationFrame::GetFrame()->SetNoticeHandler(nullptr);
 }
 
-const ShellEntry* Shell::Find(const std::string& name) const
+const ShellEntry* Shell::Find(const std::string& word) const
 {
+    const std::string name = word == "exit" ? "quit" : word == "?" ? "help" : word;
     for (const ShellGroup& group : m_Groups) {
         for (const ShellEntry& entry : group.entries) {
             if (entry.name == name) {
@@ -152,6 +156,9 @@ void Shell::RunScript(std::istream& script)
 {
     int number = 0;
     for (std::string line; ReadLine(script, &line);) {
+        if (number == 0 && line.starts_with(BYTE_ORDER_MARK)) {
+            line.erase(0, BYTE_ORDER_MARK.size());
+        }
         m_Context.out << "> " << line << '\n';
         if (!Execute(line, fmt::format("line {}", ++number))) {
             return;
@@ -210,7 +217,9 @@ void Shell::Help(const ShellArguments& arguments)
             fmt::print(m_Context.out, "  {:<38} {}\n", GetUsage(entry), entry.help);
         }
     }
-    m_Context.out << "\nNODE is a line number of the tree printed last, or a PDM key. ITEM is the "
-                     "number of a menu item\nor its title, Expand/Consists of for one in a submenu. PATH are instance "
-                     "names from the top\nof an assembly down, joined with /. Double quotes keep blanks together.\n";
+    m_Context.out
+        << "\nNODE is a line number of the tree printed last, or a PDM key; where a number is both, #3 is the "
+           "line\nand key:3 the key. ITEM is the number of a menu item or its title, Expand/Consists of for "
+           "one in\na submenu. PATH are instance names from the top of an assembly down, joined with /. "
+           "Double quotes\nkeep blanks together.\n";
 }

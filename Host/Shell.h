@@ -51,7 +51,8 @@ public:
     std::vector<std::string> Complete(const std::string& line) const;
 
 private:
-    const ShellEntry* Find(const std::string& name) const;
+    // By name or by another name that it has; null for an unknown one.
+    const ShellEntry* Find(const std::string& word) const;
     void Run(ShellArguments words);
     void ReportFailure(const std::string& place, const char* text);
     void Help(const ShellArguments& arguments);

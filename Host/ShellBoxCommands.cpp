@@ -35,7 +35,8 @@ ProductBoxes::Shown ShellBoxCommands::Find(const std::string& name)
 void ShellBoxCommands::Print(const ShellArguments&)
 {
     ProductBoxes::Show(m_Context.assemblies);
-    m_Context.out << ProductBoxes::Describe(ProductBoxes::Collect());
+    const std::vector<ProductBoxes::Shown> boxes = ProductBoxes::Collect();
+    m_Context.out << (boxes.empty() ? "0 boxes\n" : ProductBoxes::Describe(boxes));
 }
 
 void ShellBoxCommands::Mark(const ShellArguments& arguments)
@@ -65,5 +66,8 @@ void ShellBoxCommands::Draw(const ShellArguments& arguments)
 {
     constexpr int SIZE = 1000;
     ProductBoxes::Show(m_Context.assemblies);
+    if (ProductBoxes::Collect().empty()) {
+        throw HostError(ExitCode::Usage, "there is nothing to draw: no product of an open assembly has a bounding box");
+    }
     ProductBoxes::WritePicture(arguments[0], SIZE);
 }

@@ -1,8 +1,11 @@
 #include "ShellCommand.h"
 
 #include <editline/readline.h>
+#include <langinfo.h>
+#include <termios.h>
 #include <unistd.h>
 
+#include <clocale>
 #include <cstdlib>
 #include <cstring>
 #include <fstream>
@@ -35,15 +38,55 @@ char** Complete(const char*, int, int end)
     return g_Candidates.empty() ? nullptr : rl_completion_matches("", &GiveCandidate);
 }
 
+// While a line is typed Ctrl-C is a key like others, which clears the line. While a command runs it ends the program,
+// as everywhere.
+class CtrlCIsAKey
+{
+public:
+    CtrlCIsAKey() : m_IsTerminal(tcgetattr(STDIN_FILENO, &m_Before) == 0)
+    {
+        termios settings = m_Before;
+        settings.c_cc[VINTR] = _POSIX_VDISABLE;
+        Set(settings);
+    }
+    CtrlCIsAKey(const CtrlCIsAKey&) = delete;
+    CtrlCIsAKey& operator=(const CtrlCIsAKey&) = delete;
+    ~CtrlCIsAKey() { Set(m_Before); }
+
+private:
+    void Set(const termios& settings) const
+    {
+        if (m_IsTerminal) {
+            tcsetattr(STDIN_FILENO, TCSADRAIN, &settings);
+        }
+    }
+
+    termios m_Before{};
+    bool m_IsTerminal;
+};
+
 // Nothing at the end of the input.
 std::optional<std::string> ReadLine(const std::string& prompt)
 {
+    const CtrlCIsAKey ctrlC;
     const std::unique_ptr<char, decltype(&std::free)> pLine(readline(prompt.c_str()), &std::free);
     return pLine != nullptr ? std::optional<std::string>(pLine.get()) : std::nullopt;
 }
 
+// The line editor takes the characters that the locale knows and drops others. The session's texts are UTF-8, so it has
+// to be a locale of that; numbers and all else stay as they are everywhere.
+void UseCharactersOfTheTerminal()
+{
+    if (std::setlocale(LC_CTYPE, "") == nullptr || std::strcmp(nl_langinfo(CODESET), "UTF-8") != 0) {
+        std::setlocale(LC_CTYPE, "C.UTF-8");
+    }
+}
+
 void RunInteractively(Shell& shell)
 {
+    UseCharactersOfTheTerminal();
+    rl_initialize();
+    rl_parse_and_bind("bind ^C ed-start-over");
     g_pShell = &shell;
     rl_attempted_completion_function = &Complete;
     using_history();
@@ -83,6 +126,7 @@ int RunShell(const ShellOptions& options)
     Shell shell(session, std::cout);
     shell.SetColors(HasColors());
     if (!options.script.empty()) {
+        HostSession::RequireFile(options.script, "script");
         std::ifstream script(options.script);
         if (!script) {
             throw HostError(ExitCode::BadInput, "script " + options.script + " cannot be read");

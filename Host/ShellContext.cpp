@@ -3,9 +3,12 @@
 #include <algorithm>
 #include <charconv>
 
+#include <fmt/format.h>
+
 #include "CATFrmLayout.h"
 #include "QTBINodeAttributes.h"
 #include "QTBIRepNodeCont.h"
+#include "QTBPdmStore.h"
 #include "QTBRepTreeUtil.h"
 
 CATFrmWindow* ShellContext::GetWindow() const
@@ -38,18 +41,56 @@ bool ShellContext::IsInTree(const QTBIRepNode_var& spIRepNode)
            SUCCEEDED(spIRepNodeCont->GetRepNodeByKey(usKey, &spIFound, &bFound)) && bFound != FALSE;
 }
 
+bool ShellContext::IsKeyOfAnotherItem(const std::string& key, std::size_t line) const
+{
+    CATUnicodeString usKeyOfLine;
+    if (SUCCEEDED(QTBIRepNode_var(treeNodes[line - 1])->GetPdmNodeKey(&usKeyOfLine)) && usKeyOfLine == key.c_str()) {
+        return false;
+    }
+    QTBIPdmNode_var spIPdmNode;
+    unsigned char bFound = FALSE;
+    session.GetPdmNodeCont()->GetPdmNodeByKey(key.c_str(), &spIPdmNode, &bFound);
+    return bFound != FALSE || (session.GetStore() != nullptr &&
+                               SUCCEEDED(session.GetStore()->GetItems({key.c_str()}, [](std::string_view) {})));
+}
+
+ShellContext::NodeName ShellContext::ReadName(const std::string& name) const
+{
+    constexpr std::string_view KEY = "key:";
+    if (name.starts_with(KEY)) {
+        return {0, name.substr(KEY.size())};
+    }
+    const bool isLine = name.starts_with('#') && ToNumber(name.substr(1)) > 0;
+    const std::size_t number = ToNumber(isLine ? name.substr(1) : name);
+    const bool hasLine = number > 0 && number <= treeNodes.size();
+    if (isLine && !hasLine) {
+        throw HostError(ExitCode::Usage, "the tree printed last has no line " + name.substr(1));
+    }
+    if (isLine || !hasLine) {
+        return {isLine ? number : 0, name};
+    }
+    if (IsKeyOfAnotherItem(name, number)) {
+        throw HostError(ExitCode::Usage,
+                        fmt::format("{0} is a line of the tree printed last and the key of another item; "
+                                    "#{0} is the line, key:{0} the item",
+                                    name));
+    }
+    return {number, name};
+}
+
 QTBIRepNode_var ShellContext::GetNode(const std::string& name) const
 {
-    if (const std::size_t number = ToNumber(name); number > 0 && number <= treeNodes.size()) {
-        QTBIRepNode_var spIRepNode(treeNodes[number - 1]);
+    const NodeName node = ReadName(name);
+    if (node.line > 0) {
+        QTBIRepNode_var spIRepNode(treeNodes[node.line - 1]);
         if (!IsInTree(spIRepNode)) {
-            throw HostError(ExitCode::Usage, "line " + name + " has left the tree; tree prints it anew");
+            throw HostError(ExitCode::Usage, fmt::format("line {} has left the tree; tree prints it anew", node.line));
         }
         return spIRepNode;
     }
     QTBIPdmNode_var spIPdmNode;
     unsigned char bFound = FALSE;
-    session.GetPdmNodeCont()->GetPdmNodeByKey(name.c_str(), &spIPdmNode, &bFound);
+    session.GetPdmNodeCont()->GetPdmNodeByKey(node.key.c_str(), &spIPdmNode, &bFound);
     CATListValCATBaseUnknown_var nodes;
     if (bFound != FALSE && SUCCEEDED(spIPdmNode->GetRepNodes(&nodes, GetContainer())) && nodes.Size() > 0) {
         return nodes[1];
@@ -71,9 +112,8 @@ CATListValCATUnicodeString ShellContext::GetKeys(const ShellArguments& names) co
 {
     CATListValCATUnicodeString Keys;
     for (const std::string& name : names) {
-        const std::size_t number = ToNumber(name);
-        Keys.Append(number > 0 && number <= treeNodes.size() ? GetPdmNode(name)->GetPdmKey()
-                                                             : CATUnicodeString(name.c_str()));
+        const NodeName node = ReadName(name);
+        Keys.Append(node.line > 0 ? GetPdmNode(name)->GetPdmKey() : CATUnicodeString(node.key.c_str()));
     }
     return Keys;
 }

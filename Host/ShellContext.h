@@ -40,7 +40,8 @@ public:
     // Whether a rep node still belongs to a window.
     static bool IsInTree(const QTBIRepNode_var& spIRepNode);
     // The rep node of a line of the tree printed last, or of a PDM key in the current window. One that has left its
-    // window meanwhile is refused.
+    // window meanwhile is refused, and so is a number that is both a line and the key of another item of the graph or
+    // the store: #N is the line, key:N the key.
     QTBIRepNode_var GetNode(const std::string& name) const;
     // Its PDM item; refused for a node that lost it.
     QTBIPdmNode_var GetPdmNode(const std::string& name) const;
@@ -54,4 +55,14 @@ public:
     static std::size_t ToNumber(const std::string& text);
     // The number of levels that a text is; any other text is refused.
     static int ToLevels(const std::string& text);
+
+private:
+    // What the name of a node says: a line of the tree printed last, or a key.
+    struct NodeName
+    {
+        std::size_t line; // 0 for a key
+        std::string key;
+    };
+    NodeName ReadName(const std::string& name) const;
+    bool IsKeyOfAnotherItem(const std::string& key, std::size_t line) const;
 };

@@ -40,7 +40,12 @@ void ShellProductCommands::Open(const ShellArguments& arguments)
     }
     const CATFrmLayout* pLayout = CATFrmLayout::GetCurrentLayout();
     CATFrmWindow* pWindow = pLayout->GetCurrentWindow();
-    m_Context.assemblies.Append(m_Context.session.OpenAssembly(arguments[0], arguments.size() > 1));
+    // One that was closed and that others kept in session comes again.
+    for (const CATBaseUnknown_var& spDocument : m_Context.session.OpenAssembly(arguments[0], arguments.size() > 1)) {
+        if (m_Context.assemblies.Locate(spDocument) == 0) {
+            m_Context.assemblies.Append(spDocument);
+        }
+    }
     // The PDM window stays in front.
     if (pWindow != nullptr) {
         CATFrmLayout::GetCurrentLayout()->SetCurrentWindow(pWindow);
@@ -62,6 +67,9 @@ void ShellProductCommands::Print(const ShellArguments&)
                          isHighlighted, place.spIProduct});
     }
     TreePrinter::PrintText(m_Context.out, lines, m_Context.hasColors);
+    if (lines.empty()) {
+        m_Context.out << "0 products\n";
+    }
 }
 
 void ShellProductCommands::PrintLinks(const ShellArguments& arguments)

@@ -157,6 +157,9 @@ void ShellStoreCommands::Query(const ShellArguments& arguments)
         return requests.Query(hasClass ? arguments[0].c_str() : "", AttrNames, AttrValues, bNewestVersionsOnly,
                               pspAnswer);
     });
+    if (found.Size() == 0) {
+        m_Context.out << "0 found\n";
+    }
     HostSession::AddRoots(spIRepNodeCont, found);
 }
 
@@ -282,7 +285,8 @@ void ShellStoreCommands::Delete(const ShellArguments& arguments)
     });
 }
 
-void ShellStoreCommands::Invoke(const char* function, const char* argument, const CATUnicodeString& usValue)
+CATListValCATBaseUnknown_var ShellStoreCommands::Invoke(const char* function, const char* argument,
+                                                        const CATUnicodeString& usValue)
 {
     CATListValCATUnicodeString ArgNames;
     CATListValCATUnicodeString ArgValues;
@@ -290,7 +294,7 @@ void ShellStoreCommands::Invoke(const char* function, const char* argument, cons
         ArgNames.Append(argument);
         ArgValues.Append(usValue);
     }
-    Run([&](QTBIPdmRequests& requests, CATIDOMDocument_var* pspAnswer) {
+    return Run([&](QTBIPdmRequests& requests, CATIDOMDocument_var* pspAnswer) {
         return requests.InvokeFunction(function, ArgNames, ArgValues, pspAnswer);
     });
 }
@@ -302,7 +306,9 @@ void ShellStoreCommands::PrintVersions(const ShellArguments& arguments)
 
 void ShellStoreCommands::PrintCheckedOut(const ShellArguments& arguments)
 {
-    Invoke("getCheckedOut", "user", arguments.empty() ? "" : arguments[0].c_str());
+    if (Invoke("getCheckedOut", "user", arguments.empty() ? "" : arguments[0].c_str()).Size() == 0) {
+        m_Context.out << "0 found\n";
+    }
 }
 
 void ShellStoreCommands::Fetch(const ShellArguments& arguments)

@@ -40,7 +40,7 @@ private:
     // Makes a request, takes its answer in and says what became of the items; the objects are the answer.
     CATListValCATBaseUnknown_var Run(const Request& request);
     CATListValCATBaseUnknown_var TakeAnswer(const CATIDOMDocument_var& spAnswer);
-    void Invoke(const char* function, const char* argument, const CATUnicodeString& usValue);
+    CATListValCATBaseUnknown_var Invoke(const char* function, const char* argument, const CATUnicodeString& usValue);
     static ShellArguments Rest(const ShellArguments& arguments, std::size_t first);
 
     ShellContext& m_Context;

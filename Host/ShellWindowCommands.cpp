@@ -126,7 +126,9 @@ void ShellWindowCommands::SetRoots(const ShellArguments& arguments)
 void ShellWindowCommands::ReadAnswers(const ShellArguments& arguments)
 {
     for (const std::string& file : arguments) {
-        m_Context.session.ReadAnswer(file);
+        if (const std::string leftOut = m_Context.session.ReadAnswer(file); !leftOut.empty()) {
+            fmt::print(m_Context.out, "{}\n", leftOut);
+        }
     }
 }
 

@@ -13,6 +13,7 @@
 
 #include "AnswerText.h"
 #include "CATIDOMDocument.h"
+#include "CommandLine.h"
 #include "HostOutputFile.h"
 #include "HostRelations.h"
 #include "HostSession.h"
@@ -396,7 +397,9 @@ void AddReadingRequests(CLI::App& store, StoreOptions& options)
     pQuery->add_option("--class", options.className, "class, subclasses included (any if not given)")
         ->type_name("NAME");
     pQuery->add_flag("--all-versions", options.allVersions, "old versions too");
-    pQuery->add_option("--limit", options.limit, "objects to find at most")->check(CLI::PositiveNumber)->type_name("N");
+    pQuery->add_option("--limit", options.limit, "objects to find at most")
+        ->check(CommandLine::NumberFrom(1))
+        ->type_name("N");
     AddOutput(*pQuery, options);
 
     CLI::App* pExpand = AddCommand(store, options, "expand", "Follow relations from objects");
@@ -405,7 +408,7 @@ void AddReadingRequests(CLI::App& store, StoreOptions& options)
         ->allow_extra_args(false)
         ->type_name("NAME[:left|:right]");
     pExpand->add_option("--level", options.level, "levels (all if not given)")
-        ->check(CLI::NonNegativeNumber)
+        ->check(CommandLine::NumberFrom(0))
         ->type_name("N");
     AddOutput(*pExpand, options);
 

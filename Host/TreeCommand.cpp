@@ -52,6 +52,9 @@ public:
         if (!m_Options.roots.empty()) {
             ReplaceRoots();
         }
+        if (m_Options.roots.empty() && m_Session.GetRoots().Size() == 0 && Count().objects > 0) {
+            Warn("No object is a root: each stands below another one. --root KEY shows one.");
+        }
         Expand(relations);
         m_Progress.Clear();
         Print();
@@ -64,7 +67,14 @@ private:
         int number = 0;
         for (const std::string& answer : m_Options.answers) {
             m_Progress.Show(fmt::format("reading answer {} of {}: {}", ++number, m_Options.answers.size(), answer));
-            m_Session.ReadAnswer(answer);
+            Warn(m_Session.ReadAnswerArgument(answer));
+        }
+    }
+
+    void Warn(const std::string& text)
+    {
+        if (!text.empty()) {
+            m_Messages.Append(QTBInfoListEntry{QTBInfoListEntry::Warning, CATUnicodeString(std::string_view(text))});
         }
     }
 
@@ -120,7 +130,13 @@ private:
                                                                          pObjectsBelow, &bTrue, &bFalse, &bTrue);
             if (FAILED(hr)) {
                 m_Progress.Clear();
-                std::cerr << "qtbhost: " << HostSession::Describe(hr) << '\n';
+                const std::string failure = HostSession::Describe(hr);
+                std::cerr << "qtbhost: " << failure << '\n';
+                // Beside a text it stands on the terminal; a program looks for it in the result.
+                if (m_Options.asJson) {
+                    m_Messages.Append(
+                        QTBInfoListEntry{QTBInfoListEntry::Error, CATUnicodeString(std::string_view(failure))});
+                }
                 m_StoppedShort = true;
             }
         }
@@ -148,8 +164,10 @@ private:
     {
         const std::vector<TreePrinter::Line> lines = TreePrinter::Collect(m_Session.GetRoots(), m_Options.showLevel);
         const Counts counts = Count();
-        CATListValQTBInfoListEntry messages;
-        QTBGlobVarsUtil::GetInfoListEntries(&messages);
+        CATListValQTBInfoListEntry messages = m_Messages;
+        CATListValQTBInfoListEntry entries;
+        QTBGlobVarsUtil::GetInfoListEntries(&entries);
+        messages.Append(entries);
         m_Options.asJson ? PrintJson(lines, counts, messages) : PrintText(lines, counts, messages);
     }
 
@@ -190,6 +208,7 @@ private:
     const TreeOptions& m_Options;
     HostSession m_Session;
     Progress m_Progress;
+    CATListValQTBInfoListEntry m_Messages;
     bool m_StoppedShort = false;
 };
 

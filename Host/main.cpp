@@ -12,6 +12,7 @@
 
 #include "BoxesCommand.h"
 #include "CATUnicodeString.h"
+#include "CommandLine.h"
 #include "HostError.h"
 #include "LinkCommand.h"
 #include "ProductCommands.h"
@@ -25,6 +26,8 @@
 #endif
 
 namespace {
+
+constexpr const char* ANSWERS_HELP = "PDM answers, read in this order; - is the standard input";
 
 void AddTree(CLI::App& app, TreeOptions& options)
 {
@@ -41,9 +44,10 @@ Examples:
   qtbhost tree examples/as1/structure.xml examples/as1/files.xml
   qtbhost tree --root nut --relation PartPart:left --level 2 examples/as1/structure.xml
   qtbhost tree --json --schema QTBSchema.xml ANSWER.xml | jq .counts
+  qtbhost store expand pdm.store as1 | qtbhost tree -
 
 Exit codes: 0 done, 1 the session stopped short, 2 wrong command line, 3 input that cannot be read.)");
-    pTree->add_option("answers", options.answers, "PDM answers, read in this order")->required()->type_name("ANSWER");
+    pTree->add_option("answers", options.answers, ANSWERS_HELP)->required()->type_name("ANSWER");
     pTree->add_option("--schema", options.schema, "PDM schema (the example schema if not given)")->type_name("FILE");
     pTree->add_option("--root", options.roots, "PDM key of a root to show instead of the answers' own")
         ->allow_extra_args(false)
@@ -52,14 +56,14 @@ Exit codes: 0 done, 1 the session stopped short, 2 wrong command line, 3 input t
         ->allow_extra_args(false)
         ->type_name("NAME[:left|:right]");
     pTree->add_option("--level", options.level, "object levels to expand below a root (all if not given)")
-        ->check(CLI::NonNegativeNumber)
+        ->check(CommandLine::NumberFrom(0))
         ->type_name("N");
     pTree->add_option("--consider", options.consider, "PDM nodes to show: all, recent (newest action) or current")
         ->check(CLI::IsMember({"all", "recent", "current"}))
         ->type_name("WHICH")
         ->capture_default_str();
     pTree->add_option("--show-level", options.showLevel, "tree levels to print (all if not given)")
-        ->check(CLI::NonNegativeNumber)
+        ->check(CommandLine::NumberFrom(0))
         ->type_name("N");
     pTree->add_flag("--json", options.asJson, "print for programs");
     pTree->add_option("--language", options.language, "language of messages and display names, for example German")
@@ -94,9 +98,11 @@ Then what the PDM window shows and the assembly does not have.
 Examples:
   qtbhost link examples/as1/products.xml examples/as1/structure.xml examples/as1/files.xml
   qtbhost link --highlight rod-assembly_1/nut_2 examples/as1/products.xml examples/as1/structure.xml
-  qtbhost link --highlight-pdm nut examples/as1/products.xml examples/as1/structure.xml)");
+  qtbhost link --highlight-pdm nut examples/as1/products.xml examples/as1/structure.xml
+
+Exit codes: 0 done, 1 the session could not do it, 2 wrong command line, 3 input that cannot be read.)");
     pLink->add_option("assembly", options.assembly, ASSEMBLY_HELP)->required()->type_name("ASSEMBLY");
-    pLink->add_option("answers", options.answers, "PDM answers, read in this order")->required()->type_name("ANSWER");
+    pLink->add_option("answers", options.answers, ANSWERS_HELP)->required()->type_name("ANSWER");
     pLink->add_option("--highlight", options.highlight, "instance names down to a product, to show in the PDM window")
         ->type_name("PATH");
     pLink->add_option("--highlight-pdm", options.highlightPdm, "key of a PDM item to show in the assembly")
@@ -107,18 +113,52 @@ Examples:
 void AddProductCommands(CLI::App& app, ProductOptions& options)
 {
     CLI::App* pDiff = app.add_subcommand("diff", "Show the instances added to and missing from each product");
+    pDiff->footer(
+        R"(Products are the same when their part numbers are, instances of a product when their names and parts are. Of a product
+that only one of the assemblies has all instances are shown:
+  + INSTANCE (PART)    only in NEW
+  - INSTANCE (PART)    only in OLD
+Answers change what is compared: as in a PDM session, instances go by the PDM relation that they were made from and
+their name (RELATION/NAME), one that the PDM data place with another part is both added and missing, and one that the
+PDM data do not know is never missing.
+
+Examples:
+  qtbhost diff old.xml new.xml
+  qtbhost diff old.step new.step ANSWER.xml
+
+Exit codes: 0 done, 1 the session could not do it, 2 wrong command line, 3 input that cannot be read.)");
     pDiff->add_option("old", options.oldAssembly, ASSEMBLY_HELP)->required()->type_name("OLD");
     pDiff->add_option("new", options.assembly, ASSEMBLY_HELP)->required()->type_name("NEW");
-    pDiff->add_option("answers", options.answers, "PDM answers to judge by")->type_name("ANSWER");
+    pDiff->add_option("answers", options.answers, ANSWERS_HELP)->type_name("ANSWER");
     AddSessionOptions(*pDiff, options);
 
     CLI::App* pDirty = app.add_subcommand("dirty", "Show which documents have to be saved in the PDM system");
+    pDirty->footer(
+        R"(For every document of the assembly, components in it left out: whether it has to be saved, and why.
+  save    not in the PDM system, or no file of it there, or a file of another name; changed in the session since it was
+          opened; or the file on disk is another one than was last exchanged with the PDM system
+  keep    none of these
+What is in the PDM system the answers say: without any, every document is new to it.
+
+Examples:
+  qtbhost dirty examples/as1/products.xml examples/as1/structure.xml examples/as1/files.xml
+
+Exit codes: 0 done, 1 the session could not do it, 2 wrong command line, 3 input that cannot be read.)");
     pDirty->add_option("assembly", options.assembly, ASSEMBLY_HELP)->required()->type_name("ASSEMBLY");
+    pDirty->add_option("answers", options.answers, ANSWERS_HELP)->type_name("ANSWER");
     AddSessionOptions(*pDirty, options);
 
     CLI::App* pTypes = app.add_subcommand("types", "Show the products' types and the commands that change them");
+    pTypes->footer(
+        R"(For every document of the assembly and every component in it: its type and file, its PDM node type, which is
+derived where nobody set it, and the commands that set another one. A product that the PDM system has gets no commands.
+
+Examples:
+  qtbhost types examples/as1/products.xml examples/as1/structure.xml
+
+Exit codes: 0 done, 1 the session could not do it, 2 wrong command line, 3 input that cannot be read.)");
     pTypes->add_option("assembly", options.assembly, ASSEMBLY_HELP)->required()->type_name("ASSEMBLY");
-    pTypes->add_option("answers", options.answers, "PDM answers, read in this order")->type_name("ANSWER");
+    pTypes->add_option("answers", options.answers, ANSWERS_HELP)->type_name("ANSWER");
     AddSessionOptions(*pTypes, options);
 }
 
@@ -132,7 +172,9 @@ The picture shows them from the front right above, the marked ones in red.
 
 Examples:
   qtbhost boxes examples/as1/products.xml
-  qtbhost boxes examples/as1/products.xml --mark rod-assembly_1 --mark plate_1 --png as1.png)");
+  qtbhost boxes examples/as1/products.xml --mark rod-assembly_1 --mark plate_1 --png as1.png
+
+Exit codes: 0 done, 1 the session could not do it, 2 wrong command line, 3 input that cannot be read.)");
     pBoxes->add_option("assembly", options.assembly, ASSEMBLY_HELP)->required()->type_name("ASSEMBLY");
     pBoxes->add_option("--png", options.png, "picture to draw")->type_name("FILE");
     pBoxes
@@ -153,7 +195,8 @@ void AddShell(CLI::App& app, ShellOptions& options)
     CLI::App* pShell = app.add_subcommand("shell", "Work in a session, line by line");
     pShell->footer(
         R"(Without a script the lines come from the standard input: edited on a terminal, with completion and history, plain
-from a pipe. The command help lists the commands. Colours are for terminals only; NO_COLOR turns them off.
+from a pipe. The command help lists the commands. On a terminal Ctrl-C clears the line and Ctrl-D ends the session.
+Colours are for terminals only; NO_COLOR turns them off.
 
 Examples:
   qtbhost shell
@@ -174,6 +217,14 @@ Exit codes: 0 done, 1 a line failed, 2 wrong command line, 3 input that cannot b
 void AddConvert(CLI::App& app, ConvertOptions& options)
 {
     CLI::App* pConvert = app.add_subcommand("convert", "Write the PDM answers of a STEP assembly");
+    pConvert->footer(
+        R"(Writes what a PDM system would answer for the assembly, and its product structure (docs/formats.md), one file each;
+DIR is made when it is not there.
+
+Examples:
+  qtbhost convert gearbox.step answers && qtbhost link answers/products.xml answers/structure.xml answers/files.xml
+
+Exit codes: 0 done, 1 the session could not do it, 2 wrong command line, 3 input that cannot be read.)");
     pConvert->add_option("assembly", options.assembly, "STEP file")->required()->type_name("STEP");
     pConvert->add_option("folder", options.folder, "folder for the answers")->required()->type_name("DIR");
 }
@@ -206,6 +257,7 @@ int Run(int argc, char** argv)
 {
     CLI::App app("Drives the object-model library of a PDM integration as a CAD session would.", "qtbhost");
     app.require_subcommand(1);
+    app.set_version_flag("--version", "qtbhost " QTB_VERSION, "print the version");
     app.get_formatter()->column_width(34);
 
     TreeOptions treeOptions;
@@ -228,6 +280,10 @@ int Run(int argc, char** argv)
     try {
         app.parse(argc, argv);
     } catch (const CLI::ParseError& error) {
+        const std::string unknown = CommandLine::DescribeUnknownWord(app);
+        if (error.get_exit_code() == static_cast<int>(CLI::ExitCodes::RequiredError) && !unknown.empty()) {
+            throw HostError(ExitCode::Usage, unknown);
+        }
         return app.exit(error) == 0 ? 0 : static_cast<int>(ExitCode::Usage);
     }
     RequireUtf8(app);

@@ -1,7 +1,11 @@
-#include <gtest/gtest.h>
+#include <gmock/gmock.h>
 
 #include <fstream>
+#include <iostream>
 #include <set>
+#include <sstream>
+
+#include <nlohmann/json.hpp>
 
 #include "ConsideringNodes.h"
 #include "HostSession.h"
@@ -10,9 +14,14 @@
 #include "QTBIPdmNode.h"
 #include "QTBIRepNode.h"
 #include "QTBNodeRelationInfo.h"
+#include "QTBTestEnvironment.h"
 #include "QTBTestFolder.h"
 #include "StoreInput.h"
 #include "TreeCommand.h"
+
+namespace fs = std::filesystem;
+using ::testing::AllOf;
+using ::testing::HasSubstr;
 
 namespace {
 
@@ -72,6 +81,49 @@ TEST(HostSession, MalformedAnswerNamesFileAndLineAndLeavesTheGraph)
     unsigned char bFound = FALSE;
     session.GetPdmNodeCont()->GetPdmNodeByKey("as1", &spIPdmNode, &bFound);
     EXPECT_EQ(bFound, TRUE);
+}
+
+TEST(HostSession, AFileThatIsNoAnswerIsRefusedWithFileLineAndWhatWasExpected)
+{
+    HostSession session("", "");
+    const auto refusal = [&session](const std::string& path) {
+        const auto [exitCode, message] = FailureOf([&] { session.ReadAnswer(path); });
+        EXPECT_EQ(exitCode, ExitCode::BadInput) << message;
+        EXPECT_THAT(message, AllOf(HasSubstr(path), HasSubstr("a PDM answer: a document element with one element "
+                                                              "\"function\" in it")));
+        return message;
+    };
+    EXPECT_THAT(refusal(EXAMPLES + "as1/products.xml"),
+                AllOf(HasSubstr("line 2"), HasSubstr("the file is a product structure")));
+    EXPECT_THAT(refusal(QTB_SOURCE_DIR "/resources/schema/QTBSchema.xml"), HasSubstr("the file is a PDM schema"));
+    const TemporaryFile none("no-function.xml", "<answer>\n<o/></answer>");
+    EXPECT_THAT(refusal(none.Path()),
+                AllOf(HasSubstr("line 1"), HasSubstr("there is no element \"function\" in \"answer\"")));
+    const TemporaryFile two("two-functions.xml", "<answer>\n<function/>\n<function/></answer>");
+    EXPECT_THAT(refusal(two.Path()), AllOf(HasSubstr("line 3"), HasSubstr("there is a second element \"function\"")));
+    session.ReadAnswer(EXAMPLES + "as1/structure.xml");
+}
+
+TEST(HostSession, WhatTheGraphLeavesOutOfAnAnswerIsSaid)
+{
+    HostSession session("", "");
+    EXPECT_EQ(session.ReadAnswer(EXAMPLES + "as1/files.xml"),
+              EXAMPLES +
+                  "as1/files.xml: 9 items left out: an object of the relation is missing (PartFile/rod-assembly, "
+                  "PartFile/nut, PartFile/rod, PartFile/as1, PartFile/nut-bolt-assembly and 4 more)");
+    EXPECT_EQ(session.ReadAnswer(EXAMPLES + "as1/structure.xml"), "");
+    EXPECT_EQ(session.ReadAnswer(EXAMPLES + "as1/files.xml"), "") << "now the parts are there";
+    const TemporaryFile file(
+        "left-out.xml",
+        "<answer><function name='dynamicInvoke'><outArgs><arg><o><a name='Class'>Spaceship</a><a name='Key'>S/1</a></o>"
+        "<o><a name='Class'>Part</a></o><o><a name='Class'>Mine</a><a name='Key'>M/1</a><a name='QtbInfo' "
+        "type='nvlist'><nv name='QtbRelevantBaseClass'>Part</nv></a></o></arg></outArgs>"
+        "<r><a name='Class'>PartPart</a><a name='Key'>R/1</a><a name='Relation'>PartPart</a><a name='Left'>M/1</a>"
+        "<a name='Right'>rod</a></r>"
+        "<r><a name='Class'>PartPart</a><a name='Key'>R/1</a><a name='Relation'>PartPart</a><a name='Left'>M/1</a>"
+        "<a name='Right'>nut</a></r><relationToDelete>R/1</relationToDelete></function></answer>");
+    EXPECT_EQ(session.ReadAnswer(file.Path()),
+              file.Path() + ": 2 items left out: no key (1); the schema does not know the class (S/1)");
 }
 
 TEST(HostSession, DocumentTypeDeclarationIsRefused)
@@ -222,6 +274,84 @@ TEST(TreeCommand, PrintsTheCountsOfARealAssembly)
         << output.substr(output.size() > 300 ? output.size() - 300 : 0);
 }
 
+TEST(TreeCommand, SaysWhatIsLeftOutOfAnAnswer)
+{
+    TreeOptions options;
+    options.answers = {EXAMPLES + "as1/files.xml"};
+    ::testing::internal::CaptureStdout();
+    EXPECT_EQ(RunTree(options), 0);
+    EXPECT_THAT(::testing::internal::GetCapturedStdout(),
+                HasSubstr("\nMessages:\n  warning: " + EXAMPLES + "as1/files.xml: 9 items left out: "));
+    options.asJson = true;
+    ::testing::internal::CaptureStdout();
+    EXPECT_EQ(RunTree(options), 0);
+    EXPECT_THAT(::testing::internal::GetCapturedStdout(), HasSubstr("\"messages\": [{\"kind\":\"warning\",\"text\":\"" +
+                                                                    EXAMPLES + "as1/files.xml: 9 items left out"));
+}
+
+TEST(TreeCommand, HintsAtARootWhenTheStructureIsACircle)
+{
+    const TemporaryFile file("circle-answer.xml",
+                             "<answer><function name='get'><o><a name='Class'>Part</a><a name='Key'>a</a></o>"
+                             "<o><a name='Class'>Part</a><a name='Key'>b</a></o>"
+                             "<r><a name='Class'>PartPart</a><a name='Key'>r/1</a><a name='Relation'>PartPart</a>"
+                             "<a name='Left'>a</a><a name='Right'>b</a></r>"
+                             "<r><a name='Class'>PartPart</a><a name='Key'>r/2</a><a name='Relation'>PartPart</a>"
+                             "<a name='Left'>b</a><a name='Right'>a</a></r></function></answer>");
+    TreeOptions options;
+    options.answers = {file.Path()};
+    ::testing::internal::CaptureStdout();
+    EXPECT_EQ(RunTree(options), 0);
+    EXPECT_THAT(::testing::internal::GetCapturedStdout(),
+                HasSubstr("warning: No object is a root: each stands below another one. --root KEY shows one.\n"));
+    options.roots = {"a"};
+    ::testing::internal::CaptureStdout();
+    EXPECT_EQ(RunTree(options), 0);
+    EXPECT_EQ(::testing::internal::GetCapturedStdout().find("No object is a root"), std::string::npos);
+}
+
+TEST(TreeCommand, ATreeThatIsCutIsAmongTheMessagesOfTheJson)
+{
+    const QTBTestEnvironment limit("QTB_MAX_REP_NODES", "10");
+    TreeOptions options;
+    options.answers = {EXAMPLES + "as1/structure.xml"};
+    options.asJson = true;
+    ::testing::internal::CaptureStdout();
+    ::testing::internal::CaptureStderr();
+    EXPECT_EQ(RunTree(options), 1);
+    EXPECT_THAT(::testing::internal::GetCapturedStderr(), HasSubstr("more than 10 nodes"));
+    const auto json = nlohmann::json::parse(::testing::internal::GetCapturedStdout());
+    ASSERT_EQ(json["messages"].size(), 1U);
+    EXPECT_EQ(json["messages"][0]["kind"], "error");
+    EXPECT_THAT(json["messages"][0]["text"].get<std::string>(), HasSubstr("more than 10 nodes"));
+}
+
+TEST(TreeCommand, TakesAnAnswerFromTheStandardInput)
+{
+    const auto run = [](const std::string& text) {
+        std::istringstream input(text);
+        std::streambuf* const pBefore = std::cin.rdbuf(input.rdbuf());
+        TreeOptions options;
+        options.answers = {"-"};
+        std::string output;
+        ::testing::internal::CaptureStdout();
+        const auto [exitCode, message] = FailureOf([&options] { EXPECT_EQ(RunTree(options), 0); });
+        output = ::testing::internal::GetCapturedStdout();
+        std::cin.clear();
+        std::cin.rdbuf(pBefore);
+        EXPECT_EQ(exitCode, message.empty() ? ExitCode::Success : ExitCode::BadInput);
+        return message.empty() ? output : message;
+    };
+    std::ifstream file(EXAMPLES + "as1/structure.xml");
+    std::ostringstream text;
+    text << file.rdbuf();
+    EXPECT_THAT(run(text.str()), HasSubstr("\nPDM graph: 9 objects, 13 relations\n"));
+    EXPECT_THAT(run("<answer>\n<function>\n</answer>"), AllOf(HasSubstr("standard input"), HasSubstr("line 3")));
+    EXPECT_THAT(run("<!DOCTYPE a []><answer><function/></answer>"), HasSubstr("standard input"));
+    EXPECT_THAT(run("\n<products/>"), AllOf(HasSubstr("standard input, line 2"), HasSubstr("a product structure")));
+    EXPECT_THAT(run(""), HasSubstr("standard input"));
+}
+
 TEST(LinkCommand, EveryProductOfTheAssemblyIsLinkedByInstance)
 {
     LinkOptions options;
@@ -236,6 +366,41 @@ TEST(LinkCommand, EveryProductOfTheAssemblyIsLinkedByInstance)
     EXPECT_NE(output.find("\"byInstance\": 27"), std::string::npos);
     EXPECT_NE(output.find("\"byPartNumber\": 1"), std::string::npos);
     EXPECT_NE(output.find("\"onlyInPdm\": []"), std::string::npos);
+}
+
+TEST(LinkCommand, SaysWhatIsLeftOutOfAnAnswer)
+{
+    LinkOptions options;
+    options.assembly = EXAMPLES + "as1/products.xml";
+    options.answers = {EXAMPLES + "as1/files.xml", EXAMPLES + "as1/structure.xml"};
+    ::testing::internal::CaptureStdout();
+    EXPECT_EQ(RunLink(options), 0);
+    EXPECT_THAT(::testing::internal::GetCapturedStdout(),
+                HasSubstr("\nMessages:\n  warning: " + EXAMPLES + "as1/files.xml: 9 items left out: "));
+    options.asJson = true;
+    ::testing::internal::CaptureStdout();
+    EXPECT_EQ(RunLink(options), 0);
+    EXPECT_THAT(::testing::internal::GetCapturedStdout(),
+                HasSubstr("\"text\": \"" + EXAMPLES + "as1/files.xml: 9 items left out: "));
+}
+
+TEST(LinkCommand, TheHighlightInThePdmWindowIsInTheJson)
+{
+    LinkOptions options;
+    options.assembly = EXAMPLES + "as1/products.xml";
+    options.answers = {EXAMPLES + "as1/structure.xml"};
+    options.asJson = true;
+    const auto run = [&options] {
+        ::testing::internal::CaptureStdout();
+        EXPECT_EQ(RunLink(options), 0);
+        return nlohmann::json::parse(::testing::internal::GetCapturedStdout());
+    };
+    EXPECT_TRUE(run()["highlightedInPdm"].empty());
+    options.highlight = "rod-assembly_1/nut_2";
+    const auto json = run();
+    ASSERT_EQ(json["highlightedInPdm"].size(), 1U);
+    EXPECT_EQ(json["highlightedInPdm"][0]["key"], "nut");
+    EXPECT_EQ(json["highlightedInPdm"][0]["below"], "PartPart/2/rod-assembly");
 }
 
 TEST(LinkCommand, ProductThatIsNotThereCannotBeHighlighted)

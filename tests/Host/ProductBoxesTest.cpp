@@ -101,7 +101,7 @@ TEST_F(Boxes, AreMarkedInTheShellByNumberNameAndMenu)
         shell.Execute(line);
         return output.str();
     };
-    EXPECT_EQ(run("boxes"), "");
+    EXPECT_EQ(run("boxes"), "0 boxes\n");
     EXPECT_EQ(run("mark 1"), "error: there is no bounding box 1; boxes lists them\n");
     EXPECT_EQ(run("assembly " + WriteAssembly() + " box"), "error: usage: assembly FILE [boxes]\n");
     EXPECT_EQ(run("assembly " + WriteAssembly()), "");
@@ -118,7 +118,7 @@ TEST_F(Boxes, AreMarkedInTheShellByNumberNameAndMenu)
     // The boxes go with the window of their assembly; the open menu still holds one.
     run("window 2");
     EXPECT_EQ(run("close"), "");
-    EXPECT_EQ(run("boxes"), "");
+    EXPECT_EQ(run("boxes"), "0 boxes\n");
 }
 
 TEST_F(Boxes, ThatAreNoNumbersAreRefusedWithTheirProduct)

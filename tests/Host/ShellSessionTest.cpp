@@ -10,6 +10,7 @@
 #include "HostSession.h"
 #include "QTBTestFolder.h"
 #include "Shell.h"
+#include "ShellCommand.h"
 
 namespace fs = std::filesystem;
 
@@ -204,9 +205,92 @@ TEST_F(ShellOfTest, WindowsAreListedInTheOrderOfTheirOpeningWithTheCurrentOneMar
     Run("window 2");
     EXPECT_EQ(Run("tree"), "error: the current window is no PDM window\n");
     EXPECT_EQ(Run("close"), "");
-    EXPECT_EQ(Run("products"), "") << "the assembly was closed with its window";
+    EXPECT_EQ(Run("products"), "0 products\n") << "the assembly was closed with its window";
     EXPECT_EQ(Run("window 2"), "");
     EXPECT_EQ(Run("tree"), "[1] Default Rep Node  DEFAULT_ROOT_NODE\n");
+}
+
+// The keys of this system are numbers.
+TEST_F(ShellOfTest, ANumberThatIsALineAndAKeyIsRefusedUntilItIsSaidWhich)
+{
+    std::string items;
+    for (const char* key : {"3", "2", "1"}) {
+        items += std::string("<o><a name=\"Class\">Part</a><a name=\"Key\">") + key + "</a><a name=\"PartNumber\">p" +
+                 key + "</a></o>";
+    }
+    std::ofstream("numbers.xml") << "<answer><function name=\"get\">" << items << "</function></answer>";
+    Run("newstore pdm.store kim");
+    Run("import numbers.xml");
+    Run("open 1");
+    ASSERT_EQ(Run("tree").substr(0, 7), "[1] p1,");
+    EXPECT_EQ(Run("properties 1").substr(0, 6), "Class ") << "line and key are the same item";
+    Run("open 2");
+    ASSERT_EQ(Run("tree").substr(0, 7), "[1] p2,");
+    const std::string refusal =
+        "error: 1 is a line of the tree printed last and the key of another item; #1 is the line, key:1 the item\n";
+    EXPECT_EQ(Run("delete 1"), refusal);
+    EXPECT_EQ(Run("properties 1"), refusal);
+    EXPECT_NE(Run("properties #1").find("p2"), std::string::npos);
+    EXPECT_EQ(Run("properties #9"), "error: the tree printed last has no line 9\n");
+    EXPECT_NE(Run("tree all key:2").find("p2"), std::string::npos);
+    EXPECT_EQ(Run("delete key:3"), "3: deleted\n") << "an item that only the store has";
+    EXPECT_EQ(Run("delete key:1"), "1: deleted\n");
+    EXPECT_EQ(Run("delete 1"), "2: deleted\n") << "nothing else has that key any more";
+}
+
+TEST_F(ShellOfTest, AnAssemblyIsOpenOnce)
+{
+    EXPECT_EQ(Run("assembly examples/as1/products.xml"), "");
+    const std::string products = Run("products");
+    const std::string windows = Run("windows");
+    EXPECT_EQ(Run("assembly examples/as1/products.xml"), "error: assembly examples/as1/products.xml is open already\n");
+    EXPECT_EQ(Run("products"), products);
+    EXPECT_EQ(Run("windows"), windows);
+    EXPECT_NE(Run("links").find("\n28 products,"), std::string::npos);
+    Run("window 2");
+    Run("close");
+    EXPECT_EQ(Run("assembly examples/as1/products.xml"), "") << "it was closed";
+    EXPECT_EQ(Run("products"), products);
+}
+
+TEST_F(ShellOfTest, CommandsHaveTheNamesThatOthersGiveThem)
+{
+    EXPECT_EQ(Run("?"), Run("help"));
+    EXPECT_EQ(Run("help exit"), Run("help quit"));
+    EXPECT_FALSE(m_Shell.Execute("exit"));
+}
+
+TEST_F(ShellOfTest, AScriptMayBeginWithAByteOrderMark)
+{
+    std::istringstream script("\xEF\xBB\xBFwindows\nwindow 9\n");
+    m_Shell.RunScript(script);
+    EXPECT_EQ(m_Output.str().substr(0, 10), "> windows\n");
+    EXPECT_EQ(m_Shell.GetFailureCount(), 1) << m_Output.str();
+}
+
+TEST_F(ShellOfTest, NothingFoundIsSaid)
+{
+    Run("newstore pdm.store kim");
+    EXPECT_EQ(Run("query Part"), "0 found\n");
+    EXPECT_EQ(Run("checkedout"), "0 found\n");
+    EXPECT_EQ(Run("products"), "0 products\n");
+    EXPECT_EQ(Run("boxes"), "0 boxes\n");
+    EXPECT_EQ(Run("picture empty.png"),
+              "error: there is nothing to draw: no product of an open assembly has a bounding box\n");
+    EXPECT_FALSE(fs::exists("empty.png"));
+}
+
+TEST(Shell, AFolderIsNoScript)
+{
+    ShellOptions options;
+    options.script = ::testing::TempDir();
+    try {
+        RunShell(options);
+        FAIL() << "not refused";
+    } catch (const HostError& error) {
+        EXPECT_EQ(error.GetExitCode(), ExitCode::BadInput);
+        EXPECT_EQ(std::string(error.what()), "script " + options.script + " is a folder, not a file");
+    }
 }
 
 // What the schema offers is the administrator's to write.

@@ -23,8 +23,8 @@ inline constexpr IID IID_QTBINodeAttributes{"QTBINodeAttributes"};
 //
 // Call SetKey before the node is filed in a container, SetXmlElement whenever its record arrives or is replaced.
 // Pointers to attributes stay valid until the next SetXmlElement or the node's end; callers never delete them, and the
-// pointer that receives one must be null on entry. A look-up of an attribute that is not defined fails with a message
-// for the user, except where an operation says otherwise.
+// pointer that receives one must be null on entry. Lists of names, values and attributes are replaced. A look-up of an
+// attribute that is not defined fails with a message for the user, except where an operation says otherwise.
 class QTBINTERFACESLIB_API QTBINodeAttributes : public CATBaseUnknown
 {
     CATDeclareInterface(QTBINodeAttributes, CATBaseUnknown)

@@ -21,6 +21,7 @@ public:
     // The rep nodes that show this node: those of one window, or of all windows for an empty container.
     virtual HRESULT GetRepNodes(CATListValCATBaseUnknown_var* pListOfRepNodes,
                                 const QTBIRepNodeCont_var& spIRepNodeCont) = 0;
+    // The same for each of them, in all windows, as the rep node's own operations do it (QTBIRepNode).
     virtual HRESULT RedrawRepNodes(unsigned char* pbRecursive) = 0;
     virtual HRESULT PreselectRepNodes() = 0;
     virtual HRESULT HighlightRepNodes(const unsigned char& bEmptyHighlightFirst,

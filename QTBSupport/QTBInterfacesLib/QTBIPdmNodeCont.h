@@ -32,6 +32,7 @@ public:
     // The node that the graph holds now under the key of a node that an update may have replaced.
     virtual HRESULT RefreshPdmNode(QTBIPdmNode_var* pspIPdmNodeOnOldNode, QTBIPdmNode_var* pspIPdmNodeOnNewNode) = 0;
 
+    // The object nodes that are roots of the graph, and all nodes, in bucket order. The lists are replaced.
     virtual HRESULT GetPdmRootNodes(CATListValCATBaseUnknown_var* pListOfNodes) = 0;
     virtual HRESULT GetAllPdmNodes(CATListValCATBaseUnknown_var* pListOfNodes) = 0;
 
@@ -65,6 +66,7 @@ public:
                                 CATListValCATBaseUnknown_var* pPdmNodes) = 0;
     virtual HRESULT GetPdmNodes(const CATUnicodeString& usClassName, const CATUnicodeString& usAttrName,
                                 const CATUnicodeString& usAttrValue, CATListValCATBaseUnknown_var* pPdmNodes) = 0;
+    // An absent key is no failure: the handle is empty then, and the flag FALSE.
     virtual HRESULT GetPdmNodeByKey(const CATUnicodeString& usKey, QTBIPdmNode_var* pspIPdmNode,
                                     unsigned char* pbNodeFound) = 0;
 

@@ -48,6 +48,8 @@ public:
     virtual HRESULT GetParent(QTBIRepNode_var* pspIRepNode) = 0;
     // The nearest ancestor that represents an object, at most two levels up.
     virtual HRESULT GetParentObject(QTBIRepNode_var* pspIRepNodeOnParentObject) = 0;
+    // Whether the node is the placeholder that a window shows until it has something to show; it stands for the graph's
+    // default root.
     virtual HRESULT IsRepDefaultNode(unsigned char* pbIsRepDefaultNode) = 0;
 
     // Has the tree draw the node again, with pbRecursive all its descendants too.
@@ -109,8 +111,11 @@ public:
 
     virtual HRESULT SetRepNodeContainer(const QTBIRepNodeCont_var& spIRepNodeCont) = 0;
     virtual HRESULT GetRepNodeContainer(QTBIRepNodeCont_var* pspIRepNodeCont) = 0;
+    // The number of the node's container, which no other container of the session has.
     virtual HRESULT GetContainerId(int* pId) = 0;
 
+    // For diagnosis only: pairs and lines that PrintDebugInfo writes to the debug output, of this node or of all rep
+    // nodes of its PDM node, and the key by which it looks that up, also when the PDM node has gone.
     virtual HRESULT AddDebugAttribute(const CATUnicodeString& usName, const CATUnicodeString& usValue) = 0;
     virtual HRESULT AddDebugInfoString(const CATUnicodeString& usText, unsigned char* pbForAllRepNodesOfPdmNode) = 0;
     virtual HRESULT AddPdmNodeKeyForDebug(const CATUnicodeString& usPdmNodeKey) = 0;

@@ -66,7 +66,9 @@ public:
     // The roots that the window shows, or those of the store.
     virtual HRESULT GetRepRootNodes(CATListValCATBaseUnknown_var* pListOfNodes,
                                     unsigned char* pbOnlyAffectedByCurrentAction, unsigned char* pbIgnoreWindow) = 0;
+    // All rep nodes, in bucket order; the list is replaced.
     virtual HRESULT GetAllRepNodes(CATListValCATBaseUnknown_var* pListOfNodes) = 0;
+    // An absent key is no failure: the flag says so.
     virtual HRESULT GetRepNodeByKey(const CATUnicodeString& usKey, QTBIRepNode_var* pspIRepNode,
                                     unsigned char* pbNodeExists) = 0;
 
@@ -89,7 +91,9 @@ public:
 
     // Empties the container and takes it out of the registry; called when the window closes.
     virtual HRESULT Cleanup() = 0;
+    // The number of the container, given in the order of creation.
     virtual HRESULT GetId(int* pId) = 0;
+    // Makes the root that stands for the graph's default root; called when a document is initialised.
     virtual HRESULT CreateDefaultRootNode() = 0;
 };
 

@@ -313,7 +313,7 @@ private:
             SUCCEEDED(spINodeAttributes->AttributeIsDefined(usFileNameAttr, &bHasName)) && bHasName != FALSE &&
             SUCCEEDED(spINodeAttributes->GetStringAttributeValue(usFileNameAttr, &usFileName, FALSE, FALSE))) {
             // The name must not lead out of the folder.
-            const fs::path name = fs::path(HostText::ToText(usFileName)).filename();
+            fs::path name = fs::path(HostText::ToText(usFileName)).filename();
             if (!name.empty() && name != "." && name != "..") {
                 return name;
             }

@@ -375,6 +375,7 @@ HRESULT QTBENodeAttributesOnNode::SetStringAttributeValue(const CATUnicodeString
     QTB_SCOPE("QTBENodeAttributesOnNode::SetStringAttributeValue");
     QTBStringAttr* pStringAttr = NULL;
     QTB_CALL(GetStringAttributePtr, usName, &pStringAttr);
+    // The pointer is given whenever that succeeds. NOLINTNEXTLINE(clang-analyzer-core.CallAndMessage)
     QTB_CALL(pStringAttr->SetValue, usValue);
     return QTB_SUCCESS;
 }

@@ -1,5 +1,7 @@
 #include "QTBLoadManager.h"
 
+#include <algorithm>
+
 #include "CATError.h"
 #include "QTBGlobVarsUtil.h"
 #include "QTBHashTableNvSetAttribute.h"

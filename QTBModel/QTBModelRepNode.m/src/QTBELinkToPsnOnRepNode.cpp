@@ -30,6 +30,13 @@
 #include "QTBTraceUtil.h"
 #include "QTBVisUtil.h"
 
+namespace {
+
+// Up to here looking through the names is as fast as a set of them.
+constexpr int FEW_NAMES = 16;
+
+} // namespace
+
 HRESULT QTBELinkToPsnOnRepNode::CorrespondingPsnNodeExists(unsigned char* pbExists,
                                                            CATIProduct_var* pspIProductOnCorrespondingPsnNode)
 {
@@ -184,8 +191,8 @@ HRESULT QTBELinkToPsnOnRepNode::GetTargetPsnNodes(const CATIProduct_var& spIProd
     while (!waiting.empty()) {
         const auto [spIProduct, step] = std::move(waiting.back());
         waiting.pop_back();
-        HRESULT hr = products.Add();
-        QTB_UNWIND_AS("GetTargetPsnNodes", step - InstanceInfoIndex, hr);
+        QTB_UNWIND_AS("GetTargetPsnNodes", step - InstanceInfoIndex, products.Add());
+        HRESULT hr = S_OK;
         if (step <= pPathToRootPartInstanceInfoList->Size()) {
             CATListValCATBaseUnknown_var Children;
             hr = GetChildrenOfStep(spIProduct, *pPathToRootPartInstanceInfoList, step, &Children);
@@ -221,14 +228,17 @@ HRESULT QTBELinkToPsnOnRepNode::GetChildrenOfStep(const CATIProduct_var& spIProd
     QTB_INTERFACE(spIPsnNodeOnCurrentPsnNode);
     CATListValCATBaseUnknown_var DirectChildren;
     QTB_CALL(spIPsnNodeOnCurrentPsnNode->GetDirectChildren, &DirectChildren, TRUE, TRUE, QTB_BOM_TYPE_ALL, FALSE);
-    // One relation may place thousands of instances.
-    const std::unordered_set<CATUnicodeString> WantedNames(InstanceNames.begin(), InstanceNames.end());
+    // Most relations place one instance, some thousands of them.
+    std::unordered_set<CATUnicodeString> NamesOfMany;
+    if (InstanceNames.Size() > FEW_NAMES) {
+        NamesOfMany.insert(InstanceNames.begin(), InstanceNames.end());
+    }
     for (const CATBaseUnknown_var& spDirectChild : DirectChildren) {
         const CATIProduct_var spIProductOnDirectChild(spDirectChild);
         QTB_INTERFACE(spIProductOnDirectChild);
         CATUnicodeString usInstanceName;
         QTB_CALL(spIProductOnDirectChild->GetPrdInstanceName, &usInstanceName);
-        if (WantedNames.count(usInstanceName) > 0) {
+        if (NamesOfMany.empty() ? InstanceNames.Locate(usInstanceName) > 0 : NamesOfMany.count(usInstanceName) > 0) {
             pChildren->Append(spDirectChild);
         }
     }

@@ -157,8 +157,8 @@ private:
                           CATListValCATBaseUnknown_var* pNeighbours);
     HRESULT IsToBeShown(const QTBIRepNode_var& spIRepNode, const QTBIPdmNode_var& spIPdmNodeOnCurrentNode,
                         bool* pIsToBeShown);
-    // Shows the window's tree again when it changed, ends the action, and reports a reached expansion level.
     static void BeginUpdate();
+    // Shows the window's tree again when it changed, ends the action, and reports a reached expansion level.
     HRESULT FinishUpdate(bool windowNeedsUpdate);
 
     CATFrmWindow* m_pQtbFrmNavigGraphicWindow = NULL;

@@ -143,6 +143,7 @@ struct QTBERepNodeContOnRepNodeCont::ExpansionLevel
     int position = 0;
     // The children by the PDM nodes that they show, where there are many; NULL_var for a PDM node that several show.
     std::unordered_map<const CATBaseUnknown*, QTBIRepNode_var> ChildrenByPdmNode;
+    bool indexIsTried = false; // the children are indexed when one of them is first looked for
     bool isIndexed = false;
 };
 
@@ -519,7 +520,8 @@ HRESULT QTBERepNodeContOnRepNodeCont::TreatNextChild(const Expansion& expansion,
 HRESULT QTBERepNodeContOnRepNodeCont::FindChild(ExpansionLevel* pLevel, const QTBIPdmNode_var& spIPdmNodeOnChild,
                                                 QTBIRepNode_var* pspIRepNodeOnChild)
 {
-    if (pLevel->position == 1 && pLevel->PdmNodes.Size() >= MANY_CHILDREN) {
+    if (!pLevel->indexIsTried && pLevel->PdmNodes.Size() >= MANY_CHILDREN) {
+        pLevel->indexIsTried = true;
         pLevel->isIndexed = IndexChildren(pLevel);
     }
     if (pLevel->isIndexed) {

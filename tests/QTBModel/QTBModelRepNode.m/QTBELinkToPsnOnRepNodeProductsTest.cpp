@@ -130,6 +130,25 @@ TEST_F(ProductsOfRepNode, AreNoneBeyondTheLimitOnProducts)
     EXPECT_THAT(ProductsOf("C"), IsEmpty());
 }
 
+TEST_F(ProductsOfRepNode, OfARelationOfManyInstancesAreThoseOfItsNames)
+{
+    std::string names;
+    std::string instances;
+    std::vector<std::string> expected;
+    for (int i = 1; i <= 40; ++i) {
+        const std::string name = "T." + std::to_string(i);
+        names += "<v>" + name + "</v>";
+        instances += "<instance of=\"t\" name=\"" + name + "\"/>";
+        expected.push_back("M1/" + name);
+    }
+    Open("<product id=\"q\" file=\"q.CATProduct\" partNumber=\"M1\">" + instances +
+         R"(<instance of="t" name="T.0"/></product><product id="t" file="t.CATPart" partNumber="M3"/>)");
+    Update(NumberedPart("Q", "M1") + NumberedPart("T", "M3") +
+           PartPart("QT", "Q", "T", "<a name=\"InstanceName\" type=\"list\">" + names + "</a>"));
+    m_pWindow->Show(FindNode("Q"), {"PartPart"});
+    EXPECT_EQ(ProductsOf("T"), expected);
+}
+
 TEST_F(ProductsOfRepNode, AreNoneWhenAPartOnTheWayHasAnotherNumber)
 {
     m_pWindow->Show(FindNode("A"), {"PartPart"});

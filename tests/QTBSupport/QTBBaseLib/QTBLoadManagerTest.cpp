@@ -258,6 +258,23 @@ TEST_F(LoadManager, ARelationOfSeveralInstancesIsFoundByEachName)
     EXPECT_EQ(RelationOf("AB/"), "none");
 }
 
+TEST_F(LoadManager, ARelationOfManyInstancesIsFoundByEachName)
+{
+    constexpr int COUNT = 40;
+    std::string names;
+    for (int i = 1; i <= COUNT; ++i) {
+        names += "<v>Bolt." + std::to_string(i) + "</v>";
+    }
+    Update(NumberedPart("A", "100") + NumberedPart("B", "200") +
+           PartPart("AB", "A", "B", "<a name=\"InstanceName\" type=\"list\">" + names + "</a>"));
+    for (int i = 1; i <= COUNT; ++i) {
+        EXPECT_EQ(RelationOf("100", ("Bolt." + std::to_string(i)).c_str()), "AB");
+    }
+    EXPECT_EQ(RelationOf("100", "Bolt.0"), "none");
+    EXPECT_EQ(RelationOf("AB/Bolt.40"), "AB");
+    EXPECT_EQ(RelationOf("AB/Bolt.41"), "none");
+}
+
 TEST_F(LoadManager, OnlyPartsAreFoundByFatherAndInstanceButAnyRelationByItsInstanceKey)
 {
     Update(NumberedPart("A", "100") + File("CATPartFile", "F", "f.CATPart", Attribute("PartNumber", "100")) +
